@@ -1,0 +1,6 @@
+#include "KOBLVRGlobalParameters.h"
+
+KOBLVRGlobalParameters& GetGlobalParameters() {
+    static KOBLVRGlobalParameters parameters;
+    return parameters;
+}

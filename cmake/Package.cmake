@@ -1,0 +1,34 @@
+# Installs the library with its CMake package and its pkg-config file.
+include(CMakePackageConfigHelpers)
+
+install(TARGETS KOBWBx
+    EXPORT KOBWBxTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+    INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/KOBWBx)
+
+set(KOBWBX_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/KOBWBx)
+install(EXPORT KOBWBxTargets
+    NAMESPACE KOBWBx::
+    DESTINATION ${KOBWBX_CMAKE_DIR})
+
+configure_package_config_file(
+    ${CMAKE_CURRENT_LIST_DIR}/KOBWBxConfig.cmake.in
+    ${CMAKE_CURRENT_BINARY_DIR}/KOBWBxConfig.cmake
+    INSTALL_DESTINATION ${KOBWBX_CMAKE_DIR})
+write_basic_package_version_file(
+    ${CMAKE_CURRENT_BINARY_DIR}/KOBWBxConfigVersion.cmake
+    COMPATIBILITY SameMajorVersion)
+install(FILES
+    ${CMAKE_CURRENT_BINARY_DIR}/KOBWBxConfig.cmake
+    ${CMAKE_CURRENT_BINARY_DIR}/KOBWBxConfigVersion.cmake
+    DESTINATION ${KOBWBX_CMAKE_DIR})
+
+if(BUILD_SHARED_LIBS)
+    set(KOBWBX_PC_CFLAGS "")
+else()
+    set(KOBWBX_PC_CFLAGS "-DKOBWBX_STATIC")
+endif()
+configure_file(${CMAKE_CURRENT_LIST_DIR}/KOBWBx.pc.in ${CMAKE_CURRENT_BINARY_DIR}/KOBWBx.pc @ONLY)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/KOBWBx.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
