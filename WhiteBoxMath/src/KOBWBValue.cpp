@@ -307,6 +307,12 @@ KOBWBRealInterval KOBWBValue::GetAsRealInterval() const {
         if (KOBWBIsAnyReal(x)) return KOBWBReal_Any;
         return {x, x};
     }
+    case KOBWBIntegerValue: {
+        const int n = m_payload.integer.lower;
+        if (KOBWBIsNilInteger(n)) return KOBWBReal_Nil;
+        if (KOBWBIsAnyInteger(n)) return KOBWBReal_Any;
+        return {static_cast<double>(n), static_cast<double>(n)};
+    }
     case KOBWBRealIntervalValue: return m_payload.real;
     case KOBWBRealEnumValue: return m_realEnum.GetAsRealInterval();
     case KOBWBFractionValue: return Simplified(*this, true).GetAsRealInterval();
@@ -318,10 +324,14 @@ KOBWBIntegerEnum KOBWBValue::GetAsIntegerEnum() const {
     if (m_type == KOBWBIntegerEnumValue) return m_integerEnum;
     KOBWBIntegerEnum domain(KOBWBEnumAny);
     const KOBWBIntegerInterval interval = GetAsIntegerInterval();
-    if (KOBWBIsEmpty(interval))
+    if (KOBWBIsEmpty(interval)) {
         domain.SetNil();
-    else if (!KOBWBContains(interval, KOBWBInteger_Any))
+    } else if (KOBWBIsExact(interval)) {
+        domain.SetSize(1);
+        if (domain.GetSize() == 1) domain.Set(0, interval.lower);
+    } else if (!KOBWBContains(interval, KOBWBInteger_Any)) {
         domain.SetAsIntegerInterval(interval);
+    }
     return domain;
 }
 

@@ -168,7 +168,8 @@ void KOBWBValue::Unite(const KOBWBEnvironment& environment, const KOBWBValue& ot
         m_payload.real = KOBWBUnite(m_payload.real, other.GetAsRealInterval(), tolerance);
         break;
     case KOBWBIntegerEnumValue: {
-        const KOBWBIntegerEnum added = other.GetAsIntegerEnum();
+        KOBWBIntegerEnum added = other.GetAsIntegerEnum();
+        added.Correct(environment);
         if (added.GetRepresentation() == KOBWBEnumList)
             for (int i = 0; i < added.GetSize(); ++i) m_integerEnum.Insert(added.Get(i));
         else if (added.GetRepresentation() == KOBWBEnumAny)
@@ -180,7 +181,8 @@ void KOBWBValue::Unite(const KOBWBEnvironment& environment, const KOBWBValue& ot
         break;
     }
     case KOBWBRealEnumValue: {
-        const KOBWBRealEnum added = other.GetAsRealEnum();
+        KOBWBRealEnum added = other.GetAsRealEnum();
+        added.Correct(environment);
         if (added.GetRepresentation() == KOBWBEnumList)
             for (int i = 0; i < added.GetSize(); ++i) m_realEnum.Insert(added.Get(i), tolerance);
         else if (added.GetRepresentation() == KOBWBEnumAny)

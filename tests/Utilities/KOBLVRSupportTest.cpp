@@ -1,0 +1,134 @@
+#include "KOBLVRUtilities.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+
+TEST(KOBLVRString, ValueSemanticsAndConcatenation) {
+    KOBLVRString empty;
+    EXPECT_STREQ(empty.str(), "");
+    KOBLVRString a("va");
+    a += 12;
+    EXPECT_EQ(a, "va12");
+    KOBLVRString b = a;
+    b += "x";
+    EXPECT_EQ(a, "va12");
+    EXPECT_EQ(b, "va12x");
+    EXPECT_TRUE("va12" == a);
+    EXPECT_EQ(KOBLVRString("a") + KOBLVRString("b") + "c", "abc");
+    EXPECT_EQ("z" + KOBLVRString("y"), "zy");
+    a += a;
+    EXPECT_EQ(a, "va12va12");
+    a = a.str() + 2;
+    EXPECT_EQ(a, "12va12");
+    EXPECT_EQ(KOBLVRString(-7), "-7");
+    EXPECT_EQ(KOBLVRString(0.5, 3), "0.5");
+    a.clear();
+    EXPECT_EQ(a.Length(), 0);
+    const char* none = nullptr;
+    a = none;
+    EXPECT_EQ(a, "");
+}
+
+TEST(KOBLVRIntArray, GrowsSortsSearchesAndDeduplicates) {
+    KOBLVRIntArray array;
+    array.SetDimension(3);
+    EXPECT_EQ(array.Size(), 3);
+    EXPECT_EQ(array[2], 0);
+    array.Set(5, 9);
+    EXPECT_EQ(array.Size(), 6);
+    EXPECT_EQ(array[4], 0);
+    array.Append(4);
+    array.Append(9);
+    EXPECT_EQ(array.Locate(9, 0), 5);
+    EXPECT_EQ(array.Locate(9, 6), 7);
+    EXPECT_EQ(array.Locate(42, 0), -1);
+    array.RemoveDuplicates();
+    ASSERT_EQ(array.Size(), 3);
+    EXPECT_EQ(array[0], 0);
+    EXPECT_EQ(array[1], 4);
+    EXPECT_EQ(array[2], 9);
+    EXPECT_EQ(array.BinarySearch(4), 1);
+    EXPECT_EQ(array.BinarySearch(5), -1);
+    KOBLVRIntArray copy(array);
+    array.Fill(2, 7);
+    EXPECT_EQ(copy.Size(), 3);
+    EXPECT_EQ(array.Size(), 2);
+    EXPECT_EQ(array[1], 7);
+    array.Set(-1, 3);
+    EXPECT_EQ(array.Size(), 2);
+
+    KOBLVRBoolArray flags(3, true);
+    EXPECT_TRUE(flags.Check());
+    flags.Set(4, true);
+    EXPECT_FALSE(flags.Check());
+    EXPECT_FALSE(flags[3]);
+}
+
+TEST(KOBLVRStream, WritesTextNumbersAndSections) {
+    std::ostringstream out;
+    {
+        KOBLVRStream stream(&out);
+        stream << "x=" << 3 << " y=" << 0.5 << lvrendl;
+        stream.WriteString(KOBLVRString("done"));
+        EXPECT_TRUE(stream.GetStorage().AddSection("#!MODE", "", "1", KOBLVRStorage::Input, 0));
+        EXPECT_FALSE(stream.GetStorage().AddSection("#!MODE", "", "2", KOBLVRStorage::Input, 1));
+        stream.GetStorage().AddSection("#!OUT", "", "", KOBLVRStorage::Output, 0);
+        stream << lvrendl;
+        stream.WriteSections(KOBLVRStorage::Input);
+    }
+    EXPECT_EQ(out.str(), "x=3 y=0.5\ndone\n#!MODE\n1\n");
+
+    KOBLVRStream unopened(KOBLVRString("/nonexistent-folder/trace.txt"), KOBLVRTraceStream, false);
+    EXPECT_FALSE(unopened.IsOpen());
+    unopened << "ignored" << lvrendl;
+}
+
+TEST(KOBLVRGlobalParameters, TraceStreamFollowsLevel) {
+    KOBLVRGlobalParameters& parameters = GetGlobalParameters();
+    std::ostringstream out;
+    KOBLVRStream stream(&out);
+    EXPECT_EQ(parameters.GetTraceStream(), nullptr);
+    parameters.SetTraceStream(&stream);
+    parameters.SetTraceLevel(1);
+    EXPECT_EQ(parameters.GetTraceStream(1), &stream);
+    EXPECT_EQ(parameters.GetTraceStream(2), nullptr);
+    parameters.SetTraceLevel(0);
+    parameters.SetTraceStream(nullptr);
+}
+
+namespace {
+std::string lastAssertion;
+void RecordAssertion(const char* condition, const char* file, unsigned line) {
+    lastAssertion = std::string(condition) + "|" + file + "|" + std::to_string(line);
+}
+} // namespace
+
+TEST(KOBLVRAssert, HandlerReceivesReportsAndDefaultIsRestored) {
+    const KOBLVRAssertHandler previous = KOBLVRSetAssertHandler(RecordAssertion);
+    KOBLVRAssertError("iapChildren", "WhiteBoxData/src/KOBWBOperator", 34);
+    EXPECT_EQ(lastAssertion, "iapChildren|WhiteBoxData/src/KOBWBOperator|34");
+    EXPECT_EQ(KOBLVRSetAssertHandler(nullptr), RecordAssertion);
+    testing::internal::CaptureStderr();
+    KOBLVRAssertError("x", "m", 1);
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("x"), std::string::npos);
+    KOBLVRSetAssertHandler(previous);
+}
+
+TEST(KOBLVRFile, PathsAndEnvironment) {
+    EXPECT_EQ(KOBLVRMakePath("dir", "file.txt"), "dir/file.txt");
+    EXPECT_EQ(KOBLVRMakePath("dir/", "file.txt"), "dir/file.txt");
+    EXPECT_EQ(KOBLVRMakePath("", "file.txt"), "file.txt");
+    EXPECT_EQ(KOBLVRGetEnv("KOBWBX_SURELY_UNSET_VARIABLE"), "");
+
+    KOBLVRExpressionTerm* sum = KOBLVRExpressionTerm::Create(KOBLVRTermSum);
+    sum->AddChild(KOBLVRExpressionTerm::Create(2.0));
+    sum->AddChild(KOBLVRExpressionTerm::Create(KOBLVRString("x")));
+    std::ostringstream out;
+    KOBLVRStream stream(&out);
+    sum->Print(stream, false);
+    EXPECT_EQ(out.str(), "2 + x");
+    KOBLVRExpressionTerm::Destroy(sum);
+    EXPECT_EQ(sum, nullptr);
+}
