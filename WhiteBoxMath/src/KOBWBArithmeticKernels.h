@@ -34,12 +34,14 @@ inline KOBWBRealInterval Ordered(const KOBWBRealInterval& a) {
 // The clamping of every real result, after ordering bounds that crossed only
 // because their arguments did.
 inline KOBWBRealInterval ClampOrdered(double lower, double upper) {
-    return lower > upper ? ClampReal(upper, lower) : ClampReal(lower, upper);
+    return ClampReal(std::min(lower, upper), std::max(lower, upper));
 }
 
+// Both arguments consistent; otherwise bit 1. Tested without short-circuit, which
+// saves a branch on the hot paths.
 template <class Interval>
 bool ConsistentPair(const KOBWBEnvironment& environment, const Interval& a, const Interval& b) {
-    if (IsConsistentArgument(a) && IsConsistentArgument(b)) return true;
+    if (IsConsistentArgument(a) & IsConsistentArgument(b)) return true;
     environment.SetError(errorEmptyArgument);
     return false;
 }

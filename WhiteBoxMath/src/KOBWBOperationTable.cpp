@@ -20,7 +20,7 @@ using Real = KOBWBRealInterval;
 using Integer = KOBWBIntegerInterval;
 using Arguments = UnaryArguments;
 
-// Rows in the order of the enumerations of the header.
+} // namespace
 
 const UnaryOperation unaryOperations[] = {
     // Abs
@@ -99,6 +99,8 @@ const ComparisonOperation comparisonOperations[] = {
      [](const Environment& e, const Integer& a, const Integer& b) { return KOBWBEqual(e, a, b); }, true, true},
 };
 
+namespace {
+
 constexpr int unaryCount = static_cast<int>(Unary::Step) + 1;
 constexpr int binaryCount = static_cast<int>(Binary::Sign) + 1;
 constexpr int comparisonCount = static_cast<int>(Comparison::NotEqual) + 1;
@@ -108,11 +110,5 @@ static_assert(sizeof(comparisonOperations) / sizeof(comparisonOperations[0]) == 
               "one row a comparison");
 
 } // namespace
-
-const UnaryOperation& OperationOf(Unary code) { return unaryOperations[static_cast<int>(code)]; }
-
-const BinaryOperation& OperationOf(Binary code) { return binaryOperations[static_cast<int>(code)]; }
-
-const ComparisonOperation& OperationOf(Comparison code) { return comparisonOperations[static_cast<int>(code)]; }
 
 } // namespace kobwb

@@ -73,9 +73,16 @@ struct ComparisonOperation {
 
 enum class Comparison { Equal, LessEqual, NotEqual };
 
-const UnaryOperation& OperationOf(Unary code);
-const BinaryOperation& OperationOf(Binary code);
-const ComparisonOperation& OperationOf(Comparison code);
+// The rows, in the order of the enumerations above.
+extern const UnaryOperation unaryOperations[];
+extern const BinaryOperation binaryOperations[];
+extern const ComparisonOperation comparisonOperations[];
+
+inline const UnaryOperation& OperationOf(Unary code) { return unaryOperations[static_cast<int>(code)]; }
+inline const BinaryOperation& OperationOf(Binary code) { return binaryOperations[static_cast<int>(code)]; }
+inline const ComparisonOperation& OperationOf(Comparison code) {
+    return comparisonOperations[static_cast<int>(code)];
+}
 
 } // namespace kobwb
 

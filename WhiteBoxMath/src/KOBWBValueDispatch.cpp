@@ -201,23 +201,8 @@ KOBWBBoolean PairwiseComparison(const KOBWBEnvironment& environment, const Compa
     return BooleanOf(outcomes);
 }
 
-} // namespace
-
-KOBWBValue ApplyUnary(const KOBWBEnvironment& environment, Unary code, const KOBWBValue& x,
-                      const UnaryArguments& arguments) {
-    const UnaryOperation& op = OperationOf(code);
-    const KOBWBValueType type = x.GetType();
-    const Shape shape = ShapeOf(type);
-    if (shape == Shape::Bad) return BadKind(environment);
-    if (IsIntegerKind(type) && op.integerUse == IntegerUse::Unchanged) return x;
-    if (IsIntegerKind(type) && op.integerUse == IntegerUse::Own)
-        return UnaryOnIntegers(environment, op, x, shape, arguments);
-    return UnaryOnReals(environment, op, x, shape, arguments);
-}
-
-KOBWBValue ApplyBinary(const KOBWBEnvironment& environment, Binary code, const KOBWBValue& a,
-                       const KOBWBValue& b, const KOBWBRealInterval* hint) {
-    const BinaryOperation& op = OperationOf(code);
+KOBWBValue BinaryOnAnyKinds(const KOBWBEnvironment& environment, const BinaryOperation& op, const KOBWBValue& a,
+                            const KOBWBValue& b, const KOBWBRealInterval* hint) {
     const KOBWBValueType typeA = a.GetType();
     const KOBWBValueType typeB = b.GetType();
     const Shape shapeA = ShapeOf(typeA);
@@ -239,6 +224,30 @@ KOBWBValue ApplyBinary(const KOBWBEnvironment& environment, Binary code, const K
     }
     const KOBWBRealInterval image = op.real(environment, a.GetAsRealInterval(), b.GetAsRealInterval(), hint);
     return scalars ? ScalarResult(image) : KOBWBValue(image);
+}
+
+} // namespace
+
+KOBWBValue ApplyUnary(const KOBWBEnvironment& environment, Unary code, const KOBWBValue& x,
+                      const UnaryArguments& arguments) {
+    const UnaryOperation& op = OperationOf(code);
+    const KOBWBValueType type = x.GetType();
+    const Shape shape = ShapeOf(type);
+    if (shape == Shape::Bad) return BadKind(environment);
+    if (IsIntegerKind(type) && op.integerUse == IntegerUse::Unchanged) return x;
+    if (IsIntegerKind(type) && op.integerUse == IntegerUse::Own)
+        return UnaryOnIntegers(environment, op, x, shape, arguments);
+    return UnaryOnReals(environment, op, x, shape, arguments);
+}
+
+// Two real intervals, the commonest case of evaluation, skip the dispatch.
+KOBWBValue ApplyBinary(const KOBWBEnvironment& environment, Binary code, const KOBWBValue& a,
+                       const KOBWBValue& b, const KOBWBRealInterval* hint) {
+    const BinaryOperation& op = OperationOf(code);
+    const KOBWBRealInterval* realA = a.GetRealIntervalPayload();
+    const KOBWBRealInterval* realB = b.GetRealIntervalPayload();
+    if (realA && realB) return KOBWBValue(op.real(environment, *realA, *realB, hint));
+    return BinaryOnAnyKinds(environment, op, a, b, hint);
 }
 
 KOBWBValue ApplyComparison(const KOBWBEnvironment& environment, Comparison code, const KOBWBValue& a,
