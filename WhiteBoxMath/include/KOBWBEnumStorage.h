@@ -15,6 +15,14 @@ namespace kobwb {
 
 constexpr int enumInitialCapacity = 50;
 
+// The representation a domain constructed without elements takes: an empty list is
+// nil and an interval without bounds is any.
+inline KOBWBEnumRepresentation WithoutElements(KOBWBEnumRepresentation representation) {
+    if (representation == KOBWBEnumList) return KOBWBEnumNil;
+    if (representation == KOBWBEnumInterval) return KOBWBEnumAny;
+    return representation;
+}
+
 template <class T>
 struct EnumStorage {
     T* elements = nullptr;
@@ -31,7 +39,9 @@ struct EnumStorage {
         other.count = 0;
         other.capacity = enumInitialCapacity;
     }
-    ~EnumStorage() { std::free(elements); }
+    ~EnumStorage() {
+        if (elements) std::free(elements);
+    }
 
     EnumStorage& operator=(const EnumStorage& other) {
         if (this != &other) CopyFrom(other);

@@ -13,7 +13,9 @@ class KOBWBEnvironment;
 class KOBWBX_API KOBWBIntegerEnum {
 public:
     // A requested list becomes nil and a requested interval becomes any.
-    explicit KOBWBIntegerEnum(KOBWBEnumRepresentation representation = KOBWBEnumAny);
+    explicit KOBWBIntegerEnum(KOBWBEnumRepresentation representation = KOBWBEnumAny) {
+        m_domain.representation = kobwb::WithoutElements(representation);
+    }
 
     KOBWBEnumRepresentation GetRepresentation() const { return m_domain.representation; }
     void SetAny() { m_domain.SetState(KOBWBEnumAny); }

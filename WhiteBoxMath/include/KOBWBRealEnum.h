@@ -14,7 +14,9 @@ class KOBWBIntegerEnum;
 class KOBWBX_API KOBWBRealEnum {
 public:
     // A requested list becomes nil and a requested interval becomes any.
-    explicit KOBWBRealEnum(KOBWBEnumRepresentation representation = KOBWBEnumAny);
+    explicit KOBWBRealEnum(KOBWBEnumRepresentation representation = KOBWBEnumAny) {
+        m_domain.representation = kobwb::WithoutElements(representation);
+    }
     KOBWBRealEnum(const KOBWBRealEnum& other) = default;
     KOBWBRealEnum(KOBWBRealEnum&& other) noexcept = default;
     KOBWBRealEnum& operator=(const KOBWBRealEnum& other) = default;

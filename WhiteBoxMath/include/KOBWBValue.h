@@ -20,7 +20,7 @@ public:
     KOBWBValue(double x);
     KOBWBValue(KOBWBBoolean b);
     KOBWBValue(const KOBWBIntegerInterval& interval);
-    KOBWBValue(const KOBWBRealInterval& interval);
+    KOBWBValue(const KOBWBRealInterval& interval) : m_type(KOBWBRealIntervalValue) { m_payload.real = interval; }
     KOBWBValue(const KOBWBIntegerEnum& domain);
     KOBWBValue(const KOBWBRealEnum& domain);
     KOBWBValue(const KOBWBFraction& fraction);
@@ -51,7 +51,7 @@ public:
     // The "any" of the value's kind.
     void SetIndefinite();
 
-    KOBWBValueType GetType() const;
+    KOBWBValueType GetType() const { return m_type != KOBWBFractionValue ? m_type : FractionType(); }
     bool IsAKindOf(KOBWBValueType type) const { return GetType() == type; }
     bool IsAFraction() const { return m_type == KOBWBFractionValue; }
     // Whether the value can be read as the given kind: numbers as numbers,
@@ -67,6 +67,11 @@ public:
     KOBWBRealEnum GetAsRealEnum() const;
     KOBWBBoolean GetAsBoolean() const;
     KOBWBFraction GetAsFraction() const;
+    // The interval of a RealInterval value as stored, without conversion; null for
+    // every other kind. The arithmetic's fast path reads it.
+    const KOBWBRealInterval* GetRealIntervalPayload() const {
+        return m_type == KOBWBRealIntervalValue ? &m_payload.real : nullptr;
+    }
     KOBWBIntegerEnum& GetIntegerEnum() { return m_integerEnum; }
     const KOBWBIntegerEnum& GetIntegerEnum() const { return m_integerEnum; }
     KOBWBRealEnum& GetRealEnum() { return m_realEnum; }
@@ -97,6 +102,9 @@ public:
     void Assign(const KOBWBEnvironment& environment, const KOBWBValue& other);
 
 private:
+    // What a fraction-tagged value reports: Integer or Real.
+    KOBWBValueType FractionType() const;
+
     KOBWBValueType m_type = KOBWBUndefinedValue;
     union Payload {
         KOBWBIntegerInterval integer;

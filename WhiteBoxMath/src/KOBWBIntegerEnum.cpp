@@ -3,13 +3,6 @@
 #include "KOBWBEnvironment.h"
 #include "KOBWBLimits.h"
 
-KOBWBIntegerEnum::KOBWBIntegerEnum(KOBWBEnumRepresentation representation) {
-    // An empty list is nil and an interval without bounds is any.
-    if (representation == KOBWBEnumList) representation = KOBWBEnumNil;
-    if (representation == KOBWBEnumInterval) representation = KOBWBEnumAny;
-    m_domain.representation = representation;
-}
-
 void KOBWBIntegerEnum::Insert(int value) { m_domain.Insert(value, 0); }
 
 void KOBWBIntegerEnum::Remove(int value) {

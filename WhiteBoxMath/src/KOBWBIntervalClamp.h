@@ -6,10 +6,14 @@
 namespace kobwb {
 
 // The clamping rule of every real result, inline for the arithmetic's hot paths.
+// Clamping first and testing the order after gives the same results with one branch:
+// a lower bound above max, or an upper bound below -max, ends up crossed.
 inline KOBWBRealInterval ClampReal(double lower, double upper) {
     const double max = KOBWBMaxReal;
-    if (!(lower <= upper) || lower > max || upper < -max) return {max, -max};
-    return {lower < -max ? -max : lower, upper > max ? max : upper};
+    const double clampedLower = lower < -max ? -max : lower;
+    const double clampedUpper = upper > max ? max : upper;
+    if (!(clampedLower <= clampedUpper)) return {max, -max};
+    return {clampedLower, clampedUpper};
 }
 
 inline int SaturatedAdd(int a, int b, bool& overflow) {

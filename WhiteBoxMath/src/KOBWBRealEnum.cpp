@@ -6,13 +6,6 @@
 
 #include <cmath>
 
-KOBWBRealEnum::KOBWBRealEnum(KOBWBEnumRepresentation representation) {
-    // An empty list is nil and an interval without bounds is any.
-    if (representation == KOBWBEnumList) representation = KOBWBEnumNil;
-    if (representation == KOBWBEnumInterval) representation = KOBWBEnumAny;
-    m_domain.representation = representation;
-}
-
 KOBWBRealEnum& KOBWBRealEnum::operator=(const KOBWBIntegerEnum& other) {
     m_domain.SetCount(other.GetSize());
     m_domain.representation = other.GetRepresentation();

@@ -25,10 +25,6 @@ KOBWBValue::KOBWBValue(const KOBWBIntegerInterval& interval) : m_type(KOBWBInteg
     m_payload.integer = interval;
 }
 
-KOBWBValue::KOBWBValue(const KOBWBRealInterval& interval) : m_type(KOBWBRealIntervalValue) {
-    m_payload.real = interval;
-}
-
 KOBWBValue::KOBWBValue(const KOBWBIntegerEnum& domain)
     : m_type(KOBWBIntegerEnumValue), m_integerEnum(domain) {
     m_payload.real = {0.0, 0.0};
@@ -176,8 +172,7 @@ void KOBWBValue::SetIndefinite() {
     }
 }
 
-KOBWBValueType KOBWBValue::GetType() const {
-    if (m_type != KOBWBFractionValue) return m_type;
+KOBWBValueType KOBWBValue::FractionType() const {
     const long long numerator = m_fraction.numerator;
     const long long denominator = m_fraction.denominator;
     const bool divides = denominator == 0 || numerator % denominator == 0;
