@@ -2,6 +2,7 @@
 
 #include "KOBWBArithmetic.h"
 #include "KOBWBComparisons.h"
+#include "KOBWBEnvironment.h"
 #include "KOBWBExponentials.h"
 #include "KOBWBHyperbolic.h"
 #include "KOBWBLimits.h"
@@ -21,9 +22,16 @@ KOBWBValue And(const KOBWBEnvironment&, const KOBWBValue& a, const KOBWBValue& b
 KOBWBValue Implication(const KOBWBEnvironment&, const KOBWBValue& a, const KOBWBValue& b) {
     return KOBWBImplication(a, b);
 }
+// The index of a root node is its right child; one that is not a single integer
+// has no root and gives the empty real with bit 1.
 KOBWBValue Root(const KOBWBEnvironment& env, const KOBWBValue& a, const KOBWBValue& b) {
-    static const KOBWBValue positive(KOBWBCreateRealInterval(KOBWBMinReal, KOBWBMaxReal));
-    return KOBWBRoot(env, a, b, &positive);
+    const int index = b.GetAsInteger();
+    if (KOBWBIsNilInteger(index) || KOBWBIsAnyInteger(index)) {
+        env.SetError(1);
+        return KOBWBValue(KOBWBReal_Nil);
+    }
+    const KOBWBValue positive(KOBWBCreateRealInterval(KOBWBMinReal, KOBWBMaxReal));
+    return KOBWBRoot(env, a, index, &positive);
 }
 KOBWBValue Atan2(const KOBWBEnvironment& env, const KOBWBValue& y, const KOBWBValue& x) {
     return KOBWBAtan2(env, y, x, nullptr);
