@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <unordered_map>
 #include <vector>
 
@@ -14,7 +15,7 @@
 
 namespace {
 
-constexpr int points = 10000;
+int points = 10000;
 
 struct Interval {
     double lower;
@@ -163,4 +164,9 @@ BENCHMARK(Library)->Unit(benchmark::kMillisecond);
 BENCHMARK(PlainLoop)->Unit(benchmark::kMillisecond);
 BENCHMARK(BinaryNodeMemory)->Iterations(1);
 BENCHMARK(SketchMemory)->Iterations(1);
-BENCHMARK_MAIN();
+int main(int argc, char** argv) {
+    if (const char* override = std::getenv("SKETCH_POINTS")) points = std::atoi(override);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

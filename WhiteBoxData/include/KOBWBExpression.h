@@ -2,12 +2,12 @@
 #define KOBWBExpression_h
 
 #include "KOBWBExpressionType.h"
+#include "KOBWBFactory.h"
 #include "KOBWBValue.h"
 
 #include <memory>
 
 class KOBWBEnvironment;
-class KOBWBFactory;
 class KOBWBVariable;
 
 // A node of an expression graph. The factory that made it owns it. Its value is
@@ -54,10 +54,12 @@ public:
     void Eval(KOBWBValue& result);
     // Evaluates through the buffer; a valid buffer is returned as it is.
     const KOBWBValue& GetValue() {
-        if (m_flags & bufferValid) return m_buffer;
+        if (IsBufferValid()) return m_buffer;
         return Evaluate(false);
     }
-    bool IsBufferValid() const { return (m_flags & bufferValid) != 0; }
+    bool IsBufferValid() const {
+        return (m_flags & bufferValid) && m_generation == m_factory.GetBufferGeneration();
+    }
 
     // 0 for a variable, 1 for a constant; an operator is constant when every
     // child is.
@@ -89,8 +91,14 @@ private:
     const KOBWBValue& Evaluate(bool initialiseEnvironment);
 
     KOBWBExpressionType m_type;
+    // The expression value is the buffer itself since the last evaluation, rather
+    // than a copy of it; SetExprValue stores a value of its own.
+    bool m_exprValueIsBuffer = false;
     KOBWBFactory& m_factory;
     unsigned m_flags = 0;
+    // The factory's buffer generation at the last evaluation: a buffer filled in
+    // an earlier generation is stale, so resetting every buffer is one increment.
+    unsigned m_generation = 0;
     KOBWBValue m_buffer;
     KOBWBValue m_exprValue;
     std::unique_ptr<PropertyTable> m_properties;

@@ -40,6 +40,8 @@ public:
     const KOBWBEnvironment& GetEnvironment() const { return m_environment; }
     void InitEnvForEval() { m_environment.InitForEval(); }
     void SetBufferUsed() { m_bufferUsed = 1; }
+    // Buffers filled in an earlier generation count as reset.
+    unsigned GetBufferGeneration() const { return m_bufferGeneration; }
     // Invalidates the buffers of expr's subgraph, or of every node when expr is
     // null; nothing happens while no buffer was filled since the last reset.
     void ResetBuffer(KOBWBExpression* expr = nullptr);
@@ -210,6 +212,7 @@ private:
     KOBLVRListPKOBWBExpression m_sortedVariables;
     unsigned char m_variablesSorted = 0;
     unsigned char m_bufferUsed = 0;
+    unsigned m_bufferGeneration = 1;
     KOBWBEnvironment m_environment;
     std::unique_ptr<std::vector<PropertyRecord>> m_properties;
     unsigned int m_level;

@@ -35,9 +35,14 @@ int KOBWBExpression::GetNbOfParameters() const { return 0; }
 
 void KOBWBExpression::ResetBuffer(unsigned char) { m_flags = 0; }
 
-const KOBWBValue& KOBWBExpression::GetExprValue() const { return m_exprValue; }
+const KOBWBValue& KOBWBExpression::GetExprValue() const {
+    return m_exprValueIsBuffer ? m_buffer : m_exprValue;
+}
 
-void KOBWBExpression::SetExprValue(const KOBWBValue& value) { m_exprValue = value; }
+void KOBWBExpression::SetExprValue(const KOBWBValue& value) {
+    m_exprValue = value;
+    m_exprValueIsBuffer = false;
+}
 
 const KOBWBEnvironment& KOBWBExpression::GetEnvironment() const {
     return m_factory.GetEnvironment();
@@ -47,17 +52,16 @@ const KOBWBValue& KOBWBExpression::Evaluate(bool initialiseEnvironment) {
     m_factory.SetBufferUsed();
     if (initialiseEnvironment) m_factory.InitEnvForEval();
     DoEval(m_buffer);
-    m_exprValue = m_buffer;
+    m_exprValueIsBuffer = true;
     m_flags |= bufferValid;
+    m_generation = m_factory.GetBufferGeneration();
     return m_buffer;
 }
 
-void KOBWBExpression::Eval(KOBWBValue& result) {
-    result = (m_flags & bufferValid) ? m_buffer : Evaluate(true);
-}
+void KOBWBExpression::Eval(KOBWBValue& result) { result = IsBufferValid() ? m_buffer : Evaluate(true); }
 
 double KOBWBExpression::DoEval() {
-    const KOBWBValue& value = (m_flags & bufferValid) ? m_buffer : Evaluate(true);
+    const KOBWBValue& value = IsBufferValid() ? m_buffer : Evaluate(true);
     return value.GetAsDouble();
 }
 

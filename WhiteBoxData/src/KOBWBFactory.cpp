@@ -36,9 +36,12 @@ void KOBWBFactory::ResetBuffer(KOBWBExpression* expr) {
     if (!m_bufferUsed) return;
     if (expr) {
         expr->ResetBuffer(1);
-    } else {
+    } else if (++m_bufferGeneration == 0) {
+        // The generation wrapped around: clear every flag word once, then go on.
         const int count = m_expressions.Size();
         for (int i = 0; i < count; ++i) m_expressions[i]->ResetBuffer(0);
+        for (int i = 0; i < m_temporaryExpressions.Size(); ++i) m_temporaryExpressions[i]->ResetBuffer(0);
+        m_bufferGeneration = 1;
     }
     m_bufferUsed = 0;
 }
