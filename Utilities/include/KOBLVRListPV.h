@@ -4,7 +4,9 @@
 #include "KOBWBxExport.h"
 
 // A growable array of untyped pointers. Elements may be null.
-// Locate and BinarySearch answer -1 when nothing is found.
+// Locate and BinarySearch answer -1 when nothing is found. Up to two elements are
+// held inside the list itself, so the children of most operators need no block of
+// their own.
 class KOBWBX_API KOBLVRListPV {
 public:
     typedef int (*Comparator)(const void*, const void*);
@@ -34,11 +36,15 @@ public:
     int BinarySearch(const void* key, Comparator compare) const;
 
 private:
+    static constexpr int inlineCapacity = 2;
+
     bool Reserve(int capacity);
+    bool IsInline() const { return m_elements == m_inline; }
 
     int m_count = 0;
-    int m_capacity = 0;
-    void** m_elements = nullptr;
+    int m_capacity = inlineCapacity;
+    void** m_elements = m_inline;
+    void* m_inline[inlineCapacity] = {nullptr, nullptr};
 };
 
 #endif

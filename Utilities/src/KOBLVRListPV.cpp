@@ -9,7 +9,9 @@ KOBLVRListPV::KOBLVRListPV(int capacity) {
 
 KOBLVRListPV::KOBLVRListPV(const KOBLVRListPV& other) { Append(other); }
 
-KOBLVRListPV::~KOBLVRListPV() { std::free(m_elements); }
+KOBLVRListPV::~KOBLVRListPV() {
+    if (!IsInline()) std::free(m_elements);
+}
 
 KOBLVRListPV& KOBLVRListPV::operator=(const KOBLVRListPV& other) {
     if (this != &other) {
@@ -21,12 +23,14 @@ KOBLVRListPV& KOBLVRListPV::operator=(const KOBLVRListPV& other) {
 
 bool KOBLVRListPV::Reserve(int capacity) {
     if (capacity <= m_capacity) return true;
-    // The first allocation takes what is asked (operators size their child lists
+    // The first block takes what is asked (operators size their child lists
     // exactly); later growth doubles.
-    int grown = m_capacity == 0 ? capacity : m_capacity * 2;
+    int grown = IsInline() ? capacity : m_capacity * 2;
     if (grown < capacity) grown = capacity;
-    void** elements = static_cast<void**>(std::realloc(m_elements, sizeof(void*) * grown));
+    void** elements = static_cast<void**>(
+        std::realloc(IsInline() ? nullptr : m_elements, sizeof(void*) * static_cast<size_t>(grown)));
     if (!elements) return false;
+    if (IsInline()) std::memcpy(elements, m_inline, sizeof m_inline);
     m_elements = elements;
     m_capacity = grown;
     return true;

@@ -45,7 +45,7 @@ public:
 
     KOBWBExpressionType GetType() const { return m_type; }
     KOBWBFactory& GetFactory() const { return m_factory; }
-    const KOBWBEnvironment& GetEnvironment() const;
+    const KOBWBEnvironment& GetEnvironment() const { return m_factory.GetEnvironment(); }
 
     // Evaluates through the buffer after initialising the environment's error
     // flags, and returns the result as a double.
@@ -92,7 +92,8 @@ private:
 
     KOBWBExpressionType m_type;
     // The expression value is the buffer itself since the last evaluation, rather
-    // than a copy of it; SetExprValue stores a value of its own.
+    // than a copy of it; a value given to SetExprValue is kept apart, and only
+    // then, so that a node carries one value in the common case.
     bool m_exprValueIsBuffer = false;
     KOBWBFactory& m_factory;
     unsigned m_flags = 0;
@@ -100,7 +101,7 @@ private:
     // an earlier generation is stale, so resetting every buffer is one increment.
     unsigned m_generation = 0;
     KOBWBValue m_buffer;
-    KOBWBValue m_exprValue;
+    std::unique_ptr<KOBWBValue> m_exprValue;
     std::unique_ptr<PropertyTable> m_properties;
 };
 

@@ -36,16 +36,17 @@ int KOBWBExpression::GetNbOfParameters() const { return 0; }
 void KOBWBExpression::ResetBuffer(unsigned char) { m_flags = 0; }
 
 const KOBWBValue& KOBWBExpression::GetExprValue() const {
-    return m_exprValueIsBuffer ? m_buffer : m_exprValue;
+    static const KOBWBValue undefined;
+    if (m_exprValueIsBuffer) return m_buffer;
+    return m_exprValue ? *m_exprValue : undefined;
 }
 
 void KOBWBExpression::SetExprValue(const KOBWBValue& value) {
-    m_exprValue = value;
+    if (m_exprValue)
+        *m_exprValue = value;
+    else
+        m_exprValue.reset(new (std::nothrow) KOBWBValue(value));
     m_exprValueIsBuffer = false;
-}
-
-const KOBWBEnvironment& KOBWBExpression::GetEnvironment() const {
-    return m_factory.GetEnvironment();
 }
 
 const KOBWBValue& KOBWBExpression::Evaluate(bool initialiseEnvironment) {
