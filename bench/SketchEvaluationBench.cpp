@@ -117,6 +117,16 @@ void Library(benchmark::State& state) {
                                                               benchmark::Counter::kInvert);
 }
 
+void LibraryInCreationOrder(benchmark::State& state) {
+    KOBWBFactory factory;
+    const bench::Sketch sketch = bench::BuildSketch(factory, points);
+    const int count = factory.GetNbOfExpressions();
+    for (auto _ : state) {
+        factory.ResetBuffer(nullptr);
+        for (int i = 0; i < count; ++i) benchmark::DoNotOptimize(factory.GetExpression(i)->GetValue());
+    }
+}
+
 void PlainLoop(benchmark::State& state) {
     KOBWBFactory factory;
     const bench::Sketch sketch = bench::BuildSketch(factory, points);
@@ -161,6 +171,7 @@ void SketchMemory(benchmark::State& state) {
 } // namespace
 
 BENCHMARK(Library)->Unit(benchmark::kMillisecond);
+BENCHMARK(LibraryInCreationOrder)->Unit(benchmark::kMillisecond);
 BENCHMARK(PlainLoop)->Unit(benchmark::kMillisecond);
 BENCHMARK(BinaryNodeMemory)->Iterations(1);
 BENCHMARK(SketchMemory)->Iterations(1);

@@ -5,6 +5,7 @@
 #include "KOBWBFactory.h"
 #include "KOBWBValue.h"
 
+#include <cstddef>
 #include <memory>
 
 class KOBWBEnvironment;
@@ -16,6 +17,11 @@ class KOBWBX_API KOBWBExpression {
 public:
     virtual ~KOBWBExpression();
     KOBWBExpression(const KOBWBExpression&) = delete;
+    // Nodes are made in their factory's storage and released with it; deleting a
+    // node only runs its destructor.
+    static void* operator new(std::size_t size, KOBWBFactory& factory) noexcept;
+    static void operator delete(void*) noexcept {}
+    static void operator delete(void*, KOBWBFactory&) noexcept {}
     KOBWBExpression& operator=(const KOBWBExpression&) = delete;
 
     // Structural equality; the base compares identity.

@@ -20,6 +20,10 @@ class KOBWBExpression;
 class KOBWBValue;
 class KOBWBVariable;
 
+namespace kobwb {
+class NodeArena;
+}
+
 // Makes and owns every node, equation and handed-over black box of one equation
 // system, and holds the environment its evaluations use. Callers keep plain
 // pointers and never delete nodes; everything goes with the factory.
@@ -189,6 +193,9 @@ protected:
 
 private:
     friend class KOBWBEquation;
+    friend class KOBWBExpression;
+
+    void* AllocateNode(std::size_t size);
 
     struct PropertyRecord {
         KOBLVRString name;
@@ -216,6 +223,7 @@ private:
     KOBWBEnvironment m_environment;
     std::unique_ptr<std::vector<PropertyRecord>> m_properties;
     unsigned int m_level;
+    std::unique_ptr<kobwb::NodeArena> m_arena;
 };
 
 #endif

@@ -19,6 +19,10 @@ KOBWBExpression::KOBWBExpression(KOBWBFactory& factory, KOBWBExpressionType type
 
 KOBWBExpression::~KOBWBExpression() = default;
 
+void* KOBWBExpression::operator new(std::size_t size, KOBWBFactory& factory) noexcept {
+    return factory.AllocateNode(size);
+}
+
 unsigned char KOBWBExpression::IsEqualTo(const KOBWBExpression* other) const {
     return other == this;
 }

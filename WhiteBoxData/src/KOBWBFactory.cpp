@@ -4,6 +4,7 @@
 #include "KOBWBBlackBox.h"
 #include "KOBWBConstant.h"
 #include "KOBWBEquation.h"
+#include "KOBWBNodeArena.h"
 #include "KOBWBVariable.h"
 
 #include <cstring>
@@ -13,7 +14,8 @@
 // buffers and properties. Equations, operators and the copying services live in
 // their own files.
 
-KOBWBFactory::KOBWBFactory(unsigned int level) : m_level(level) {
+KOBWBFactory::KOBWBFactory(unsigned int level)
+    : m_level(level), m_arena(new (std::nothrow) kobwb::NodeArena) {
     m_temporaryProperty = RegisterProperty("temporary", 0);
 }
 
@@ -27,6 +29,8 @@ KOBWBFactory::~KOBWBFactory() {
     m_temporaryExpressions.DeleteAll();
     m_properties.reset();
 }
+
+void* KOBWBFactory::AllocateNode(std::size_t size) { return m_arena ? m_arena->Allocate(size) : nullptr; }
 
 KOBWBExpression* KOBWBFactory::GetExpression(int i) const {
     return i >= 0 && i < m_expressions.Size() ? m_expressions[i] : nullptr;
@@ -58,7 +62,7 @@ KOBWBExpression* KOBWBFactory::AddExpression(KOBWBExpression* expr) {
 }
 
 KOBWBVariable* KOBWBFactory::CreateVariable() {
-    KOBWBVariable* variable = new (std::nothrow) KOBWBVariable(*this, m_variables.Size());
+    KOBWBVariable* variable = new (*this) KOBWBVariable(*this, m_variables.Size());
     if (!variable) return nullptr;
     m_expressions.Append(variable);
     m_variables.Append(variable);
@@ -67,7 +71,7 @@ KOBWBVariable* KOBWBFactory::CreateVariable() {
 }
 
 KOBWBConstant* KOBWBFactory::NewConstant(const KOBWBValue& value) {
-    return new (std::nothrow) KOBWBConstant(*this, value);
+    return new (*this) KOBWBConstant(*this, value);
 }
 
 KOBWBConstant* KOBWBFactory::CreateConstant(const KOBWBValue& value) {

@@ -8,7 +8,7 @@
 KOBWBExpression* KOBWBFactory::DeclareBlackBox(KOBWBBlackBox* blackBox, int n, KOBWBExpression** arguments,
                                                unsigned char giveOwnership) {
     if (!blackBox) return nullptr;
-    auto* node = new (std::nothrow) KOBWBBlackBoxOperator(*this, n, arguments, *blackBox, m_nextBlackBoxId);
+    auto* node = new (*this) KOBWBBlackBoxOperator(*this, n, arguments, *blackBox, m_nextBlackBoxId);
     if (!node) return nullptr;
     ++m_nextBlackBoxId;
     AddExpression(node);

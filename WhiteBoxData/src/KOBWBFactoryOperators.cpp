@@ -19,34 +19,34 @@ KOBWBExpression* KOBWBFactory::CreateAlgebraicOperator(KOBWBExpressionType type,
     if (n < 2 || !children) return nullptr;
     for (int i = 0; i < n; ++i)
         if (!children[i]) return nullptr;
-    return AddExpression(new (std::nothrow) KOBWBAlgebraicOperator(*this, type, n, children));
+    return AddExpression(new (*this) KOBWBAlgebraicOperator(*this, type, n, children));
 }
 
 KOBWBExpression* KOBWBFactory::CreateBinaryOperator(KOBWBExpressionType type, KOBWBExpression* a,
                                                     KOBWBExpression* b) {
     if (!a || !b) return nullptr;
-    return AddExpression(new (std::nothrow) KOBWBBinaryOperator(*this, type, a, b));
+    return AddExpression(new (*this) KOBWBBinaryOperator(*this, type, a, b));
 }
 
 KOBWBExpression* KOBWBFactory::CreateUnaryOperator(KOBWBExpressionType type, KOBWBExpression* x) {
     if (!x) return nullptr;
-    return AddExpression(new (std::nothrow) KOBWBUnaryOperator(*this, type, x));
+    return AddExpression(new (*this) KOBWBUnaryOperator(*this, type, x));
 }
 
 KOBWBExpression* KOBWBFactory::CreateTrigonometricOperator(KOBWBExpressionType type, KOBWBExpression* x) {
     if (!x) return nullptr;
-    return AddExpression(new (std::nothrow) KOBWBTrigonometricOperator(*this, type, x));
+    return AddExpression(new (*this) KOBWBTrigonometricOperator(*this, type, x));
 }
 
 KOBWBExpression* KOBWBFactory::CreateBooleanOperator(KOBWBExpressionType type, KOBWBExpression* a,
                                                      KOBWBExpression* b) {
     if (!a || !b) return nullptr;
-    return AddExpression(new (std::nothrow) KOBWBBooleanOperator(*this, type, a, b));
+    return AddExpression(new (*this) KOBWBBooleanOperator(*this, type, a, b));
 }
 
 KOBWBExpression* KOBWBFactory::CreateBooleanOperator(KOBWBExpressionType type, KOBWBExpression* x) {
     if (!x) return nullptr;
-    return AddExpression(new (std::nothrow) KOBWBBooleanOperator(*this, type, x));
+    return AddExpression(new (*this) KOBWBBooleanOperator(*this, type, x));
 }
 
 KOBWBExpression* KOBWBFactory::CreateOperator(KOBWBExpressionType type, KOBWBExpression* x) {
@@ -256,5 +256,5 @@ KOBWBExpression* KOBWBFactory::CreateGreater(KOBWBExpression* a, KOBWBExpression
 KOBWBExpression* KOBWBFactory::CreateIfThenElse(KOBWBExpression* condition, KOBWBExpression* thenBranch,
                                                 KOBWBExpression* elseBranch) {
     if (!condition || !thenBranch || !elseBranch) return nullptr;
-    return AddExpression(new (std::nothrow) KOBWBIfThenElseOperator(*this, condition, thenBranch, elseBranch));
+    return AddExpression(new (*this) KOBWBIfThenElseOperator(*this, condition, thenBranch, elseBranch));
 }

@@ -1,0 +1,39 @@
+#ifndef KOBWBNodeArena_h
+#define KOBWBNodeArena_h
+
+#include <cstddef>
+
+namespace kobwb {
+
+// The storage of a factory's nodes. Nodes live until their factory ends, so they
+// are carved out of large blocks and released all at once. Each block is filled
+// from its top down: a node is created after its children, and evaluation reads a
+// node before its children, so a downward layout turns evaluation into a forward
+// walk through memory.
+class NodeArena {
+public:
+    NodeArena() = default;
+    ~NodeArena();
+    NodeArena(const NodeArena&) = delete;
+    NodeArena& operator=(const NodeArena&) = delete;
+
+    // Null when memory runs out.
+    void* Allocate(std::size_t size) noexcept;
+
+private:
+    // Each block begins with a link to the block made before it.
+    struct Block {
+        Block* previous;
+    };
+
+    static constexpr std::size_t blockSize = 256 * 1024;
+    static constexpr std::size_t alignment = alignof(std::max_align_t);
+
+    Block* m_last = nullptr;
+    unsigned char* m_bottom = nullptr;
+    unsigned char* m_top = nullptr;
+};
+
+} // namespace kobwb
+
+#endif
