@@ -47,12 +47,12 @@ KOBWBRealInterval KOBWBMod(const KOBWBEnvironment& environment, const KOBWBRealI
         environment.SetError(kobwb::errorEmptyArgument);
         return KOBWBReal_Nil;
     }
-    if (y.lower <= 0 && y.upper >= 0) return y;
+    if (y.lower <= 0 && y.upper >= 0) return ClampReal(y.lower, y.upper);
     const KOBWBRealInterval quotient = KOBWBDiv(environment, x, y);
     const double k = std::floor(quotient.lower);
     if (quotient.lower <= quotient.upper && k == std::floor(quotient.upper))
         return kobwb::SubIntervals(environment, x, kobwb::MulIntervals(environment, {k, k}, y));
-    return y.lower > 0 ? KOBWBRealInterval{0.0, y.upper} : KOBWBRealInterval{y.lower, 0.0};
+    return y.lower > 0 ? ClampReal(0.0, y.upper) : ClampReal(y.lower, 0.0);
 }
 
 KOBWBRealInterval KOBWBMin(const KOBWBEnvironment& environment, const KOBWBRealInterval& a,
