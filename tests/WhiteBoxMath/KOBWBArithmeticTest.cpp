@@ -237,6 +237,7 @@ TEST(KOBWBArithmetic, EnumerationsMappedElementByElement) {
 
     const KOBWBValue logs = KOBWBLn(env, RealList({-1.0, 1.0, 2.0}));
     ASSERT_EQ(logs.GetType(), KOBWBRealEnumValue);
+    EXPECT_EQ(logs.GetRealEnum().GetRepresentation(), KOBWBEnumList);
     ASSERT_EQ(logs.GetRealEnum().GetSize(), 2);
     EXPECT_DOUBLE_EQ(logs.GetRealEnum().Get(1), std::log(2.0));
     EXPECT_EQ(env.GetError(), 0u);
