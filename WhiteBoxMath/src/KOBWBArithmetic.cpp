@@ -35,7 +35,8 @@ KOBWBRealInterval KOBWBDiv(const KOBWBEnvironment& environment, const KOBWBRealI
     const double q2 = x.lower / y.upper;
     const double q3 = x.upper / y.lower;
     const double q4 = x.upper / y.upper;
-    return ClampReal(std::min(std::min(q1, q2), std::min(q3, q4)), std::max(std::max(q1, q2), std::max(q3, q4)));
+    return ClampReal(std::min(std::min(q1, q2), std::min(q3, q4)),
+                     std::max(std::max(q1, q2), std::max(q3, q4)));
 }
 
 KOBWBRealInterval KOBWBMod(const KOBWBEnvironment& environment, const KOBWBRealInterval& a,
@@ -135,6 +136,7 @@ KOBWBValue KOBWBDim(const KOBWBEnvironment& environment, const KOBWBValue& a, co
     return kobwb::ApplyBinary(environment, Binary::Dim, a, b);
 }
 
-KOBWBValue KOBWBSign(const KOBWBEnvironment& environment, const KOBWBValue& a, const KOBWBValue& b) {
+KOBWBValue KOBWBSign(const KOBWBEnvironment& environment, const KOBWBValue& a,
+                     const KOBWBValue& b) {
     return kobwb::ApplyBinary(environment, Binary::Sign, a, b);
 }

@@ -53,7 +53,8 @@ KOBWBIntegerInterval KOBWBMod(const KOBWBEnvironment& environment, const KOBWBIn
     const long long divisorLower = b.lower;
     const long long divisorUpper = b.upper;
     if (divisorLower <= 0 && divisorUpper >= 0)
-        return IntegerResult(environment, std::min(divisorLower + 1, 0LL), std::max(divisorUpper - 1, 0LL));
+        return IntegerResult(environment, std::min(divisorLower + 1, 0LL),
+                             std::max(divisorUpper - 1, 0LL));
     const long long q1 = FloorDivision(a.lower, b.lower);
     const long long q2 = FloorDivision(a.lower, b.upper);
     const long long q3 = FloorDivision(a.upper, b.lower);

@@ -20,8 +20,12 @@ void ExpectInterval(const RI& actual, double lower, double upper) {
     EXPECT_DOUBLE_EQ(actual.upper, upper);
 }
 
-bool IsNil(const RI& r) { return r.lower == KOBWBMaxReal && r.upper == -KOBWBMaxReal; }
-bool IsNil(const II& r) { return r.lower == KOBWBMaxInteger && r.upper == -KOBWBMaxInteger; }
+bool IsNil(const RI& r) {
+    return r.lower == KOBWBMaxReal && r.upper == -KOBWBMaxReal;
+}
+bool IsNil(const II& r) {
+    return r.lower == KOBWBMaxInteger && r.upper == -KOBWBMaxInteger;
+}
 
 KOBWBValue Fraction(int numerator, int denominator, int power) {
     return KOBWBValue(KOBWBCreateFraction(numerator, denominator, power, 1));
@@ -121,7 +125,8 @@ TEST(KOBWBArithmetic, ValueKindsFollowTheArguments) {
     KOBWBEnvironment env;
     EXPECT_EQ(KOBWBSum(env, KOBWBValue(2), KOBWBValue(0.5)).GetType(), KOBWBRealValue);
     EXPECT_EQ(KOBWBDiv(env, KOBWBValue(6), KOBWBValue(3)).GetType(), KOBWBRealValue);
-    EXPECT_EQ(KOBWBMul(env, KOBWBValue(2.0), KOBWBValue(II{1, 3})).GetType(), KOBWBRealIntervalValue);
+    EXPECT_EQ(KOBWBMul(env, KOBWBValue(2.0), KOBWBValue(II{1, 3})).GetType(),
+              KOBWBRealIntervalValue);
     EXPECT_EQ(KOBWBRound(env, KOBWBValue(II{1, 4})).GetType(), KOBWBIntegerIntervalValue);
 
     // An argument standing for any gives the function's range as an interval.
@@ -129,7 +134,8 @@ TEST(KOBWBArithmetic, ValueKindsFollowTheArguments) {
     EXPECT_EQ(anyExp.GetType(), KOBWBRealIntervalValue);
     ExpectInterval(anyExp.GetAsRealInterval(), 0, KOBWBMaxReal);
     ExpectInterval(KOBWBSin(env, KOBWBValue(KOBWBSingleInteger_Any)).GetAsRealInterval(), -1, 1);
-    EXPECT_EQ(KOBWBSum(env, KOBWBValue(1.0), KOBWBValue(KOBWBSingleReal_Any)).GetType(), KOBWBRealIntervalValue);
+    EXPECT_EQ(KOBWBSum(env, KOBWBValue(1.0), KOBWBValue(KOBWBSingleReal_Any)).GetType(),
+              KOBWBRealIntervalValue);
     EXPECT_EQ(env.GetError(), 0u);
 
     // A trigonometric function of a single real beyond the limit knows only its range.
@@ -138,7 +144,8 @@ TEST(KOBWBArithmetic, ValueKindsFollowTheArguments) {
     EXPECT_TRUE(KOBWBIsNilReal(KOBWBLn(env, KOBWBValue(-1.0)).GetAsReal()));
     EXPECT_EQ(env.GetError(), 1u);
     env.ClearError();
-    EXPECT_TRUE(KOBWBIsNilInteger(KOBWBSum(env, KOBWBValue(KOBWBMaxInteger), KOBWBValue(1)).GetAsInteger()));
+    EXPECT_TRUE(KOBWBIsNilInteger(
+        KOBWBSum(env, KOBWBValue(KOBWBMaxInteger), KOBWBValue(1)).GetAsInteger()));
     EXPECT_EQ(env.GetError(), 1u);
 }
 

@@ -55,19 +55,25 @@ TEST(KOBWBComparison, IntegersAndValues) {
 
     EXPECT_EQ(KOBWBEqual(env, KOBWBValue(0), KOBWBValue(0.0)).GetAsBoolean(), KOBWBTrue);
     EXPECT_EQ(KOBWBLessEqual(env, KOBWBValue(2), KOBWBValue(II{1, 3})).GetAsBoolean(), KOBWBUndef);
-    EXPECT_EQ(KOBWBEqual(env, KOBWBValue(KOBWBCreateFraction(1, 2, 1, 1)), KOBWBValue(1.5707963267948966)).GetAsBoolean(),
-              KOBWBTrue);
+    EXPECT_EQ(
+        KOBWBEqual(env, KOBWBValue(KOBWBCreateFraction(1, 2, 1, 1)), KOBWBValue(1.5707963267948966))
+            .GetAsBoolean(),
+        KOBWBTrue);
     // Enumerations compare element by element: {1, 5} and {3} have no pair in common.
     EXPECT_EQ(KOBWBEqual(env, IntegerList({1, 5}), IntegerList({3})).GetAsBoolean(), KOBWBFalse);
     EXPECT_EQ(KOBWBEqual(env, IntegerList({1, 3}), KOBWBValue(3)).GetAsBoolean(), KOBWBUndef);
     EXPECT_EQ(KOBWBLessEqual(env, IntegerList({1, 3}), KOBWBValue(3.5)).GetAsBoolean(), KOBWBTrue);
     EXPECT_EQ(KOBWBNotEqual(env, IntegerList({1, 5}), IntegerList({3})).GetAsBoolean(), KOBWBTrue);
     // Two booleans can be tested for equality, not ordered.
-    EXPECT_EQ(KOBWBEqual(env, KOBWBValue(KOBWBTrue), KOBWBValue(KOBWBTrue)).GetAsBoolean(), KOBWBTrue);
-    EXPECT_EQ(KOBWBEqual(env, KOBWBValue(KOBWBTrue), KOBWBValue(KOBWBUndef)).GetAsBoolean(), KOBWBUndef);
-    EXPECT_EQ(KOBWBNotEqual(env, KOBWBValue(KOBWBTrue), KOBWBValue(KOBWBFalse)).GetAsBoolean(), KOBWBTrue);
+    EXPECT_EQ(KOBWBEqual(env, KOBWBValue(KOBWBTrue), KOBWBValue(KOBWBTrue)).GetAsBoolean(),
+              KOBWBTrue);
+    EXPECT_EQ(KOBWBEqual(env, KOBWBValue(KOBWBTrue), KOBWBValue(KOBWBUndef)).GetAsBoolean(),
+              KOBWBUndef);
+    EXPECT_EQ(KOBWBNotEqual(env, KOBWBValue(KOBWBTrue), KOBWBValue(KOBWBFalse)).GetAsBoolean(),
+              KOBWBTrue);
     EXPECT_EQ(env.GetError(), 0u);
-    EXPECT_EQ(KOBWBLessEqual(env, KOBWBValue(KOBWBTrue), KOBWBValue(KOBWBTrue)).GetAsBoolean(), KOBWBContr);
+    EXPECT_EQ(KOBWBLessEqual(env, KOBWBValue(KOBWBTrue), KOBWBValue(KOBWBTrue)).GetAsBoolean(),
+              KOBWBContr);
     EXPECT_EQ(KOBWBEqual(env, KOBWBValue(), KOBWBValue(1)).GetAsBoolean(), KOBWBContr);
     EXPECT_EQ(KOBWBEqual(env, KOBWBValue(KOBWBTrue), KOBWBValue(1)).GetAsBoolean(), KOBWBContr);
     EXPECT_EQ(env.GetError(), 2u);
@@ -83,7 +89,8 @@ TEST(KOBWBComparison, ComparisonsAgreeWithThePointsTheyCover) {
         if (a > b) std::swap(a, b);
         if (c > d) std::swap(c, d);
         const KOBWBBoolean equal = KOBWBEqual(env, II{a, b}, II{c, d});
-        const KOBWBBoolean lessEqual = KOBWBLessEqual(env, RI{double(a), double(b)}, RI{double(c), double(d)});
+        const KOBWBBoolean lessEqual =
+            KOBWBLessEqual(env, RI{double(a), double(b)}, RI{double(c), double(d)});
         bool someEqual = false, allEqual = true, someLess = false, allLess = true;
         for (int x = a; x <= b; ++x) {
             for (int y = c; y <= d; ++y) {
@@ -124,5 +131,6 @@ TEST(KOBWBComparison, FourValuedLogic) {
     EXPECT_EQ(KOBWBOr(KOBWBValue(KOBWBFalse), KOBWBValue(RI{-1, 1})).GetAsBoolean(), KOBWBUndef);
     EXPECT_EQ(KOBWBOr(KOBWBValue(KOBWBTrue), KOBWBValue()).GetAsBoolean(), KOBWBTrue);
     EXPECT_EQ(KOBWBNot(KOBWBValue(RI{2, 1})).GetAsBoolean(), KOBWBContr);
-    EXPECT_EQ(KOBWBImplication(KOBWBValue(II{1, 4}), KOBWBValue(KOBWBFalse)).GetAsBoolean(), KOBWBFalse);
+    EXPECT_EQ(KOBWBImplication(KOBWBValue(II{1, 4}), KOBWBValue(KOBWBFalse)).GetAsBoolean(),
+              KOBWBFalse);
 }

@@ -24,7 +24,9 @@ void ExpectInterval(const RI& actual, double lower, double upper) {
     EXPECT_DOUBLE_EQ(actual.upper, upper);
 }
 
-bool IsNil(const RI& r) { return r.lower == KOBWBMaxReal && r.upper == -KOBWBMaxReal; }
+bool IsNil(const RI& r) {
+    return r.lower == KOBWBMaxReal && r.upper == -KOBWBMaxReal;
+}
 
 // Relative closeness of a bound to its long double reference.
 bool Close(double bound, long double reference, long double relative) {
