@@ -21,7 +21,9 @@ KOBLVRListPV& KOBLVRListPV::operator=(const KOBLVRListPV& other) {
 
 bool KOBLVRListPV::Reserve(int capacity) {
     if (capacity <= m_capacity) return true;
-    int grown = m_capacity < 8 ? 8 : m_capacity * 2;
+    // The first allocation takes what is asked (operators size their child lists
+    // exactly); later growth doubles.
+    int grown = m_capacity == 0 ? capacity : m_capacity * 2;
     if (grown < capacity) grown = capacity;
     void** elements = static_cast<void**>(std::realloc(m_elements, sizeof(void*) * grown));
     if (!elements) return false;

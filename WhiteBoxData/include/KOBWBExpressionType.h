@@ -1,6 +1,8 @@
 #ifndef KOBWBExpressionType_h
 #define KOBWBExpressionType_h
 
+#include "KOBWBxExport.h"
+
 // The kind of an expression node. The model language uses the same codes, plus
 // 45 (opposite) and 46 (binary minus), which exist only in the model tree.
 enum KOBWBExpressionType {
@@ -52,5 +54,8 @@ enum KOBWBExpressionType {
     KOBWBMinusType = 46,
     KOBWBIntegrateType = 47
 };
+
+// A short name of the code ("+", "sin", "atan2", ...); "" for codes no node carries.
+KOBWBX_API const char* KOBWBGetExpressionTypeName(KOBWBExpressionType type);
 
 #endif

@@ -1,11 +1,19 @@
+#include "KOBWBFactory.h"
 #include "KOBWBx.h"
 
 #include <cstdio>
 
+// Builds x + 2 y over intervals through the installed package.
 int main() {
-    KOBWBEnvironment environment;
-    const KOBWBValue value(KOBWBCreateRealInterval(1.0, 2.0));
-    if (!value.IsConsistent(environment) || value.GetWidth() != 1.0) return 1;
+    KOBWBFactory factory;
+    KOBWBVariable* x = factory.CreateVariable();
+    KOBWBVariable* y = factory.CreateVariable();
+    x->SetExprValue(KOBWBValue(KOBWBCreateRealInterval(1.0, 2.0)));
+    y->SetExprValue(KOBWBValue(KOBWBCreateRealInterval(0.0, 1.0)));
+    KOBWBExpression* root = factory.CreateSum(x, factory.CreateProduct(factory.CreateIntegerConstant(2), y));
+    KOBWBEquation* equation = factory.AddEquation(root, KOBWBEqEqual);
+    const KOBWBRealInterval value = equation->GetRoot()->GetValue().GetAsRealInterval();
+    if (value.lower != 1.0 || value.upper != 4.0) return 1;
     std::printf("consumer ok\n");
     return 0;
 }

@@ -1,0 +1,107 @@
+#ifndef KOBWBExpression_h
+#define KOBWBExpression_h
+
+#include "KOBWBExpressionType.h"
+#include "KOBWBFactory.h"
+#include "KOBWBValue.h"
+
+#include <memory>
+
+class KOBWBEnvironment;
+class KOBWBVariable;
+
+// A node of an expression graph. The factory that made it owns it. Its value is
+// computed on demand and kept in the value buffer until the factory resets it.
+class KOBWBX_API KOBWBExpression {
+public:
+    virtual ~KOBWBExpression();
+    KOBWBExpression(const KOBWBExpression&) = delete;
+    KOBWBExpression& operator=(const KOBWBExpression&) = delete;
+
+    // Structural equality; the base compares identity.
+    virtual unsigned char IsEqualTo(const KOBWBExpression* other) const;
+    virtual int GetNbOfChildren() const = 0;
+    virtual KOBWBExpression* GetChild(int i) = 0;
+    virtual const KOBWBExpression* GetChild(int i) const = 0;
+    virtual unsigned char AddChild(KOBWBExpression* child);
+    virtual unsigned char RemoveChild(int i);
+    virtual unsigned char ReplaceChild(int i, KOBWBExpression* child) = 0;
+    virtual void SetParameter(int i, double value);
+    virtual double GetParameter(int i);
+    virtual int GetNbOfParameters() const;
+    // d/dv as a new graph of the same factory; null when there is none.
+    virtual KOBWBExpression* Differentiate(KOBWBVariable* v) = 0;
+    // A primitive by v from the table of known integrals; integrable tells whether
+    // one was found.
+    virtual KOBWBExpression* IntegrateTable(KOBWBVariable* v, unsigned char& integrable) = 0;
+    // 1 when v does not occur in the subgraph.
+    virtual unsigned char IsFree(KOBWBVariable* v) const = 0;
+    // Sets mask[index] for every variable of the subgraph.
+    virtual void FillPresentVariables(unsigned char* mask) const = 0;
+    // Invalidates the buffer; operators clear their whole subgraph when recursive.
+    virtual void ResetBuffer(unsigned char recursive);
+    virtual const KOBWBValue& GetExprValue() const;
+    virtual void SetExprValue(const KOBWBValue& value);
+
+    KOBWBExpressionType GetType() const { return m_type; }
+    KOBWBFactory& GetFactory() const { return m_factory; }
+    const KOBWBEnvironment& GetEnvironment() const;
+
+    // Evaluates through the buffer after initialising the environment's error
+    // flags, and returns the result as a double.
+    double Eval() { return DoEval(); }
+    // Evaluates through the buffer after initialising the environment's error flags.
+    void Eval(KOBWBValue& result);
+    // Evaluates through the buffer; a valid buffer is returned as it is.
+    const KOBWBValue& GetValue() {
+        if (IsBufferValid()) return m_buffer;
+        return Evaluate(false);
+    }
+    bool IsBufferValid() const {
+        return (m_flags & bufferValid) && m_generation == m_factory.GetBufferGeneration();
+    }
+
+    // 0 for a variable, 1 for a constant; an operator is constant when every
+    // child is.
+    unsigned char IsConstant() const;
+    // The variables of the subgraph in index order, in a new array the caller
+    // frees with delete[]; returns their number (0 leaves out untouched).
+    int FindPresentVariables(KOBWBVariable**& out);
+    // The value of a registered property; the factory's default when none is stored.
+    int GetProperty(int property) const;
+    void SetProperty(int property, int value);
+    int GetPropertyTableSize() const;
+    int GetPropertyTableCapacity() const;
+    // Replaces every occurrence of var below this node by by; 0 when this node is
+    // var itself.
+    unsigned char ReplaceVar(KOBWBVariable* var, KOBWBExpression* by);
+
+protected:
+    KOBWBExpression(KOBWBFactory& factory, KOBWBExpressionType type);
+
+    virtual void DoEval(KOBWBValue& result) = 0;
+    virtual double DoEval();
+
+    // The flag bit that marks a valid value buffer.
+    static constexpr unsigned bufferValid = 8;
+
+private:
+    struct PropertyTable;
+
+    const KOBWBValue& Evaluate(bool initialiseEnvironment);
+
+    KOBWBExpressionType m_type;
+    // The expression value is the buffer itself since the last evaluation, rather
+    // than a copy of it; SetExprValue stores a value of its own.
+    bool m_exprValueIsBuffer = false;
+    KOBWBFactory& m_factory;
+    unsigned m_flags = 0;
+    // The factory's buffer generation at the last evaluation: a buffer filled in
+    // an earlier generation is stale, so resetting every buffer is one increment.
+    unsigned m_generation = 0;
+    KOBWBValue m_buffer;
+    KOBWBValue m_exprValue;
+    std::unique_ptr<PropertyTable> m_properties;
+};
+
+#endif

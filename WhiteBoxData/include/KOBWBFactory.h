@@ -1,0 +1,221 @@
+#ifndef KOBWBFactory_h
+#define KOBWBFactory_h
+
+#include "KOBLVRArrayKOBLVRString.h"
+#include "KOBLVRIntArray.h"
+#include "KOBLVRString.h"
+#include "KOBWBDataLists.h"
+#include "KOBWBEnvironment.h"
+#include "KOBWBEquationType.h"
+#include "KOBWBExpressionType.h"
+
+#include <memory>
+#include <vector>
+
+class KOBWBBlackBox;
+class KOBWBConstant;
+class KOBWBDerivBlackBox;
+class KOBWBEquation;
+class KOBWBExpression;
+class KOBWBValue;
+class KOBWBVariable;
+
+// Makes and owns every node, equation and handed-over black box of one equation
+// system, and holds the environment its evaluations use. Callers keep plain
+// pointers and never delete nodes; everything goes with the factory.
+class KOBWBX_API KOBWBFactory {
+public:
+    enum PredefinedConst { Pi = 0, DTOR = 1, RTOD = 2 };
+
+    explicit KOBWBFactory(unsigned int level);
+    // The level is the global configuration level.
+    KOBWBFactory();
+    virtual ~KOBWBFactory();
+    KOBWBFactory(const KOBWBFactory&) = delete;
+    KOBWBFactory& operator=(const KOBWBFactory&) = delete;
+
+    // Frame.
+    unsigned int GetWBLevel() const { return m_level; }
+    KOBWBEnvironment& GetEnvironment() { return m_environment; }
+    const KOBWBEnvironment& GetEnvironment() const { return m_environment; }
+    void InitEnvForEval() { m_environment.InitForEval(); }
+    void SetBufferUsed() { m_bufferUsed = 1; }
+    // Buffers filled in an earlier generation count as reset.
+    unsigned GetBufferGeneration() const { return m_bufferGeneration; }
+    // Invalidates the buffers of expr's subgraph, or of every node when expr is
+    // null; nothing happens while no buffer was filled since the last reset.
+    void ResetBuffer(KOBWBExpression* expr = nullptr);
+    void UpdateIsVariablesSorted(unsigned char sorted) { m_variablesSorted = sorted; }
+    void SetTolerance(double tolerance) { m_environment.SetTolerance(tolerance); }
+    // Every node made outside temporary mode, in creation order.
+    int GetNbOfExpressions() const { return m_expressions.Size(); }
+    KOBWBExpression* GetExpression(int i) const;
+
+    // Leaves.
+    KOBWBVariable* CreateVariable();
+    KOBWBConstant* CreateConstant(const KOBWBValue& value);
+    KOBWBConstant* CreateRealConstant(double value);
+    KOBWBConstant* CreateIntegerConstant(int value);
+    // One node per factory and constant: Pi, Pi/180 and 180/Pi as exact fractions.
+    KOBWBConstant* CreatePredefinedConstant(PredefinedConst constant);
+    KOBWBConstant* CreateConstantPi() { return CreatePredefinedConstant(Pi); }
+    KOBWBConstant* CreateConstantDTOR() { return CreatePredefinedConstant(DTOR); }
+    KOBWBConstant* CreateConstantRTOD() { return CreatePredefinedConstant(RTOD); }
+
+    // Operators, generic forms.
+    KOBWBExpression* CreateAlgebraicOperator(KOBWBExpressionType type, int n, KOBWBExpression** children);
+    KOBWBExpression* CreateBinaryOperator(KOBWBExpressionType type, KOBWBExpression* a, KOBWBExpression* b);
+    KOBWBExpression* CreateUnaryOperator(KOBWBExpressionType type, KOBWBExpression* x);
+    KOBWBExpression* CreateTrigonometricOperator(KOBWBExpressionType type, KOBWBExpression* x);
+    KOBWBExpression* CreateBooleanOperator(KOBWBExpressionType type, KOBWBExpression* a, KOBWBExpression* b);
+    KOBWBExpression* CreateBooleanOperator(KOBWBExpressionType type, KOBWBExpression* x);
+    KOBWBExpression* CreateOperator(KOBWBExpressionType type, KOBWBExpression* x);
+    KOBWBExpression* CreateOperator(KOBWBExpressionType type, int n, KOBWBExpression** children);
+    KOBWBExpression* CreateOperator(KOBWBExpressionType type, KOBLVRListPKOBWBExpression& children);
+    // A new node of the same kind as expr over the same children (a new constant
+    // of the same value for a constant).
+    KOBWBExpression* CreateOperator(KOBWBExpression* expr);
+
+    // Operators, named forms.
+    KOBWBExpression* CreateSum(KOBWBExpression* a, KOBWBExpression* b);
+    KOBWBExpression* CreateSum(int n, KOBWBExpression** children);
+    KOBWBExpression* CreateProduct(KOBWBExpression* a, KOBWBExpression* b);
+    KOBWBExpression* CreateProduct(int n, KOBWBExpression** children);
+    KOBWBExpression* CreateMin(KOBWBExpression* a, KOBWBExpression* b);
+    KOBWBExpression* CreateMax(KOBWBExpression* a, KOBWBExpression* b);
+    // a - b as a sum with a negated second term; b null gives a.
+    KOBWBExpression* CreateSub(KOBWBExpression* a, KOBWBExpression* b);
+    KOBWBExpression* CreateQuotient(KOBWBExpression* a, KOBWBExpression* b);
+    KOBWBExpression* CreatePower(KOBWBExpression* a, KOBWBExpression* b);
+    KOBWBExpression* CreatePower(KOBWBExpression* a, int n);
+    KOBWBExpression* CreateRoot(KOBWBExpression* a, KOBWBExpression* b);
+    KOBWBExpression* CreateRoot(KOBWBExpression* a, int n);
+    // atan2(y, x): the ordinate first.
+    KOBWBExpression* CreateAtan2(KOBWBExpression* y, KOBWBExpression* x);
+    KOBWBExpression* CreateDim(KOBWBExpression* a, KOBWBExpression* b);
+    KOBWBExpression* CreateSign(KOBWBExpression* a, KOBWBExpression* b);
+    KOBWBExpression* CreateMod(KOBWBExpression* a, KOBWBExpression* b);
+    KOBWBExpression* CreateSqrt(KOBWBExpression* x);
+    KOBWBExpression* CreateLog(KOBWBExpression* x);
+    KOBWBExpression* CreateLn(KOBWBExpression* x);
+    KOBWBExpression* CreateExp(KOBWBExpression* x);
+    KOBWBExpression* CreateAbs(KOBWBExpression* x);
+    KOBWBExpression* CreateCeil(KOBWBExpression* x);
+    KOBWBExpression* CreateFloor(KOBWBExpression* x);
+    KOBWBExpression* CreateRound(KOBWBExpression* x);
+    KOBWBExpression* CreateTrunc(KOBWBExpression* x);
+    KOBWBExpression* CreateSin(KOBWBExpression* x);
+    KOBWBExpression* CreateCos(KOBWBExpression* x);
+    KOBWBExpression* CreateTan(KOBWBExpression* x);
+    KOBWBExpression* CreateAsin(KOBWBExpression* x);
+    KOBWBExpression* CreateAcos(KOBWBExpression* x);
+    KOBWBExpression* CreateAtan(KOBWBExpression* x);
+    KOBWBExpression* CreateSinh(KOBWBExpression* x);
+    KOBWBExpression* CreateCosh(KOBWBExpression* x);
+    KOBWBExpression* CreateTanh(KOBWBExpression* x);
+    KOBWBExpression* CreateASinh(KOBWBExpression* x);
+    KOBWBExpression* CreateACosh(KOBWBExpression* x);
+    KOBWBExpression* CreateATanh(KOBWBExpression* x);
+    KOBWBExpression* CreateNot(KOBWBExpression* x);
+    KOBWBExpression* CreateOr(KOBWBExpression* a, KOBWBExpression* b);
+    KOBWBExpression* CreateAnd(KOBWBExpression* a, KOBWBExpression* b);
+    KOBWBExpression* CreateEqual(KOBWBExpression* a, KOBWBExpression* b);
+    KOBWBExpression* CreateNotEqual(KOBWBExpression* a, KOBWBExpression* b);
+    KOBWBExpression* CreateLessEqual(KOBWBExpression* a, KOBWBExpression* b);
+    KOBWBExpression* CreateImplication(KOBWBExpression* a, KOBWBExpression* b);
+    KOBWBExpression* CreateGreaterEqual(KOBWBExpression* a, KOBWBExpression* b);
+    KOBWBExpression* CreateLess(KOBWBExpression* a, KOBWBExpression* b);
+    KOBWBExpression* CreateGreater(KOBWBExpression* a, KOBWBExpression* b);
+    KOBWBExpression* CreateIfThenElse(KOBWBExpression* condition, KOBWBExpression* thenBranch,
+                                      KOBWBExpression* elseBranch);
+
+    // Equations.
+    KOBWBEquation* AddEquation(KOBWBExpression* root, KOBWBEquationType type);
+    // left - right as the root; a null right side leaves left as the root.
+    KOBWBEquation* AddEquation(KOBWBExpression* left, KOBWBEquationType type, KOBWBExpression* right);
+    // Destroys the equation (its root stays) and nulls the pointer.
+    void RemoveEquation(KOBWBEquation*& equation);
+    KOBWBEquation* GetEquationById(int id) const;
+    KOBWBEquation* GetEquationByName(const KOBLVRString& name) const;
+    KOBWBEquation* GetFirstEquation() const;
+    KOBWBEquation* GetLastEquation() const;
+    // The next equation, or the first one for null.
+    KOBWBEquation* GetNextEquation(KOBWBEquation* equation) const;
+    // The previous equation, or the last one for null.
+    KOBWBEquation* GetPrevEquation(KOBWBEquation* equation) const;
+    int GetNbOfEquations() const { return m_equations.Size(); }
+
+    // Variables.
+    int GetNbOfVariables() const { return m_variables.Size(); }
+    // Null outside [0, count).
+    KOBWBVariable* GetVariable(int index) const;
+    // The variable after var, or the first one for null.
+    KOBWBVariable* GetNextVariable(KOBWBVariable* var) const;
+    KOBWBVariable* GetVariable(const KOBLVRString& name);
+
+    // Black boxes.
+    // A node that calls the black box on the arguments; with giveOwnership the
+    // factory destroys the black box at its end. Null for a null black box.
+    KOBWBExpression* DeclareBlackBox(KOBWBBlackBox* blackBox, int n, KOBWBExpression** arguments,
+                                     unsigned char giveOwnership);
+    KOBWBBlackBox* GetBlackBoxByName(const KOBLVRString& name);
+    // The derivative black box of blackBox by variable, if one was made; null else.
+    KOBWBDerivBlackBox* GetDerivBlackBox(KOBWBBlackBox* blackBox, KOBWBVariable* variable);
+
+    // Differentiation: the n-th mixed derivative, by variables[0] first.
+    KOBWBExpression* CreateDerivative(KOBWBExpression* expr, int n, KOBWBVariable** variables);
+
+    // Properties: named per-node integers with a default.
+    int RegisterProperty(const KOBLVRString& name, int defaultValue);
+    int GetDefaultPropertyValue(int property) const;
+
+    // Temporary storage: while on, new nodes are kept apart; switching it off keeps
+    // (as permanent copies) only the nodes that equations reach.
+    void UseTemporaryStorage(unsigned char on);
+    unsigned char IsUsingTemporaryStorage() const { return m_temporaryMode; }
+    // Copies the equations of the source ids with the variables of the old names
+    // replaced by those of the new names (made when missing); the new ids are -1
+    // where a source equation is missing. Returns 0.
+    int CloneEquations(KOBLVRIntArray& sourceIds, KOBLVRIntArray& newIds,
+                       KOBLVRArrayKOBLVRString& oldNames, KOBLVRArrayKOBLVRString& newNames);
+
+protected:
+    KOBWBExpression* AddExpression(KOBWBExpression* expr);
+    KOBWBExpression* ReplaceTemporaryExpressions(KOBWBExpression* expr);
+    // A deep copy of expr in which the variable of each index with a non-null
+    // entry in the substitution is replaced by that entry.
+    KOBWBExpression* CloneExpression(KOBWBExpression* expr, KOBLVRListPKOBWBExpression& substitution);
+    KOBWBExpression* CloneExpression(KOBWBExpression* expr);
+
+private:
+    friend class KOBWBEquation;
+
+    struct PropertyRecord {
+        KOBLVRString name;
+        int defaultValue;
+    };
+
+    KOBWBExpression* NegatedConstant(KOBWBExpression* constant);
+    KOBWBConstant* NewConstant(const KOBWBValue& value);
+
+    KOBLVRListPKOBWBExpression m_expressions;
+    KOBLVRListPKOBWBExpression m_variables;
+    KOBLVRListPKOBWBEquation m_equations;
+    int m_nextEquationId = 0;
+    KOBLVRListPKOBWBBlackBox m_blackBoxes;
+    KOBLVRListPKOBWBBlackBox m_ownedBlackBoxes;
+    int m_nextBlackBoxId = 0;
+    KOBLVRListPKOBWBExpression m_temporaryExpressions;
+    unsigned char m_temporaryMode = 0;
+    int m_temporaryProperty = -1;
+    int m_predefinedConstants[3] = {-1, -1, -1};
+    KOBLVRListPKOBWBExpression m_sortedVariables;
+    unsigned char m_variablesSorted = 0;
+    unsigned char m_bufferUsed = 0;
+    unsigned m_bufferGeneration = 1;
+    KOBWBEnvironment m_environment;
+    std::unique_ptr<std::vector<PropertyRecord>> m_properties;
+    unsigned int m_level;
+};
+
+#endif

@@ -1,0 +1,195 @@
+#include "KOBWBConstant.h"
+#include "KOBWBFactory.h"
+#include "KOBWBOperatorFamilies.h"
+
+#include <cmath>
+#include <vector>
+
+// Symbolic first derivatives of every operator family. Each rule builds new nodes
+// in the node's factory and shares the unchanged subgraphs of the argument graph.
+// Zero terms are dropped from sums and products, unit factors are left out, and
+// integer powers keep integer exponents.
+
+KOBWBExpression* KOBWBFactory::CreateDerivative(KOBWBExpression* expr, int n, KOBWBVariable** variables) {
+    if (!expr || !variables) return nullptr;
+    if (expr->IsConstant()) return CreateIntegerConstant(0);
+    KOBWBExpression* current = expr;
+    for (int i = 0; i < n && current; ++i) current = current->Differentiate(variables[i]);
+    return current;
+}
+
+namespace {
+
+KOBWBExpression* Derivative(KOBWBExpression* child, KOBWBVariable* v) {
+    return child ? child->GetFactory().CreateDerivative(child, 1, &v) : nullptr;
+}
+
+// Whether node is a constant equal to 0, resp. to 1.
+struct ConstantKind {
+    bool zero = false;
+    bool one = false;
+};
+
+ConstantKind Classify(const KOBWBExpression* node) {
+    ConstantKind kind;
+    if (!node || node->GetType() != KOBWBConstantType) return kind;
+    unsigned char zero = 0;
+    unsigned char one = 0;
+    static_cast<const KOBWBConstant*>(node)->IsZeroOrOne(zero, one);
+    kind.zero = zero != 0;
+    kind.one = one != 0;
+    return kind;
+}
+
+// No term: the integer 0; one term: itself; several: their sum.
+KOBWBExpression* SumOfTerms(KOBWBFactory& factory, std::vector<KOBWBExpression*>& terms) {
+    if (terms.empty()) return factory.CreateIntegerConstant(0);
+    if (terms.size() == 1) return terms[0];
+    return factory.CreateOperator(KOBWBSumType, static_cast<int>(terms.size()), terms.data());
+}
+
+// a * term + b, without the factor when a is 1 and without the constant when b is 0.
+KOBWBExpression* Linear(KOBWBFactory& factory, double a, KOBWBExpression* term, double b) {
+    KOBWBExpression* scaled = a == 1.0 ? term : factory.CreateProduct(factory.CreateRealConstant(a), term);
+    return b == 0.0 ? scaled : factory.CreateSum(factory.CreateRealConstant(b), scaled);
+}
+
+KOBWBExpression* LinearOfSquare(KOBWBFactory& factory, double a, KOBWBExpression* x, double b) {
+    return Linear(factory, a, factory.CreatePower(x, 2), b);
+}
+
+} // namespace
+
+KOBWBExpression* KOBWBAlgebraicOperator::Differentiate(KOBWBVariable* v) {
+    if (!v) return this;
+    KOBWBFactory& factory = GetFactory();
+    const int count = GetNbOfChildren();
+    std::vector<KOBWBExpression*> terms;
+    if (GetType() == KOBWBSumType) {
+        for (int i = 0; i < count; ++i) {
+            KOBWBExpression* d = Derivative(GetChild(i), v);
+            if (d && !Classify(d).zero) terms.push_back(d);
+        }
+        return SumOfTerms(factory, terms);
+    }
+    if (GetType() != KOBWBProductType) return nullptr;
+    for (int i = 0; i < count; ++i) {
+        KOBWBExpression* d = Derivative(GetChild(i), v);
+        if (!d) continue;
+        const ConstantKind kind = Classify(d);
+        if (kind.zero) continue;
+        std::vector<KOBWBExpression*> factors;
+        for (int j = 0; j < count; ++j) {
+            if (j != i)
+                factors.push_back(GetChild(j));
+            else if (!kind.one)
+                factors.push_back(d);
+        }
+        terms.push_back(factors.size() == 1
+                            ? factors[0]
+                            : factory.CreateProduct(static_cast<int>(factors.size()), factors.data()));
+    }
+    return SumOfTerms(factory, terms);
+}
+
+KOBWBExpression* KOBWBBinaryOperator::Differentiate(KOBWBVariable* v) {
+    KOBWBExpression* a = GetChild(0);
+    KOBWBExpression* b = GetChild(1);
+    if (!a || !b) return nullptr;
+    if (!v) return this;
+    KOBWBFactory& f = GetFactory();
+    switch (GetType()) {
+    case KOBWBQuotientType: {
+        KOBWBExpression* da = Derivative(a, v);
+        KOBWBExpression* db = Derivative(b, v);
+        return f.CreateQuotient(f.CreateSub(f.CreateProduct(da, b), f.CreateProduct(a, db)), f.CreatePower(b, 2));
+    }
+    case KOBWBPowerType: {
+        KOBWBExpression* da = Derivative(a, v);
+        const bool integerExponent =
+            b->GetType() == KOBWBConstantType && b->GetExprValue().IsAKindOf(KOBWBIntegerValue);
+        if (integerExponent) {
+            const int k = b->GetExprValue().GetAsInteger();
+            if (!Classify(da).one) return f.CreateProduct(b, f.CreateProduct(da, f.CreatePower(a, k - 1)));
+            if (k == 2) return f.CreateProduct(b, a);
+            if (k == 1) return b;
+            return f.CreateProduct(b, f.CreatePower(a, k - 1));
+        }
+        KOBWBExpression* db = Derivative(b, v);
+        KOBWBExpression* baseTerm = f.CreateQuotient(f.CreateProduct(b, da), a);
+        if (Classify(db).zero) return f.CreateProduct(this, baseTerm);
+        return f.CreateProduct(this, f.CreateSum(f.CreateProduct(db, f.CreateLn(a)), baseTerm));
+    }
+    case KOBWBRootType:
+        return f.CreateProduct(this, f.CreateQuotient(Derivative(a, v), f.CreateProduct(a, b)));
+    case KOBWBAtan2Type: {
+        KOBWBExpression* da = Derivative(a, v);
+        KOBWBExpression* db = Derivative(b, v);
+        return f.CreateQuotient(f.CreateSub(f.CreateProduct(da, b), f.CreateProduct(a, db)),
+                                f.CreateSum(f.CreatePower(a, 2), f.CreatePower(b, 2)));
+    }
+    default: return nullptr;
+    }
+}
+
+KOBWBExpression* KOBWBUnaryOperator::Differentiate(KOBWBVariable* v) {
+    if (!v) return this;
+    KOBWBExpression* x = GetChild(0);
+    KOBWBFactory& f = GetFactory();
+    switch (GetType()) {
+    case KOBWBSqrtType:
+        return f.CreateQuotient(Derivative(x, v), f.CreateProduct(f.CreateIntegerConstant(2), f.CreateSqrt(x)));
+    case KOBWBLogType: {
+        static const double ln10 = std::log(10.0);
+        return f.CreateQuotient(Derivative(x, v), f.CreateProduct(x, f.CreateRealConstant(ln10)));
+    }
+    case KOBWBLnType: return f.CreateQuotient(Derivative(x, v), x);
+    case KOBWBExpType: return f.CreateProduct(Derivative(x, v), f.CreateExp(x));
+    case KOBWBCeilType:
+    case KOBWBFloorType:
+    case KOBWBRoundType:
+    case KOBWBTruncType: return f.CreateIntegerConstant(0);
+    default: return nullptr;
+    }
+}
+
+KOBWBExpression* KOBWBTrigonometricOperator::Differentiate(KOBWBVariable* v) {
+    if (!v) return this;
+    KOBWBExpression* x = GetChild(0);
+    KOBWBFactory& f = GetFactory();
+    KOBWBExpression* d = Derivative(x, v);
+    switch (GetType()) {
+    case KOBWBSinType: return f.CreateProduct(f.CreateCos(x), d);
+    case KOBWBCosType: {
+        KOBWBExpression* factors[] = {f.CreateRealConstant(-1.0), f.CreateSin(x), d};
+        return f.CreateProduct(3, factors);
+    }
+    case KOBWBTanType: return f.CreateQuotient(d, f.CreatePower(f.CreateCos(x), 2));
+    case KOBWBAsinType: return f.CreateQuotient(d, f.CreateSqrt(LinearOfSquare(f, -1.0, x, 1.0)));
+    case KOBWBAcosType:
+        return f.CreateQuotient(Linear(f, -1.0, d, 0.0), f.CreateSqrt(LinearOfSquare(f, -1.0, x, 1.0)));
+    case KOBWBAtanType: return f.CreateQuotient(d, LinearOfSquare(f, 1.0, x, 1.0));
+    case KOBWBSinhType: return f.CreateProduct(f.CreateCosh(x), d);
+    case KOBWBCoshType: return f.CreateProduct(f.CreateSinh(x), d);
+    case KOBWBTanhType: return f.CreateProduct(LinearOfSquare(f, -1.0, this, 1.0), d);
+    case KOBWBAsinhType: return f.CreateQuotient(d, f.CreateSqrt(LinearOfSquare(f, 1.0, x, 1.0)));
+    case KOBWBAcoshType: return f.CreateQuotient(d, f.CreateSqrt(LinearOfSquare(f, 1.0, x, -1.0)));
+    case KOBWBAtanhType: return f.CreateQuotient(d, LinearOfSquare(f, -1.0, x, 1.0));
+    default: return nullptr;
+    }
+}
+
+KOBWBExpression* KOBWBIfThenElseOperator::Differentiate(KOBWBVariable* v) {
+    KOBWBExpression* condition = GetChild(0);
+    if (!condition) return nullptr;
+    KOBWBValue test;
+    condition->Eval(test);
+    if (!test.IsAKindOf(KOBWBBooleanValue)) return nullptr;
+    KOBWBExpression* branch = nullptr;
+    switch (test.GetAsBoolean()) {
+    case KOBWBFalse: branch = GetChild(2); break;
+    case KOBWBTrue: branch = GetChild(1); break;
+    default: return nullptr;
+    }
+    return branch ? branch->Differentiate(v) : nullptr;
+}

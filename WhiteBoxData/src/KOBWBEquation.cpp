@@ -1,0 +1,77 @@
+#include "KOBWBEquation.h"
+
+#include "KOBWBExpression.h"
+#include "KOBWBFactory.h"
+#include "KOBWBVariable.h"
+
+#include <vector>
+
+KOBWBEquation::KOBWBEquation(KOBWBFactory* factory, KOBWBExpression* root, KOBWBEquationType type,
+                             int id)
+    : m_factory(factory), m_root(root), m_type(type), m_id(id) {}
+
+KOBWBEquation::~KOBWBEquation() {
+    if (m_prev) m_prev->m_next = m_next;
+    if (m_next) m_next->m_prev = m_prev;
+    m_prev = nullptr;
+    m_next = nullptr;
+}
+
+const KOBLVRString& KOBWBEquation::GetName() {
+    if (m_name.IsEmpty()) {
+        m_name = "eq";
+        m_name += m_id;
+    }
+    return m_name;
+}
+
+void KOBWBEquation::SetName(const KOBLVRString& name) { m_name = name; }
+
+void KOBWBEquation::GetTheoreticalVarList(KOBLVRIntArray* indices) const {
+    if (!indices) return;
+    indices->SetDimension(0);
+    for (int i = 0; i < m_theoreticalVariables.Size(); ++i) indices->Append(m_theoreticalVariables[i]);
+}
+
+void KOBWBEquation::SetTheoreticalVarList(KOBLVRIntArray* indices) {
+    if (!indices) return;
+    m_theoreticalVariables.SetDimension(0);
+    for (int i = 0; i < indices->Size(); ++i) m_theoreticalVariables.Append((*indices)[i]);
+}
+
+namespace {
+
+// The byte mask of the variables below root, sized to the factory's variables.
+std::vector<unsigned char> PresentVariables(const KOBWBExpression& root, int variables) {
+    std::vector<unsigned char> mask(static_cast<size_t>(variables), 0);
+    root.FillPresentVariables(mask.data());
+    return mask;
+}
+
+} // namespace
+
+int KOBWBEquation::FindPresentVariables(KOBLVRListPKOBWBVariable& variables) const {
+    if (!m_root) return 0;
+    if (variables.Size() > 0) variables.RemoveAll();
+    const int count = m_factory->GetNbOfVariables();
+    if (count == 0) return 0;
+    const std::vector<unsigned char> mask = PresentVariables(*m_root, count);
+    for (int i = 0; i < count; ++i)
+        if (mask[static_cast<size_t>(i)]) variables.Append(m_factory->GetVariable(i));
+    return 1;
+}
+
+unsigned char KOBWBEquation::AreVarConsistent() const {
+    if (m_theoreticalVariables.Size() == 0) return 1;
+    const int count = m_factory->GetNbOfVariables();
+    if (count == 0) return 0;
+    if (!m_root) return 1;
+    const std::vector<unsigned char> mask = PresentVariables(*m_root, count);
+    for (int i = 0; i < count; ++i)
+        if (mask[static_cast<size_t>(i)] && m_theoreticalVariables.Locate(i, 0) < 0) return 0;
+    return 1;
+}
+
+void KOBWBEquation::DuplicateRoot() {
+    if (m_root) m_root = m_factory->CloneExpression(m_root);
+}

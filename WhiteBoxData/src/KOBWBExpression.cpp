@@ -1,0 +1,154 @@
+#include "KOBWBExpression.h"
+
+#include "KOBWBFactory.h"
+#include "KOBWBVariable.h"
+
+#include <new>
+#include <unordered_set>
+#include <vector>
+
+// Per-node values of the factory's registered properties; -1 means "the default".
+struct KOBWBExpression::PropertyTable {
+    int count = 0;
+    int capacity = 0;
+    std::unique_ptr<int[]> data;
+};
+
+KOBWBExpression::KOBWBExpression(KOBWBFactory& factory, KOBWBExpressionType type)
+    : m_type(type), m_factory(factory) {}
+
+KOBWBExpression::~KOBWBExpression() = default;
+
+unsigned char KOBWBExpression::IsEqualTo(const KOBWBExpression* other) const {
+    return other == this;
+}
+
+unsigned char KOBWBExpression::AddChild(KOBWBExpression*) { return 0; }
+
+unsigned char KOBWBExpression::RemoveChild(int) { return 0; }
+
+void KOBWBExpression::SetParameter(int, double) {}
+
+double KOBWBExpression::GetParameter(int) { return 0.0; }
+
+int KOBWBExpression::GetNbOfParameters() const { return 0; }
+
+void KOBWBExpression::ResetBuffer(unsigned char) { m_flags = 0; }
+
+const KOBWBValue& KOBWBExpression::GetExprValue() const {
+    return m_exprValueIsBuffer ? m_buffer : m_exprValue;
+}
+
+void KOBWBExpression::SetExprValue(const KOBWBValue& value) {
+    m_exprValue = value;
+    m_exprValueIsBuffer = false;
+}
+
+const KOBWBEnvironment& KOBWBExpression::GetEnvironment() const {
+    return m_factory.GetEnvironment();
+}
+
+const KOBWBValue& KOBWBExpression::Evaluate(bool initialiseEnvironment) {
+    m_factory.SetBufferUsed();
+    if (initialiseEnvironment) m_factory.InitEnvForEval();
+    DoEval(m_buffer);
+    m_exprValueIsBuffer = true;
+    m_flags |= bufferValid;
+    m_generation = m_factory.GetBufferGeneration();
+    return m_buffer;
+}
+
+void KOBWBExpression::Eval(KOBWBValue& result) { result = IsBufferValid() ? m_buffer : Evaluate(true); }
+
+double KOBWBExpression::DoEval() {
+    const KOBWBValue& value = IsBufferValid() ? m_buffer : Evaluate(true);
+    return value.GetAsDouble();
+}
+
+unsigned char KOBWBExpression::IsConstant() const {
+    if (m_type == KOBWBVariableType) return 0;
+    if (m_type == KOBWBConstantType) return 1;
+    const int count = GetNbOfChildren();
+    for (int i = 0; i < count; ++i) {
+        const KOBWBExpression* child = GetChild(i);
+        if (!child || !child->IsConstant()) return 0;
+    }
+    return 1;
+}
+
+int KOBWBExpression::FindPresentVariables(KOBWBVariable**& out) {
+    const int variables = m_factory.GetNbOfVariables();
+    if (variables == 0) return 0;
+    std::vector<unsigned char> mask(static_cast<size_t>(variables), 0);
+    FillPresentVariables(mask.data());
+    int found = 0;
+    for (unsigned char present : mask) found += present ? 1 : 0;
+    if (found == 0) return 0;
+    KOBWBVariable** array = new (std::nothrow) KOBWBVariable*[found];
+    if (!array) return 0;
+    int next = 0;
+    for (int i = 0; i < variables; ++i)
+        if (mask[static_cast<size_t>(i)]) array[next++] = m_factory.GetVariable(i);
+    out = array;
+    return found;
+}
+
+int KOBWBExpression::GetProperty(int property) const {
+    const int fallback = m_factory.GetDefaultPropertyValue(property);
+    if (!m_properties || property < 0 || property >= m_properties->count) return fallback;
+    const int stored = m_properties->data[property];
+    return stored == -1 ? fallback : stored;
+}
+
+void KOBWBExpression::SetProperty(int property, int value) {
+    if (!m_properties) {
+        if (value == m_factory.GetDefaultPropertyValue(property)) return;
+        m_properties.reset(new (std::nothrow) PropertyTable);
+        if (!m_properties) return;
+    }
+    PropertyTable& table = *m_properties;
+    if (property < table.count) {
+        table.data[property] = value;
+        return;
+    }
+    const int size = property + 1;
+    if (size > table.capacity) {
+        int capacity = table.capacity < 4 ? 4 : table.capacity;
+        while (capacity < size) capacity *= 2;
+        std::unique_ptr<int[]> data(new (std::nothrow) int[static_cast<size_t>(capacity)]);
+        if (!data) return;
+        for (int i = 0; i < table.count; ++i) data[i] = table.data[i];
+        table.data = std::move(data);
+        table.capacity = capacity;
+    }
+    for (int i = table.count; i < size; ++i) table.data[i] = -1;
+    table.count = size;
+    table.data[property] = value;
+}
+
+int KOBWBExpression::GetPropertyTableSize() const { return m_properties ? m_properties->count : 0; }
+
+int KOBWBExpression::GetPropertyTableCapacity() const {
+    return m_properties ? m_properties->capacity : 0;
+}
+
+unsigned char KOBWBExpression::ReplaceVar(KOBWBVariable* var, KOBWBExpression* by) {
+    if (this == var) return 0;
+    std::unordered_set<KOBWBExpression*> visited;
+    std::vector<KOBWBExpression*> pending{this};
+    while (!pending.empty()) {
+        KOBWBExpression* node = pending.back();
+        pending.pop_back();
+        if (!visited.insert(node).second) continue;
+        const int count = node->GetNbOfChildren();
+        for (int i = 0; i < count; ++i) {
+            KOBWBExpression* child = node->GetChild(i);
+            if (!child) continue;
+            if (child == var)
+                node->ReplaceChild(i, by);
+            else
+                pending.push_back(child);
+        }
+    }
+    return 1;
+}

@@ -1,0 +1,64 @@
+#include "KOBWBEquation.h"
+#include "KOBWBFactory.h"
+
+#include <new>
+
+KOBWBEquation* KOBWBFactory::AddEquation(KOBWBExpression* root, KOBWBEquationType type) {
+    if (!root) return nullptr;
+    KOBWBEquation* equation = new (std::nothrow) KOBWBEquation(this, root, type, m_nextEquationId);
+    if (!equation) return nullptr;
+    ++m_nextEquationId;
+    KOBWBEquation* last = GetLastEquation();
+    equation->m_prev = last;
+    if (last) last->m_next = equation;
+    m_equations.Append(equation);
+    return equation;
+}
+
+KOBWBEquation* KOBWBFactory::AddEquation(KOBWBExpression* left, KOBWBEquationType type,
+                                         KOBWBExpression* right) {
+    return AddEquation(right ? CreateSub(left, right) : left, type);
+}
+
+void KOBWBFactory::RemoveEquation(KOBWBEquation*& equation) {
+    if (!equation) return;
+    if (m_equations.RemoveValue(equation)) delete equation;
+    equation = nullptr;
+}
+
+KOBWBEquation* KOBWBFactory::GetEquationById(int id) const {
+    int low = 0;
+    int high = m_equations.Size() - 1;
+    while (low <= high) {
+        const int middle = low + (high - low) / 2;
+        KOBWBEquation* equation = m_equations[middle];
+        if (equation->GetId() == id) return equation;
+        if (equation->GetId() < id)
+            low = middle + 1;
+        else
+            high = middle - 1;
+    }
+    return nullptr;
+}
+
+KOBWBEquation* KOBWBFactory::GetEquationByName(const KOBLVRString& name) const {
+    for (int i = 0; i < m_equations.Size(); ++i)
+        if (m_equations[i]->GetName() == name) return m_equations[i];
+    return nullptr;
+}
+
+KOBWBEquation* KOBWBFactory::GetFirstEquation() const {
+    return m_equations.Size() > 0 ? m_equations[0] : nullptr;
+}
+
+KOBWBEquation* KOBWBFactory::GetLastEquation() const {
+    return m_equations.Size() > 0 ? m_equations[m_equations.Size() - 1] : nullptr;
+}
+
+KOBWBEquation* KOBWBFactory::GetNextEquation(KOBWBEquation* equation) const {
+    return equation ? equation->GetNext() : GetFirstEquation();
+}
+
+KOBWBEquation* KOBWBFactory::GetPrevEquation(KOBWBEquation* equation) const {
+    return equation ? equation->GetPrev() : GetLastEquation();
+}

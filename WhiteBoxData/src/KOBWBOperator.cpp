@@ -1,0 +1,109 @@
+#include "KOBWBOperator.h"
+
+#include "KOBLVRAssert.h"
+
+#include <vector>
+
+namespace {
+
+constexpr const char* operatorModule = "WhiteBoxData/src/KOBWBOperator";
+constexpr unsigned nullArrayLine = 34;
+constexpr unsigned nullChildLine = 38;
+
+bool IsOrderFree(KOBWBExpressionType type) {
+    return type == KOBWBSumType || type == KOBWBProductType || type == KOBWBMinType ||
+           type == KOBWBMaxType;
+}
+
+} // namespace
+
+KOBWBOperator::KOBWBOperator(KOBWBFactory& factory, KOBWBExpressionType type, int n,
+                             KOBWBExpression** children)
+    : KOBWBExpression(factory, type), m_children(n > 0 ? n : 0) {
+    if (n <= 0) return;
+    m_children.Size(n);
+    if (!children) {
+        KOBLVRAssertError("iapChildren", operatorModule, nullArrayLine);
+        return;
+    }
+    for (int i = 0; i < n; ++i) {
+        if (!children[i]) KOBLVRAssertError("iapChildren[i]", operatorModule, nullChildLine);
+        m_children[i] = children[i];
+    }
+}
+
+KOBWBOperator::KOBWBOperator(KOBWBFactory& factory, KOBWBExpressionType type,
+                             std::initializer_list<KOBWBExpression*> children)
+    : KOBWBOperator(factory, type, static_cast<int>(children.size()),
+                    const_cast<KOBWBExpression**>(children.begin())) {}
+
+KOBWBOperator::~KOBWBOperator() = default;
+
+KOBWBExpression* KOBWBOperator::GetChild(int i) {
+    return i >= 0 && i < m_children.Size() ? m_children[i] : nullptr;
+}
+
+const KOBWBExpression* KOBWBOperator::GetChild(int i) const {
+    return i >= 0 && i < m_children.Size() ? m_children[i] : nullptr;
+}
+
+unsigned char KOBWBOperator::ReplaceChild(int i, KOBWBExpression* child) {
+    if (i < 0 || i >= m_children.Size() || !child) return 0;
+    m_children[i] = child;
+    return 1;
+}
+
+KOBWBExpression* KOBWBOperator::IntegrateTable(KOBWBVariable*, unsigned char& integrable) {
+    integrable = 0;
+    return nullptr;
+}
+
+unsigned char KOBWBOperator::IsEqualTo(const KOBWBExpression* other) const {
+    if (other == this) return 1;
+    if (!other || other->GetType() != GetType()) return 0;
+    const int count = GetNbOfChildren();
+    if (other->GetNbOfChildren() != count) return 0;
+    if (!IsOrderFree(GetType())) {
+        for (int i = 0; i < count; ++i) {
+            const KOBWBExpression* mine = GetChild(i);
+            const KOBWBExpression* theirs = other->GetChild(i);
+            if (mine != theirs && (!mine || !mine->IsEqualTo(theirs))) return 0;
+        }
+        return 1;
+    }
+    std::vector<bool> matched(static_cast<size_t>(count), false);
+    for (int i = 0; i < count; ++i) {
+        const KOBWBExpression* mine = GetChild(i);
+        bool found = false;
+        for (int j = 0; j < count && !found; ++j) {
+            if (matched[static_cast<size_t>(j)]) continue;
+            const KOBWBExpression* theirs = other->GetChild(j);
+            if (mine == theirs || (mine && mine->IsEqualTo(theirs))) {
+                matched[static_cast<size_t>(j)] = true;
+                found = true;
+            }
+        }
+        if (!found) return 0;
+    }
+    return 1;
+}
+
+unsigned char KOBWBOperator::IsFree(KOBWBVariable* v) const {
+    for (int i = 0; i < m_children.Size(); ++i) {
+        const KOBWBExpression* child = m_children[i];
+        if (child && !child->IsFree(v)) return 0;
+    }
+    return 1;
+}
+
+void KOBWBOperator::FillPresentVariables(unsigned char* mask) const {
+    for (int i = 0; i < m_children.Size(); ++i)
+        if (m_children[i]) m_children[i]->FillPresentVariables(mask);
+}
+
+void KOBWBOperator::ResetBuffer(unsigned char recursive) {
+    KOBWBExpression::ResetBuffer(0);
+    if (!recursive) return;
+    for (int i = 0; i < m_children.Size(); ++i)
+        if (m_children[i]) m_children[i]->ResetBuffer(1);
+}

@@ -1,0 +1,130 @@
+#include "KOBWBBlackBox.h"
+#include "KOBWBBlackBoxOperator.h"
+#include "KOBWBConstant.h"
+#include "KOBWBEquation.h"
+#include "KOBWBFactory.h"
+#include "KOBWBLimits.h"
+#include "KOBWBVariable.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// Doubles its first argument and counts how often it is evaluated.
+class CountingDouble : public KOBWBBlackBox {
+public:
+    int calls = 0;
+    void Eval(KOBWBValue& result) override {
+        ++calls;
+        const KOBWBRealInterval x = GetOperator()->GetChild(0)->GetValue().GetAsRealInterval();
+        result = KOBWBValue(KOBWBRealInterval{2 * x.lower, 2 * x.upper});
+    }
+    double Eval() override {
+        ++calls;
+        return 2 * GetOperator()->GetChild(0)->Eval();
+    }
+};
+
+KOBWBRealInterval Interval(KOBWBExpression* node) { return node->GetValue().GetAsRealInterval(); }
+
+} // namespace
+
+TEST(KOBWBEvaluation, SharedNodesAreComputedOncePerPass) {
+    KOBWBFactory factory(0);
+    KOBWBVariable* x = factory.CreateVariable();
+    x->SetExprValue(KOBWBValue(KOBWBRealInterval{1, 2}));
+    CountingDouble counter;
+    KOBWBExpression* argument[] = {x};
+    KOBWBExpression* doubled = factory.DeclareBlackBox(&counter, 1, argument, 0);
+    KOBWBExpression* root = factory.CreateProduct(factory.CreateSum(doubled, doubled), doubled);
+
+    const KOBWBRealInterval value = Interval(root);
+    EXPECT_EQ(value.lower, 8);
+    EXPECT_EQ(value.upper, 32);
+    EXPECT_EQ(counter.calls, 1);
+    Interval(root);
+    EXPECT_EQ(counter.calls, 1);
+
+    x->Fix(0);
+    Interval(root);
+    EXPECT_EQ(counter.calls, 1);
+    x->Fix(1);
+    Interval(root);
+    EXPECT_EQ(counter.calls, 2);
+    x->Fix(1);
+    Interval(root);
+    EXPECT_EQ(counter.calls, 2);
+
+    x->SetExprValue(KOBWBValue(3.0));
+    EXPECT_EQ(Interval(root).lower, 72);
+    EXPECT_EQ(counter.calls, 3);
+
+    factory.ResetBuffer(root);
+    EXPECT_FALSE(doubled->IsBufferValid());
+    EXPECT_EQ(root->Eval(), 72);
+    EXPECT_EQ(counter.calls, 4);
+
+    KOBWBConstant* c = factory.CreateRealConstant(1.0);
+    KOBWBExpression* other = factory.CreateSum(c, x);
+    EXPECT_EQ(other->Eval(), 4.0);
+    c->SetValue(KOBWBValue(2.0), other);
+    EXPECT_TRUE(doubled->IsBufferValid());
+    EXPECT_EQ(other->Eval(), 5.0);
+    EXPECT_EQ(counter.GetName(), "BBx0");
+}
+
+TEST(KOBWBEvaluation, LinearAndDistanceConstraintsOverIntervals) {
+    KOBWBFactory factory;
+    KOBWBVariable* x = factory.CreateVariable();
+    KOBWBVariable* y = factory.CreateVariable();
+    x->SetExprValue(KOBWBValue(KOBWBRealInterval{-1, 1}));
+    y->SetExprValue(KOBWBValue(KOBWBRealInterval{0, 2}));
+    KOBWBEquation* linear =
+        factory.AddEquation(factory.CreateSum(x, factory.CreateProduct(factory.CreateRealConstant(2), y)), KOBWBEqEqual);
+    KOBWBValue value;
+    linear->GetRoot()->Eval(value);
+    EXPECT_EQ(value.GetType(), KOBWBRealIntervalValue);
+    EXPECT_EQ(value.GetAsRealInterval().lower, -1);
+    EXPECT_EQ(value.GetAsRealInterval().upper, 5);
+
+    KOBWBVariable* x2 = factory.CreateVariable();
+    KOBWBVariable* y2 = factory.CreateVariable();
+    KOBWBVariable* d = factory.CreateVariable();
+    x2->SetExprValue(KOBWBValue(3.0));
+    y2->SetExprValue(KOBWBValue(4.0));
+    d->SetExprValue(KOBWBValue(KOBWBRealInterval{4, 6}));
+    x->SetExprValue(KOBWBValue(0.0));
+    y->SetExprValue(KOBWBValue(0.0));
+    KOBWBExpression* distance = factory.CreateSqrt(factory.CreateSum(
+        factory.CreatePower(factory.CreateSub(x, x2), 2), factory.CreatePower(factory.CreateSub(y, y2), 2)));
+    KOBWBEquation* constraint = factory.AddEquation(distance, KOBWBEqEqual, d);
+    const KOBWBRealInterval residual = constraint->GetRoot()->GetValue().GetAsRealInterval();
+    EXPECT_NEAR(residual.lower, -1, 1e-12);
+    EXPECT_NEAR(residual.upper, 1, 1e-12);
+    EXPECT_EQ(factory.GetEnvironment().GetError(), 0u);
+}
+
+TEST(KOBWBEvaluation, ConditionsAndBooleans) {
+    KOBWBFactory factory(0);
+    KOBWBVariable* x = factory.CreateVariable();
+    x->SetExprValue(KOBWBValue(KOBWBRealInterval{0, 1}));
+    KOBWBExpression* one = factory.CreateRealConstant(1.0);
+    KOBWBExpression* two = factory.CreateRealConstant(2.0);
+    KOBWBExpression* choose = factory.CreateIfThenElse(factory.CreateLessEqual(x, two), one, two);
+    EXPECT_EQ(choose->Eval(), 1.0);
+    KOBWBExpression* undecided = factory.CreateIfThenElse(factory.CreateLessEqual(x, factory.CreateRealConstant(0.5)), one, two);
+    KOBWBValue value;
+    undecided->Eval(value);
+    EXPECT_TRUE(value.IsIndefinite());
+    KOBWBExpression* notBoolean = factory.CreateIfThenElse(x, one, two);
+    KOBWBConstant* seed = factory.CreateRealConstant(5.0);
+    notBoolean->Eval(value);
+    EXPECT_TRUE(value.IsIndefinite());
+    EXPECT_EQ(seed->Eval(), 5.0);
+
+    EXPECT_EQ(factory.CreateGreater(x, two)->GetValue().GetAsBoolean(), KOBWBFalse);
+    EXPECT_EQ(factory.CreateLess(x, two)->GetValue().GetAsBoolean(), KOBWBTrue);
+    EXPECT_EQ(factory.CreateAnd(factory.CreateLess(x, two), factory.CreateEqual(one, one))->GetValue().GetAsBoolean(),
+              KOBWBTrue);
+    EXPECT_EQ(factory.CreateNotEqual(one, two)->GetValue().GetAsBoolean(), KOBWBTrue);
+}
