@@ -97,12 +97,4 @@ KOBWBRealInterval IncreasingImage(const KOBWBEnvironment& environment,
     return ClampOrdered(function(x.lower), function(x.upper));
 }
 
-KOBWBRealInterval DecreasingImage(const KOBWBEnvironment& environment,
-                                  const KOBWBRealInterval& argument, int code,
-                                  double (*function)(double)) {
-    KOBWBRealInterval x;
-    if (!RestrictToDomain(environment, argument, code, 0, x)) return x;
-    return ClampOrdered(function(x.upper), function(x.lower));
-}
-
 } // namespace kobwb

@@ -53,11 +53,8 @@ bool RestrictToDomain(const KOBWBEnvironment& environment, const KOBWBRealInterv
 bool CheckArgument(const KOBWBEnvironment& environment, const KOBWBRealInterval& argument,
                    KOBWBRealInterval& checked);
 
-// The image of a monotone function over its restricted argument, clamped.
+// The image of an increasing function over its restricted argument, clamped.
 KOBWBRealInterval IncreasingImage(const KOBWBEnvironment& environment,
-                                  const KOBWBRealInterval& argument, int code,
-                                  double (*function)(double));
-KOBWBRealInterval DecreasingImage(const KOBWBEnvironment& environment,
                                   const KOBWBRealInterval& argument, int code,
                                   double (*function)(double));
 
