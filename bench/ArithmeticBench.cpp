@@ -53,7 +53,8 @@ Pair PairMul(const Flags& flags, const Pair& a, const Pair& b) {
     const double p2 = a.lower * b.upper;
     const double p3 = a.upper * b.lower;
     const double p4 = a.upper * b.upper;
-    return Clamped(std::min(std::min(p1, p2), std::min(p3, p4)), std::max(std::max(p1, p2), std::max(p3, p4)));
+    return Clamped(std::min(std::min(p1, p2), std::min(p3, p4)),
+                   std::max(std::max(p1, p2), std::max(p3, p4)));
 }
 
 // Read through a volatile pointer, so the compiler cannot inline the call.
@@ -89,8 +90,9 @@ void BaselineSumCall(benchmark::State& state) {
 }
 
 void IntervalSum(benchmark::State& state) {
-    Run(state, intervalA, intervalB,
-        [](const KOBWBRealInterval& a, const KOBWBRealInterval& b) { return KOBWBSum(environment, a, b); });
+    Run(state, intervalA, intervalB, [](const KOBWBRealInterval& a, const KOBWBRealInterval& b) {
+        return KOBWBSum(environment, a, b);
+    });
 }
 
 void BaselineMul(benchmark::State& state) {
@@ -102,8 +104,9 @@ void BaselineMulCall(benchmark::State& state) {
 }
 
 void IntervalMul(benchmark::State& state) {
-    Run(state, intervalA, intervalB,
-        [](const KOBWBRealInterval& a, const KOBWBRealInterval& b) { return KOBWBMul(environment, a, b); });
+    Run(state, intervalA, intervalB, [](const KOBWBRealInterval& a, const KOBWBRealInterval& b) {
+        return KOBWBMul(environment, a, b);
+    });
 }
 
 void ValueSum(benchmark::State& state) {

@@ -21,24 +21,26 @@ class KOBWBEnvironment;
 // "False" when one lies more than t above the other.
 KOBWBX_API KOBWBBoolean KOBWBEqual(const KOBWBEnvironment& environment, const KOBWBRealInterval& a,
                                    const KOBWBRealInterval& b);
-KOBWBX_API KOBWBBoolean KOBWBEqual(const KOBWBEnvironment& environment, const KOBWBIntegerInterval& a,
-                                   const KOBWBIntegerInterval& b);
-KOBWBX_API KOBWBValue KOBWBEqual(const KOBWBEnvironment& environment, const KOBWBValue& a, const KOBWBValue& b);
+KOBWBX_API KOBWBBoolean KOBWBEqual(const KOBWBEnvironment& environment,
+                                   const KOBWBIntegerInterval& a, const KOBWBIntegerInterval& b);
+KOBWBX_API KOBWBValue KOBWBEqual(const KOBWBEnvironment& environment, const KOBWBValue& a,
+                                 const KOBWBValue& b);
 
 // "True" when the lower bound of y is at least the upper bound of x (no tolerance);
 // "False" when the lower bound of x lies more than t above the upper bound of y.
-KOBWBX_API KOBWBBoolean KOBWBLessEqual(const KOBWBEnvironment& environment, const KOBWBRealInterval& x,
-                                       const KOBWBRealInterval& y);
-KOBWBX_API KOBWBBoolean KOBWBLessEqual(const KOBWBEnvironment& environment, const KOBWBIntegerInterval& x,
+KOBWBX_API KOBWBBoolean KOBWBLessEqual(const KOBWBEnvironment& environment,
+                                       const KOBWBRealInterval& x, const KOBWBRealInterval& y);
+KOBWBX_API KOBWBBoolean KOBWBLessEqual(const KOBWBEnvironment& environment,
+                                       const KOBWBIntegerInterval& x,
                                        const KOBWBIntegerInterval& y);
 KOBWBX_API KOBWBValue KOBWBLessEqual(const KOBWBEnvironment& environment, const KOBWBValue& x,
                                      const KOBWBValue& y);
 
 // The negation of KOBWBEqual.
-KOBWBX_API KOBWBBoolean KOBWBNotEqual(const KOBWBEnvironment& environment, const KOBWBRealInterval& a,
-                                      const KOBWBRealInterval& b);
-KOBWBX_API KOBWBBoolean KOBWBNotEqual(const KOBWBEnvironment& environment, const KOBWBIntegerInterval& a,
-                                      const KOBWBIntegerInterval& b);
+KOBWBX_API KOBWBBoolean KOBWBNotEqual(const KOBWBEnvironment& environment,
+                                      const KOBWBRealInterval& a, const KOBWBRealInterval& b);
+KOBWBX_API KOBWBBoolean KOBWBNotEqual(const KOBWBEnvironment& environment,
+                                      const KOBWBIntegerInterval& a, const KOBWBIntegerInterval& b);
 KOBWBX_API KOBWBValue KOBWBNotEqual(const KOBWBEnvironment& environment, const KOBWBValue& a,
                                     const KOBWBValue& b);
 

@@ -11,15 +11,18 @@ class KOBWBEnvironment;
 // [KOBWBMinReal, KOBWBMaxReal]); nothing left sets bit 1 and gives KOBWBReal_Nil. The
 // levels and the error bits are those of KOBWBArithmetic.h.
 
-KOBWBX_API KOBWBRealInterval KOBWBExp(const KOBWBEnvironment& environment, const KOBWBRealInterval& x);
+KOBWBX_API KOBWBRealInterval KOBWBExp(const KOBWBEnvironment& environment,
+                                      const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBExp(const KOBWBEnvironment& environment, const KOBWBValue& x);
 
 // The natural logarithm.
-KOBWBX_API KOBWBRealInterval KOBWBLn(const KOBWBEnvironment& environment, const KOBWBRealInterval& x);
+KOBWBX_API KOBWBRealInterval KOBWBLn(const KOBWBEnvironment& environment,
+                                     const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBLn(const KOBWBEnvironment& environment, const KOBWBValue& x);
 
 // The decimal logarithm.
-KOBWBX_API KOBWBRealInterval KOBWBLog(const KOBWBEnvironment& environment, const KOBWBRealInterval& x);
+KOBWBX_API KOBWBRealInterval KOBWBLog(const KOBWBEnvironment& environment,
+                                      const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBLog(const KOBWBEnvironment& environment, const KOBWBValue& x);
 
 #endif

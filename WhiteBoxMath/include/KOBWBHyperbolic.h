@@ -12,17 +12,23 @@ class KOBWBEnvironment;
 // gives KOBWBReal_Nil. All are monotone but cosh, which is taken on |x|. The levels
 // and the error bits are those of KOBWBArithmetic.h.
 
-KOBWBX_API KOBWBRealInterval KOBWBSinh(const KOBWBEnvironment& environment, const KOBWBRealInterval& x);
+KOBWBX_API KOBWBRealInterval KOBWBSinh(const KOBWBEnvironment& environment,
+                                       const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBSinh(const KOBWBEnvironment& environment, const KOBWBValue& x);
-KOBWBX_API KOBWBRealInterval KOBWBCosh(const KOBWBEnvironment& environment, const KOBWBRealInterval& x);
+KOBWBX_API KOBWBRealInterval KOBWBCosh(const KOBWBEnvironment& environment,
+                                       const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBCosh(const KOBWBEnvironment& environment, const KOBWBValue& x);
-KOBWBX_API KOBWBRealInterval KOBWBTanh(const KOBWBEnvironment& environment, const KOBWBRealInterval& x);
+KOBWBX_API KOBWBRealInterval KOBWBTanh(const KOBWBEnvironment& environment,
+                                       const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBTanh(const KOBWBEnvironment& environment, const KOBWBValue& x);
-KOBWBX_API KOBWBRealInterval KOBWBAsinh(const KOBWBEnvironment& environment, const KOBWBRealInterval& x);
+KOBWBX_API KOBWBRealInterval KOBWBAsinh(const KOBWBEnvironment& environment,
+                                        const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBAsinh(const KOBWBEnvironment& environment, const KOBWBValue& x);
-KOBWBX_API KOBWBRealInterval KOBWBAcosh(const KOBWBEnvironment& environment, const KOBWBRealInterval& x);
+KOBWBX_API KOBWBRealInterval KOBWBAcosh(const KOBWBEnvironment& environment,
+                                        const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBAcosh(const KOBWBEnvironment& environment, const KOBWBValue& x);
-KOBWBX_API KOBWBRealInterval KOBWBAtanh(const KOBWBEnvironment& environment, const KOBWBRealInterval& x);
+KOBWBX_API KOBWBRealInterval KOBWBAtanh(const KOBWBEnvironment& environment,
+                                        const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBAtanh(const KOBWBEnvironment& environment, const KOBWBValue& x);
 
 #endif

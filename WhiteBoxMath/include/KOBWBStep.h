@@ -12,8 +12,8 @@ class KOBWBEnvironment;
 // monotone, so the image of an interval is that of its bounds. Null parameters set
 // bit 2 and give KOBWBReal_Nil. The levels and the error bits are those of
 // KOBWBArithmetic.h.
-KOBWBX_API KOBWBRealInterval KOBWBStep(const KOBWBEnvironment& environment, const KOBWBRealInterval& x,
-                                       const double* parameters);
+KOBWBX_API KOBWBRealInterval KOBWBStep(const KOBWBEnvironment& environment,
+                                       const KOBWBRealInterval& x, const double* parameters);
 KOBWBX_API KOBWBValue KOBWBStep(const KOBWBEnvironment& environment, const KOBWBValue& x,
                                 const double* parameters);
 

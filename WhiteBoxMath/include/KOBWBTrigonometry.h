@@ -14,12 +14,15 @@ class KOBWBEnvironment;
 // quadrants of the bounds (floor(2 x / Pi) modulo 4) tell that a minimum or a maximum
 // lies between them. A single real beyond KOBWBReal_Trig gives KOBWBSingleReal_Any
 // without an error: the range is known, the phase is not.
-KOBWBX_API KOBWBRealInterval KOBWBSin(const KOBWBEnvironment& environment, const KOBWBRealInterval& x);
+KOBWBX_API KOBWBRealInterval KOBWBSin(const KOBWBEnvironment& environment,
+                                      const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBSin(const KOBWBEnvironment& environment, const KOBWBValue& x);
-KOBWBX_API KOBWBRealInterval KOBWBCos(const KOBWBEnvironment& environment, const KOBWBRealInterval& x);
+KOBWBX_API KOBWBRealInterval KOBWBCos(const KOBWBEnvironment& environment,
+                                      const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBCos(const KOBWBEnvironment& environment, const KOBWBValue& x);
 // KOBWBReal_Any when the width exceeds Pi or a pole lies between the bounds.
-KOBWBX_API KOBWBRealInterval KOBWBTan(const KOBWBEnvironment& environment, const KOBWBRealInterval& x);
+KOBWBX_API KOBWBRealInterval KOBWBTan(const KOBWBEnvironment& environment,
+                                      const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBTan(const KOBWBEnvironment& environment, const KOBWBValue& x);
 
 // The inverses return angles of one branch or of several. Without a hint (a null
@@ -30,15 +33,18 @@ KOBWBX_API KOBWBValue KOBWBTan(const KOBWBEnvironment& environment, const KOBWBV
 // KOBWBReal_Nil. The branches are: asin(x) + 2k Pi and Pi - asin(x) + 2k Pi;
 // acos(x) + 2k Pi and -acos(x) + 2k Pi; atan(x) + k Pi; atan2(y, x) + 2k Pi.
 // asin and acos restrict their argument to KOBWBReal_TrigInv = [-1, 1].
-KOBWBX_API KOBWBRealInterval KOBWBAsin(const KOBWBEnvironment& environment, const KOBWBRealInterval& x,
+KOBWBX_API KOBWBRealInterval KOBWBAsin(const KOBWBEnvironment& environment,
+                                       const KOBWBRealInterval& x,
                                        const KOBWBRealInterval* hint = nullptr);
 KOBWBX_API KOBWBValue KOBWBAsin(const KOBWBEnvironment& environment, const KOBWBValue& x,
                                 const KOBWBValue* hint = nullptr);
-KOBWBX_API KOBWBRealInterval KOBWBAcos(const KOBWBEnvironment& environment, const KOBWBRealInterval& x,
+KOBWBX_API KOBWBRealInterval KOBWBAcos(const KOBWBEnvironment& environment,
+                                       const KOBWBRealInterval& x,
                                        const KOBWBRealInterval* hint = nullptr);
 KOBWBX_API KOBWBValue KOBWBAcos(const KOBWBEnvironment& environment, const KOBWBValue& x,
                                 const KOBWBValue* hint = nullptr);
-KOBWBX_API KOBWBRealInterval KOBWBAtan(const KOBWBEnvironment& environment, const KOBWBRealInterval& x,
+KOBWBX_API KOBWBRealInterval KOBWBAtan(const KOBWBEnvironment& environment,
+                                       const KOBWBRealInterval& x,
                                        const KOBWBRealInterval* hint = nullptr);
 KOBWBX_API KOBWBValue KOBWBAtan(const KOBWBEnvironment& environment, const KOBWBValue& x,
                                 const KOBWBValue* hint = nullptr);
@@ -48,9 +54,10 @@ KOBWBX_API KOBWBValue KOBWBAtan(const KOBWBEnvironment& environment, const KOBWB
 // gives every angle; the origin alone sets bit 1 and gives KOBWBReal_Nil. Otherwise
 // the angles form one arc whose ends are angles of corners; on the principal branch,
 // an arc that crosses the negative x axis gives [-Pi, Pi].
-KOBWBX_API KOBWBRealInterval KOBWBAtan2(const KOBWBEnvironment& environment, const KOBWBRealInterval& y,
-                                        const KOBWBRealInterval& x, const KOBWBRealInterval* hint = nullptr);
-KOBWBX_API KOBWBValue KOBWBAtan2(const KOBWBEnvironment& environment, const KOBWBValue& y, const KOBWBValue& x,
-                                 const KOBWBValue* hint = nullptr);
+KOBWBX_API KOBWBRealInterval KOBWBAtan2(const KOBWBEnvironment& environment,
+                                        const KOBWBRealInterval& y, const KOBWBRealInterval& x,
+                                        const KOBWBRealInterval* hint = nullptr);
+KOBWBX_API KOBWBValue KOBWBAtan2(const KOBWBEnvironment& environment, const KOBWBValue& y,
+                                 const KOBWBValue& x, const KOBWBValue* hint = nullptr);
 
 #endif

@@ -35,7 +35,8 @@ KOBWBRealInterval KOBWBDiv(const KOBWBEnvironment& environment, const KOBWBRealI
     const double q2 = x.lower / y.upper;
     const double q3 = x.upper / y.lower;
     const double q4 = x.upper / y.upper;
-    return ClampReal(std::min(std::min(q1, q2), std::min(q3, q4)), std::max(std::max(q1, q2), std::max(q3, q4)));
+    return ClampReal(std::min(std::min(q1, q2), std::min(q3, q4)),
+                     std::max(std::max(q1, q2), std::max(q3, q4)));
 }
 
 KOBWBRealInterval KOBWBMod(const KOBWBEnvironment& environment, const KOBWBRealInterval& a,
@@ -47,12 +48,12 @@ KOBWBRealInterval KOBWBMod(const KOBWBEnvironment& environment, const KOBWBRealI
         environment.SetError(kobwb::errorEmptyArgument);
         return KOBWBReal_Nil;
     }
-    if (y.lower <= 0 && y.upper >= 0) return y;
+    if (y.lower <= 0 && y.upper >= 0) return ClampReal(y.lower, y.upper);
     const KOBWBRealInterval quotient = KOBWBDiv(environment, x, y);
     const double k = std::floor(quotient.lower);
     if (quotient.lower <= quotient.upper && k == std::floor(quotient.upper))
         return kobwb::SubIntervals(environment, x, kobwb::MulIntervals(environment, {k, k}, y));
-    return y.lower > 0 ? KOBWBRealInterval{0.0, y.upper} : KOBWBRealInterval{y.lower, 0.0};
+    return y.lower > 0 ? ClampReal(0.0, y.upper) : ClampReal(y.lower, 0.0);
 }
 
 KOBWBRealInterval KOBWBMin(const KOBWBEnvironment& environment, const KOBWBRealInterval& a,
@@ -135,6 +136,7 @@ KOBWBValue KOBWBDim(const KOBWBEnvironment& environment, const KOBWBValue& a, co
     return kobwb::ApplyBinary(environment, Binary::Dim, a, b);
 }
 
-KOBWBValue KOBWBSign(const KOBWBEnvironment& environment, const KOBWBValue& a, const KOBWBValue& b) {
+KOBWBValue KOBWBSign(const KOBWBEnvironment& environment, const KOBWBValue& a,
+                     const KOBWBValue& b) {
     return kobwb::ApplyBinary(environment, Binary::Sign, a, b);
 }

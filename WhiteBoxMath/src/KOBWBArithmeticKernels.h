@@ -23,7 +23,9 @@ inline bool IsConsistentArgument(const KOBWBRealInterval& a) {
     return a.lower - a.upper <= KOBWBAbsPrecision;
 }
 
-inline bool IsConsistentArgument(const KOBWBIntegerInterval& a) { return a.lower <= a.upper; }
+inline bool IsConsistentArgument(const KOBWBIntegerInterval& a) {
+    return a.lower <= a.upper;
+}
 
 // A consistent argument whose bounds cross within the precision, put in order, so
 // that the image of a near-point is that point and not an empty result.
@@ -46,20 +48,20 @@ bool ConsistentPair(const KOBWBEnvironment& environment, const Interval& a, cons
     return false;
 }
 
-inline KOBWBRealInterval SumIntervals(const KOBWBEnvironment& environment, const KOBWBRealInterval& a,
-                                      const KOBWBRealInterval& b) {
+inline KOBWBRealInterval SumIntervals(const KOBWBEnvironment& environment,
+                                      const KOBWBRealInterval& a, const KOBWBRealInterval& b) {
     if (!ConsistentPair(environment, a, b)) return KOBWBReal_Nil;
     return ClampOrdered(a.lower + b.lower, a.upper + b.upper);
 }
 
-inline KOBWBRealInterval SubIntervals(const KOBWBEnvironment& environment, const KOBWBRealInterval& a,
-                                      const KOBWBRealInterval& b) {
+inline KOBWBRealInterval SubIntervals(const KOBWBEnvironment& environment,
+                                      const KOBWBRealInterval& a, const KOBWBRealInterval& b) {
     if (!ConsistentPair(environment, a, b)) return KOBWBReal_Nil;
     return ClampOrdered(a.lower - b.upper, a.upper - b.lower);
 }
 
-inline KOBWBRealInterval MulIntervals(const KOBWBEnvironment& environment, const KOBWBRealInterval& a,
-                                      const KOBWBRealInterval& b) {
+inline KOBWBRealInterval MulIntervals(const KOBWBEnvironment& environment,
+                                      const KOBWBRealInterval& a, const KOBWBRealInterval& b) {
     if (!ConsistentPair(environment, a, b)) return KOBWBReal_Nil;
     const double p1 = a.lower * b.lower;
     const double p2 = a.lower * b.upper;

@@ -21,8 +21,9 @@ bool MeetsHint(const KOBWBEnvironment& environment, const KOBWBRealInterval& ima
            image.upper >= hint.lower - Slack(environment, hint.lower);
 }
 
-KOBWBRealInterval ShiftsMeetingHint(const KOBWBEnvironment& environment, const KOBWBRealInterval& image,
-                                    long double period, const KOBWBRealInterval& hint) {
+KOBWBRealInterval ShiftsMeetingHint(const KOBWBEnvironment& environment,
+                                    const KOBWBRealInterval& image, long double period,
+                                    const KOBWBRealInterval& hint) {
     if (!(image.lower <= image.upper) || !(hint.lower <= hint.upper)) return KOBWBReal_Nil;
     const long double low = hint.lower - Slack(environment, hint.lower);
     const long double high = hint.upper + Slack(environment, hint.upper);

@@ -20,8 +20,9 @@ bool MeetsHint(const KOBWBEnvironment& environment, const KOBWBRealInterval& ima
 
 // The hull of the copies image + k period (k an integer) that meet the hint, the
 // shifts computed in long double; KOBWBReal_Nil when none does.
-KOBWBRealInterval ShiftsMeetingHint(const KOBWBEnvironment& environment, const KOBWBRealInterval& image,
-                                    long double period, const KOBWBRealInterval& hint);
+KOBWBRealInterval ShiftsMeetingHint(const KOBWBEnvironment& environment,
+                                    const KOBWBRealInterval& image, long double period,
+                                    const KOBWBRealInterval& hint);
 
 // The hull of two intervals of which either may be empty.
 KOBWBRealInterval HullOf(const KOBWBRealInterval& a, const KOBWBRealInterval& b);

@@ -62,15 +62,18 @@ KOBWBBoolean KOBWBNotEqual(const KOBWBEnvironment& environment, const KOBWBInteg
     return kobwb::Negation(KOBWBEqual(environment, a, b));
 }
 
-KOBWBValue KOBWBEqual(const KOBWBEnvironment& environment, const KOBWBValue& a, const KOBWBValue& b) {
+KOBWBValue KOBWBEqual(const KOBWBEnvironment& environment, const KOBWBValue& a,
+                      const KOBWBValue& b) {
     return kobwb::ApplyComparison(environment, Comparison::Equal, a, b);
 }
 
-KOBWBValue KOBWBLessEqual(const KOBWBEnvironment& environment, const KOBWBValue& x, const KOBWBValue& y) {
+KOBWBValue KOBWBLessEqual(const KOBWBEnvironment& environment, const KOBWBValue& x,
+                          const KOBWBValue& y) {
     return kobwb::ApplyComparison(environment, Comparison::LessEqual, x, y);
 }
 
-KOBWBValue KOBWBNotEqual(const KOBWBEnvironment& environment, const KOBWBValue& a, const KOBWBValue& b) {
+KOBWBValue KOBWBNotEqual(const KOBWBEnvironment& environment, const KOBWBValue& a,
+                         const KOBWBValue& b) {
     return kobwb::ApplyComparison(environment, Comparison::NotEqual, a, b);
 }
 
@@ -82,7 +85,9 @@ KOBWBBoolean KOBWBOr(KOBWBBoolean a, KOBWBBoolean b) {
     return kobwb::CombineOutcomes(a, b, [](bool x, bool y) { return x || y; });
 }
 
-KOBWBBoolean KOBWBNot(KOBWBBoolean a) { return kobwb::Negation(a); }
+KOBWBBoolean KOBWBNot(KOBWBBoolean a) {
+    return kobwb::Negation(a);
+}
 
 KOBWBBoolean KOBWBImplication(KOBWBBoolean a, KOBWBBoolean b) {
     return kobwb::CombineOutcomes(a, b, [](bool x, bool y) { return !x || y; });
@@ -103,17 +108,24 @@ KOBWBBoolean TruthOf(const KOBWBValue& v) {
         if (domain.lower == 0 && domain.upper == 0) return KOBWBFalse;
         return KOBWBUndef;
     }
-    default: return v.GetAsBoolean();
+    default:
+        return v.GetAsBoolean();
     }
 }
 
 } // namespace
 
-KOBWBValue KOBWBAnd(const KOBWBValue& a, const KOBWBValue& b) { return KOBWBValue(KOBWBAnd(TruthOf(a), TruthOf(b))); }
+KOBWBValue KOBWBAnd(const KOBWBValue& a, const KOBWBValue& b) {
+    return KOBWBValue(KOBWBAnd(TruthOf(a), TruthOf(b)));
+}
 
-KOBWBValue KOBWBOr(const KOBWBValue& a, const KOBWBValue& b) { return KOBWBValue(KOBWBOr(TruthOf(a), TruthOf(b))); }
+KOBWBValue KOBWBOr(const KOBWBValue& a, const KOBWBValue& b) {
+    return KOBWBValue(KOBWBOr(TruthOf(a), TruthOf(b)));
+}
 
-KOBWBValue KOBWBNot(const KOBWBValue& a) { return KOBWBValue(KOBWBNot(TruthOf(a))); }
+KOBWBValue KOBWBNot(const KOBWBValue& a) {
+    return KOBWBValue(KOBWBNot(TruthOf(a)));
+}
 
 KOBWBValue KOBWBImplication(const KOBWBValue& a, const KOBWBValue& b) {
     return KOBWBValue(KOBWBImplication(TruthOf(a), TruthOf(b)));

@@ -23,17 +23,26 @@ Domain DomainOf(int code, int n) {
         return {even ? KOBWBReal_Pos : whole, n < 0 ? KOBWBMinReal : 0.0};
     case domainSin:
     case domainCos:
-    case domainTan: return {KOBWBReal_Trig, 0.0};
+    case domainTan:
+        return {KOBWBReal_Trig, 0.0};
     case domainAsin:
-    case domainAcos: return {KOBWBReal_TrigInv, 0.0};
+    case domainAcos:
+        return {KOBWBReal_TrigInv, 0.0};
     case domainSinh:
-    case domainCosh: return {{-2 * KOBWBMaxHypReal, 2 * KOBWBMaxHypReal}, 0.0};
-    case domainAcosh: return {{1.0, max}, 0.0};
-    case domainAtanh: return {{KOBWBAbsPrecision - 1, 1 - KOBWBAbsPrecision}, 0.0};
-    case domainSqrt: return {KOBWBReal_Pos, 0.0};
-    case domainLog: return {{KOBWBMinReal, max}, 0.0};
-    case domainExp: return {{-max, 2 * KOBWBMaxExpReal}, 0.0};
-    default: return {whole, 0.0};
+    case domainCosh:
+        return {{-2 * KOBWBMaxHypReal, 2 * KOBWBMaxHypReal}, 0.0};
+    case domainAcosh:
+        return {{1.0, max}, 0.0};
+    case domainAtanh:
+        return {{KOBWBAbsPrecision - 1, 1 - KOBWBAbsPrecision}, 0.0};
+    case domainSqrt:
+        return {KOBWBReal_Pos, 0.0};
+    case domainLog:
+        return {{KOBWBMinReal, max}, 0.0};
+    case domainExp:
+        return {{-max, 2 * KOBWBMaxExpReal}, 0.0};
+    default:
+        return {whole, 0.0};
     }
 }
 
@@ -80,18 +89,12 @@ bool RestrictToDomain(const KOBWBEnvironment& environment, const KOBWBRealInterv
     return true;
 }
 
-KOBWBRealInterval IncreasingImage(const KOBWBEnvironment& environment, const KOBWBRealInterval& argument,
-                                  int code, double (*function)(double)) {
+KOBWBRealInterval IncreasingImage(const KOBWBEnvironment& environment,
+                                  const KOBWBRealInterval& argument, int code,
+                                  double (*function)(double)) {
     KOBWBRealInterval x;
     if (!RestrictToDomain(environment, argument, code, 0, x)) return x;
     return ClampOrdered(function(x.lower), function(x.upper));
-}
-
-KOBWBRealInterval DecreasingImage(const KOBWBEnvironment& environment, const KOBWBRealInterval& argument,
-                                  int code, double (*function)(double)) {
-    KOBWBRealInterval x;
-    if (!RestrictToDomain(environment, argument, code, 0, x)) return x;
-    return ClampOrdered(function(x.upper), function(x.lower));
 }
 
 } // namespace kobwb

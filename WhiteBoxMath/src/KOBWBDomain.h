@@ -10,8 +10,8 @@ class KOBWBEnvironment;
 namespace kobwb {
 
 enum DomainCode {
-    domainPower = 0,  // x^n: |x| up to KOBWBMaxReal^(1/n); n < 0: a hole around 0
-    domainRoot = 1,   // n-th root: n even: x >= 0; n < 0: a hole around 0; n = 0: [0, 1]
+    domainPower = 0, // x^n: |x| up to KOBWBMaxReal^(1/n); n < 0: a hole around 0
+    domainRoot = 1,  // n-th root: n even: x >= 0; n < 0: a hole around 0; n = 0: [0, 1]
     domainSin = 2,
     domainCos = 3,
     domainTan = 4,
@@ -25,7 +25,7 @@ enum DomainCode {
     domainAcosh = 12,
     domainAtanh = 13,
     domainSqrt = 14,
-    domainLog = 15,   // ln, log and the base of a power with an interval exponent
+    domainLog = 15, // ln, log and the base of a power with an interval exponent
     domainExp = 16
 };
 
@@ -53,11 +53,10 @@ bool RestrictToDomain(const KOBWBEnvironment& environment, const KOBWBRealInterv
 bool CheckArgument(const KOBWBEnvironment& environment, const KOBWBRealInterval& argument,
                    KOBWBRealInterval& checked);
 
-// The image of a monotone function over its restricted argument, clamped.
-KOBWBRealInterval IncreasingImage(const KOBWBEnvironment& environment, const KOBWBRealInterval& argument,
-                                  int code, double (*function)(double));
-KOBWBRealInterval DecreasingImage(const KOBWBEnvironment& environment, const KOBWBRealInterval& argument,
-                                  int code, double (*function)(double));
+// The image of an increasing function over its restricted argument, clamped.
+KOBWBRealInterval IncreasingImage(const KOBWBEnvironment& environment,
+                                  const KOBWBRealInterval& argument, int code,
+                                  double (*function)(double));
 
 } // namespace kobwb
 

@@ -8,7 +8,8 @@ namespace kobwb {
 
 bool IsPointImage(const KOBWBRealInterval& image, double& point) {
     const double width = image.upper - image.lower;
-    if (!(width >= 0) || width > KOBWBAbsPrecision * std::max(1.0, std::fabs(image.lower))) return false;
+    if (!(width >= 0) || width > KOBWBAbsPrecision * std::max(1.0, std::fabs(image.lower)))
+        return false;
     point = image.lower + width * 0.5;
     return true;
 }
@@ -58,7 +59,8 @@ KOBWBValue EnumerationOf(const KOBWBEnvironment& environment, const KOBWBRealInt
     return KOBWBValue(domain);
 }
 
-KOBWBValue EnumerationOf(const KOBWBEnvironment& environment, const KOBWBIntegerInterval& interval) {
+KOBWBValue EnumerationOf(const KOBWBEnvironment& environment,
+                         const KOBWBIntegerInterval& interval) {
     KOBWBIntegerEnum domain(KOBWBEnumNil);
     if (interval.lower <= interval.upper) domain.SetAsIntegerInterval(interval);
     domain.Correct(environment);

@@ -16,7 +16,8 @@ KOBWBRealInterval KOBWBLn(const KOBWBEnvironment& environment, const KOBWBRealIn
 }
 
 KOBWBRealInterval KOBWBLog(const KOBWBEnvironment& environment, const KOBWBRealInterval& x) {
-    return IncreasingImage(environment, x, kobwb::domainLog, [](double v) { return std::log10(v); });
+    return IncreasingImage(environment, x, kobwb::domainLog,
+                           [](double v) { return std::log10(v); });
 }
 
 KOBWBValue KOBWBExp(const KOBWBEnvironment& environment, const KOBWBValue& x) {

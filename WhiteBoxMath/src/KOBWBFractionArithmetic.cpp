@@ -9,7 +9,9 @@ namespace kobwb {
 
 namespace {
 
-bool Fits(long long n) { return n >= -KOBWBMaxInteger && n <= KOBWBMaxInteger; }
+bool Fits(long long n) {
+    return n >= -KOBWBMaxInteger && n <= KOBWBMaxInteger;
+}
 
 bool Reduced(long long numerator, long long denominator, long long power, KOBWBFraction& result) {
     if (denominator == 0) return false;
@@ -25,13 +27,16 @@ bool Reduced(long long numerator, long long denominator, long long power, KOBWBF
     numerator /= divisor;
     denominator /= divisor;
     if (!Fits(numerator) || !Fits(denominator) || !Fits(power)) return false;
-    result = {static_cast<int>(numerator), static_cast<int>(denominator), static_cast<int>(power), 1};
+    result = {static_cast<int>(numerator), static_cast<int>(denominator), static_cast<int>(power),
+              1};
     return true;
 }
 
-bool Sum(const KOBWBFraction& a, long long bNumerator, const KOBWBFraction& b, KOBWBFraction& result) {
+bool Sum(const KOBWBFraction& a, long long bNumerator, const KOBWBFraction& b,
+         KOBWBFraction& result) {
     if (a.powerOfPi == b.powerOfPi) {
-        return Reduced(static_cast<long long>(a.numerator) * b.denominator + bNumerator * a.denominator,
+        return Reduced(static_cast<long long>(a.numerator) * b.denominator +
+                           bNumerator * a.denominator,
                        static_cast<long long>(a.denominator) * b.denominator, a.powerOfPi, result);
     }
     if (a.numerator == 0) return Reduced(bNumerator, b.denominator, b.powerOfPi, result);
@@ -47,16 +52,21 @@ bool CombineFractions(FractionRule rule, const KOBWBFraction& a, const KOBWBFrac
     const long long aPower = a.powerOfPi;
     const long long bPower = b.powerOfPi;
     switch (rule) {
-    case FractionRule::Sum: return Sum(a, b.numerator, b, result);
-    case FractionRule::Sub: return Sum(a, -static_cast<long long>(b.numerator), b, result);
+    case FractionRule::Sum:
+        return Sum(a, b.numerator, b, result);
+    case FractionRule::Sub:
+        return Sum(a, -static_cast<long long>(b.numerator), b, result);
     case FractionRule::Mul:
         return Reduced(static_cast<long long>(a.numerator) * b.numerator,
-                       static_cast<long long>(a.denominator) * b.denominator, aPower + bPower, result);
+                       static_cast<long long>(a.denominator) * b.denominator, aPower + bPower,
+                       result);
     case FractionRule::Div:
         if (b.numerator == 0) return false;
         return Reduced(static_cast<long long>(a.numerator) * b.denominator,
-                       static_cast<long long>(a.denominator) * b.numerator, aPower - bPower, result);
-    default: return false;
+                       static_cast<long long>(a.denominator) * b.numerator, aPower - bPower,
+                       result);
+    default:
+        return false;
     }
 }
 

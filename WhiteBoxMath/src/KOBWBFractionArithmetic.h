@@ -14,7 +14,7 @@ enum class FractionRule { None, Sum, Sub, Mul, Div };
 // divisor. Sums and differences are exact when the powers of Pi agree (or one side
 // is 0); products add the powers and quotients subtract them. False, leaving result
 // untouched, when there is no exact form (different powers in a sum, a zero
-// divisor) or when a part of the reduced result does not fit in
+// divisor) or when a number of the reduced result does not fit in
 // [-KOBWBMaxInteger, KOBWBMaxInteger]: the caller then falls back to real arithmetic.
 bool CombineFractions(FractionRule rule, const KOBWBFraction& a, const KOBWBFraction& b,
                       KOBWBFraction& result);

@@ -10,7 +10,8 @@ using kobwb::IncreasingImage;
 using kobwb::Unary;
 
 KOBWBRealInterval KOBWBSinh(const KOBWBEnvironment& environment, const KOBWBRealInterval& x) {
-    return IncreasingImage(environment, x, kobwb::domainSinh, [](double v) { return std::sinh(v); });
+    return IncreasingImage(environment, x, kobwb::domainSinh,
+                           [](double v) { return std::sinh(v); });
 }
 
 KOBWBRealInterval KOBWBCosh(const KOBWBEnvironment& environment, const KOBWBRealInterval& x) {
@@ -22,19 +23,23 @@ KOBWBRealInterval KOBWBCosh(const KOBWBEnvironment& environment, const KOBWBReal
 }
 
 KOBWBRealInterval KOBWBTanh(const KOBWBEnvironment& environment, const KOBWBRealInterval& x) {
-    return IncreasingImage(environment, x, kobwb::domainTanh, [](double v) { return std::tanh(v); });
+    return IncreasingImage(environment, x, kobwb::domainTanh,
+                           [](double v) { return std::tanh(v); });
 }
 
 KOBWBRealInterval KOBWBAsinh(const KOBWBEnvironment& environment, const KOBWBRealInterval& x) {
-    return IncreasingImage(environment, x, kobwb::domainAsinh, [](double v) { return std::asinh(v); });
+    return IncreasingImage(environment, x, kobwb::domainAsinh,
+                           [](double v) { return std::asinh(v); });
 }
 
 KOBWBRealInterval KOBWBAcosh(const KOBWBEnvironment& environment, const KOBWBRealInterval& x) {
-    return IncreasingImage(environment, x, kobwb::domainAcosh, [](double v) { return std::acosh(v); });
+    return IncreasingImage(environment, x, kobwb::domainAcosh,
+                           [](double v) { return std::acosh(v); });
 }
 
 KOBWBRealInterval KOBWBAtanh(const KOBWBEnvironment& environment, const KOBWBRealInterval& x) {
-    return IncreasingImage(environment, x, kobwb::domainAtanh, [](double v) { return std::atanh(v); });
+    return IncreasingImage(environment, x, kobwb::domainAtanh,
+                           [](double v) { return std::atanh(v); });
 }
 
 KOBWBValue KOBWBSinh(const KOBWBEnvironment& environment, const KOBWBValue& x) {

@@ -50,7 +50,11 @@ KOBWBIntegerInterval KOBWBMod(const KOBWBEnvironment& environment, const KOBWBIn
         environment.SetError(kobwb::errorEmptyArgument);
         return KOBWBInteger_Nil;
     }
-    if (b.lower <= 0 && b.upper >= 0) return {std::min(b.lower + 1, 0), std::max(b.upper - 1, 0)};
+    const long long divisorLower = b.lower;
+    const long long divisorUpper = b.upper;
+    if (divisorLower <= 0 && divisorUpper >= 0)
+        return IntegerResult(environment, std::min(divisorLower + 1, 0LL),
+                             std::max(divisorUpper - 1, 0LL));
     const long long q1 = FloorDivision(a.lower, b.lower);
     const long long q2 = FloorDivision(a.lower, b.upper);
     const long long q3 = FloorDivision(a.upper, b.lower);
@@ -61,19 +65,20 @@ KOBWBIntegerInterval KOBWBMod(const KOBWBEnvironment& environment, const KOBWBIn
         const long long high = k >= 0 ? a.upper - k * b.lower : a.upper - k * b.upper;
         return IntegerResult(environment, low, high);
     }
-    return b.lower > 0 ? KOBWBIntegerInterval{0, b.upper - 1} : KOBWBIntegerInterval{b.lower + 1, 0};
+    return divisorLower > 0 ? IntegerResult(environment, 0, divisorUpper - 1)
+                            : IntegerResult(environment, divisorLower + 1, 0);
 }
 
 KOBWBIntegerInterval KOBWBMin(const KOBWBEnvironment& environment, const KOBWBIntegerInterval& a,
                               const KOBWBIntegerInterval& b) {
     if (!ConsistentPair(environment, a, b)) return KOBWBInteger_Nil;
-    return {std::min(a.lower, b.lower), std::min(a.upper, b.upper)};
+    return IntegerResult(environment, std::min(a.lower, b.lower), std::min(a.upper, b.upper));
 }
 
 KOBWBIntegerInterval KOBWBMax(const KOBWBEnvironment& environment, const KOBWBIntegerInterval& a,
                               const KOBWBIntegerInterval& b) {
     if (!ConsistentPair(environment, a, b)) return KOBWBInteger_Nil;
-    return {std::max(a.lower, b.lower), std::max(a.upper, b.upper)};
+    return IntegerResult(environment, std::max(a.lower, b.lower), std::max(a.upper, b.upper));
 }
 
 KOBWBIntegerInterval KOBWBAbs(const KOBWBEnvironment& environment, const KOBWBIntegerInterval& a) {
@@ -83,7 +88,7 @@ KOBWBIntegerInterval KOBWBAbs(const KOBWBEnvironment& environment, const KOBWBIn
     }
     const long long lower = a.lower;
     const long long upper = a.upper;
-    if (lower >= 0) return a;
+    if (lower >= 0) return IntegerResult(environment, lower, upper);
     if (upper <= 0) return IntegerResult(environment, -upper, -lower);
     return IntegerResult(environment, 0, std::max(-lower, upper));
 }

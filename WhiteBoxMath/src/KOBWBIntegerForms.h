@@ -5,8 +5,8 @@
 
 class KOBWBEnvironment;
 
-// Integer forms that the value level uses but that are not part of the public interval
-// level: the positive difference and the transfer of sign on integer intervals.
+// Integer forms that the value level uses and the public interval level does not
+// offer: the positive difference and the transfer of sign on integer intervals.
 namespace kobwb {
 
 KOBWBIntegerInterval IntegerDim(const KOBWBEnvironment& environment, const KOBWBIntegerInterval& a,

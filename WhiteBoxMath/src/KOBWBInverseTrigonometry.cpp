@@ -14,8 +14,8 @@ namespace {
 constexpr double pi = 3.141592653589793;
 
 // The hull of the branches that meet the hint: each base image repeated with the period.
-KOBWBRealInterval Branches(const KOBWBEnvironment& environment, const KOBWBRealInterval* images, int count,
-                           long double period, const KOBWBRealInterval& hint) {
+KOBWBRealInterval Branches(const KOBWBEnvironment& environment, const KOBWBRealInterval* images,
+                           int count, long double period, const KOBWBRealInterval& hint) {
     KOBWBRealInterval kept = KOBWBReal_Nil;
     for (int i = 0; i < count; ++i)
         kept = kobwb::HullOf(kept, kobwb::ShiftsMeetingHint(environment, images[i], period, hint));
@@ -73,7 +73,8 @@ KOBWBRealInterval CornerArc(const KOBWBRealInterval& y, const KOBWBRealInterval&
     for (const double cy : {y.lower, y.upper}) {
         for (const double cx : {x.lower, x.upper}) {
             if (cy == 0 && cx == 0) continue;
-            long double angle = std::atan2(static_cast<long double>(cy), static_cast<long double>(cx)) - centre;
+            long double angle =
+                std::atan2(static_cast<long double>(cy), static_cast<long double>(cx)) - centre;
             if (angle > piLong) angle -= 2 * piLong;
             if (angle < -piLong) angle += 2 * piLong;
             least = first ? angle : std::min(least, angle);
@@ -119,7 +120,8 @@ KOBWBRealInterval KOBWBAtan2(const KOBWBEnvironment& environment, const KOBWBRea
     const bool flat = ys.lower == ys.upper || xs.lower == xs.upper;
     const bool interior = ys.lower < 0 && ys.upper > 0 && xs.lower < 0 && xs.upper > 0;
     const KOBWBRealInterval circle = {-pi, pi};
-    if (interior || (holdsOrigin && flat)) return hint ? Branches(environment, &circle, 1, 2 * piLong, *hint) : circle;
+    if (interior || (holdsOrigin && flat))
+        return hint ? Branches(environment, &circle, 1, 2 * piLong, *hint) : circle;
     if (hint) {
         const KOBWBRealInterval arc = CornerArc(ys, xs);
         return Branches(environment, &arc, 1, 2 * piLong, *hint);
@@ -140,20 +142,24 @@ KOBWBValue ApplyInverse(const KOBWBEnvironment& environment, kobwb::Unary code, 
 
 } // namespace
 
-KOBWBValue KOBWBAsin(const KOBWBEnvironment& environment, const KOBWBValue& x, const KOBWBValue* hint) {
+KOBWBValue KOBWBAsin(const KOBWBEnvironment& environment, const KOBWBValue& x,
+                     const KOBWBValue* hint) {
     return ApplyInverse(environment, kobwb::Unary::Asin, x, hint);
 }
 
-KOBWBValue KOBWBAcos(const KOBWBEnvironment& environment, const KOBWBValue& x, const KOBWBValue* hint) {
+KOBWBValue KOBWBAcos(const KOBWBEnvironment& environment, const KOBWBValue& x,
+                     const KOBWBValue* hint) {
     return ApplyInverse(environment, kobwb::Unary::Acos, x, hint);
 }
 
-KOBWBValue KOBWBAtan(const KOBWBEnvironment& environment, const KOBWBValue& x, const KOBWBValue* hint) {
+KOBWBValue KOBWBAtan(const KOBWBEnvironment& environment, const KOBWBValue& x,
+                     const KOBWBValue* hint) {
     return ApplyInverse(environment, kobwb::Unary::Atan, x, hint);
 }
 
 KOBWBValue KOBWBAtan2(const KOBWBEnvironment& environment, const KOBWBValue& y, const KOBWBValue& x,
                       const KOBWBValue* hint) {
     KOBWBRealInterval storage;
-    return kobwb::ApplyBinary(environment, kobwb::Binary::Atan2, y, x, kobwb::HintOf(hint, storage));
+    return kobwb::ApplyBinary(environment, kobwb::Binary::Atan2, y, x,
+                              kobwb::HintOf(hint, storage));
 }

@@ -31,19 +31,39 @@ enum class IntegerUse { AsReal, Own, Unchanged };
 
 struct UnaryOperation {
     RealUnary real;
-    IntegerUnary integer;  // null unless integerUse is Own
+    IntegerUnary integer; // null unless integerUse is Own
     IntegerUse integerUse;
-    bool periodic;         // a single real beyond KOBWBReal_Trig gives the any real
+    bool periodic; // a single real beyond KOBWBReal_Trig gives the any real
 };
 
 enum class Unary {
-    Abs, Exp, Ln, Log, Sqrt,
-    Sin, Cos, Tan, Asin, Acos, Atan,
-    Sinh, Cosh, Tanh, Asinh, Acosh, Atanh,
-    Ceil, Floor, Round, Trunc,
-    Power,           // integer exponent >= 0: integers stay integers
-    RealPower,       // integer exponent < 0: always real
-    Root, RootPositive, RootNegative, Step
+    Abs,
+    Exp,
+    Ln,
+    Log,
+    Sqrt,
+    Sin,
+    Cos,
+    Tan,
+    Asin,
+    Acos,
+    Atan,
+    Sinh,
+    Cosh,
+    Tanh,
+    Asinh,
+    Acosh,
+    Atanh,
+    Ceil,
+    Floor,
+    Round,
+    Trunc,
+    Power,     // integer exponent >= 0: integers stay integers
+    RealPower, // integer exponent < 0: always real
+    Root,
+    RootPositive,
+    RootNegative,
+    Step
 };
 
 using RealBinary = KOBWBRealInterval (*)(const KOBWBEnvironment&, const KOBWBRealInterval&,
@@ -53,8 +73,8 @@ using IntegerBinary = KOBWBIntegerInterval (*)(const KOBWBEnvironment&, const KO
 
 struct BinaryOperation {
     RealBinary real;
-    IntegerBinary integer;  // null: the result is real whatever the kinds
-    FractionRule fraction;  // exact arithmetic of fractions, or None
+    IntegerBinary integer; // null: the result is real whatever the kinds
+    FractionRule fraction; // exact arithmetic of fractions, or None
 };
 
 enum class Binary { Sum, Sub, Mul, Div, Mod, Min, Max, Pow, Atan2, Dim, Sign };
@@ -67,8 +87,8 @@ using IntegerComparison = KOBWBBoolean (*)(const KOBWBEnvironment&, const KOBWBI
 struct ComparisonOperation {
     RealComparison real;
     IntegerComparison integer;
-    bool comparesBooleans;  // two Booleans may be compared (equality)
-    bool negated;           // the result is negated
+    bool comparesBooleans; // two Booleans may be compared (equality)
+    bool negated;          // the result is negated
 };
 
 enum class Comparison { Equal, LessEqual, NotEqual };
@@ -78,8 +98,12 @@ extern const UnaryOperation unaryOperations[];
 extern const BinaryOperation binaryOperations[];
 extern const ComparisonOperation comparisonOperations[];
 
-inline const UnaryOperation& OperationOf(Unary code) { return unaryOperations[static_cast<int>(code)]; }
-inline const BinaryOperation& OperationOf(Binary code) { return binaryOperations[static_cast<int>(code)]; }
+inline const UnaryOperation& OperationOf(Unary code) {
+    return unaryOperations[static_cast<int>(code)];
+}
+inline const BinaryOperation& OperationOf(Binary code) {
+    return binaryOperations[static_cast<int>(code)];
+}
 inline const ComparisonOperation& OperationOf(Comparison code) {
     return comparisonOperations[static_cast<int>(code)];
 }

@@ -13,10 +13,14 @@ constexpr unsigned outcomeTrue = 2;
 
 inline unsigned OutcomesOf(KOBWBBoolean b) {
     switch (b) {
-    case KOBWBFalse: return outcomeFalse;
-    case KOBWBTrue: return outcomeTrue;
-    case KOBWBUndef: return outcomeFalse | outcomeTrue;
-    default: return 0;
+    case KOBWBFalse:
+        return outcomeFalse;
+    case KOBWBTrue:
+        return outcomeTrue;
+    case KOBWBUndef:
+        return outcomeFalse | outcomeTrue;
+    default:
+        return 0;
     }
 }
 
@@ -33,7 +37,8 @@ KOBWBBoolean CombineOutcomes(KOBWBBoolean a, KOBWBBoolean b, Operation op) {
     unsigned result = 0;
     for (int x = 0; x < 2; ++x) {
         for (int y = 0; y < 2; ++y) {
-            if ((left & (1u << x)) && (right & (1u << y))) result |= op(x != 0, y != 0) ? outcomeTrue : outcomeFalse;
+            if ((left & (1u << x)) && (right & (1u << y)))
+                result |= op(x != 0, y != 0) ? outcomeTrue : outcomeFalse;
         }
     }
     return BooleanOf(result);
@@ -41,7 +46,8 @@ KOBWBBoolean CombineOutcomes(KOBWBBoolean a, KOBWBBoolean b, Operation op) {
 
 inline KOBWBBoolean Negation(KOBWBBoolean b) {
     const unsigned outcomes = OutcomesOf(b);
-    return BooleanOf(((outcomes & outcomeFalse) ? outcomeTrue : 0) | ((outcomes & outcomeTrue) ? outcomeFalse : 0));
+    return BooleanOf(((outcomes & outcomeFalse) ? outcomeTrue : 0) |
+                     ((outcomes & outcomeTrue) ? outcomeFalse : 0));
 }
 
 } // namespace kobwb

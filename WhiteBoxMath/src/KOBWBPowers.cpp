@@ -46,7 +46,8 @@ long long SaturatedPower(long long base, int n) {
 
 } // namespace
 
-KOBWBIntegerInterval KOBWBPow(const KOBWBEnvironment& environment, const KOBWBIntegerInterval& x, int n) {
+KOBWBIntegerInterval KOBWBPow(const KOBWBEnvironment& environment, const KOBWBIntegerInterval& x,
+                              int n) {
     if (!kobwb::IsConsistentArgument(x)) {
         environment.SetError(kobwb::errorEmptyArgument);
         return KOBWBInteger_Nil;
@@ -60,10 +61,13 @@ KOBWBIntegerInterval KOBWBPow(const KOBWBEnvironment& environment, const KOBWBIn
     if (n == 0) return {1, 1};
     const long long lower = x.lower;
     const long long upper = x.upper;
-    if (n % 2 != 0) return kobwb::IntegerResult(environment, SaturatedPower(lower, n), SaturatedPower(upper, n));
+    if (n % 2 != 0)
+        return kobwb::IntegerResult(environment, SaturatedPower(lower, n),
+                                    SaturatedPower(upper, n));
     const long long magnitude = std::max(std::llabs(lower), std::llabs(upper));
     const long long least = lower >= 0 ? lower : (upper <= 0 ? -upper : 0);
-    return kobwb::IntegerResult(environment, SaturatedPower(least, n), SaturatedPower(magnitude, n));
+    return kobwb::IntegerResult(environment, SaturatedPower(least, n),
+                                SaturatedPower(magnitude, n));
 }
 
 KOBWBRealInterval KOBWBPow(const KOBWBEnvironment& environment, const KOBWBRealInterval& x,
@@ -74,24 +78,28 @@ KOBWBRealInterval KOBWBPow(const KOBWBEnvironment& environment, const KOBWBRealI
     if (!kobwb::RestrictToDomain(environment, x, kobwb::domainLog, 0, base)) return base;
     const KOBWBRealInterval logarithms = {std::log(base.lower), std::log(base.upper)};
     KOBWBRealInterval product;
-    if (!kobwb::RestrictToDomain(environment, kobwb::MulIntervals(environment, logarithms, exponent),
+    if (!kobwb::RestrictToDomain(environment,
+                                 kobwb::MulIntervals(environment, logarithms, exponent),
                                  kobwb::domainExp, 0, product))
         return product;
     const double p1 = std::pow(base.lower, exponent.lower);
     const double p2 = std::pow(base.lower, exponent.upper);
     const double p3 = std::pow(base.upper, exponent.lower);
     const double p4 = std::pow(base.upper, exponent.upper);
-    return ClampOrdered(std::min(std::min(p1, p2), std::min(p3, p4)), std::max(std::max(p1, p2), std::max(p3, p4)));
+    return ClampOrdered(std::min(std::min(p1, p2), std::min(p3, p4)),
+                        std::max(std::max(p1, p2), std::max(p3, p4)));
 }
 
 KOBWBRealInterval KOBWBSqrt(const KOBWBEnvironment& environment, const KOBWBRealInterval& x) {
-    return kobwb::IncreasingImage(environment, x, kobwb::domainSqrt, [](double v) { return std::sqrt(v); });
+    return kobwb::IncreasingImage(environment, x, kobwb::domainSqrt,
+                                  [](double v) { return std::sqrt(v); });
 }
 
 KOBWBValue KOBWBPow(const KOBWBEnvironment& environment, const KOBWBValue& x, int n) {
     kobwb::UnaryArguments arguments;
     arguments.index = n;
-    return kobwb::ApplyUnary(environment, n >= 0 ? kobwb::Unary::Power : kobwb::Unary::RealPower, x, arguments);
+    return kobwb::ApplyUnary(environment, n >= 0 ? kobwb::Unary::Power : kobwb::Unary::RealPower, x,
+                             arguments);
 }
 
 namespace {

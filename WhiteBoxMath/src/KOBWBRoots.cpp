@@ -12,10 +12,14 @@ namespace {
 // The n-th root of v >= 0 (n not 0), in long double where 1/n is not exact.
 double RootOf(double v, int n) {
     switch (n) {
-    case 1: return v;
-    case -1: return 1.0 / v;
-    case 2: return std::sqrt(v);
-    default: return static_cast<double>(std::pow(static_cast<long double>(v), 1.0L / n));
+    case 1:
+        return v;
+    case -1:
+        return 1.0 / v;
+    case 2:
+        return std::sqrt(v);
+    default:
+        return static_cast<double>(std::pow(static_cast<long double>(v), 1.0L / n));
     }
 }
 
@@ -27,7 +31,9 @@ KOBWBRealInterval Widened(double lower, double upper) {
                                upper >= 0 ? upper * factor : upper / factor);
 }
 
-KOBWBRealInterval Reflected(const KOBWBRealInterval& a) { return {-a.upper, -a.lower}; }
+KOBWBRealInterval Reflected(const KOBWBRealInterval& a) {
+    return {-a.upper, -a.lower};
+}
 
 // The roots >= 0 of the points >= 0 of an argument restricted to the root's domain;
 // KOBWBReal_Nil when there are none.
@@ -54,13 +60,15 @@ KOBWBRealInterval NonEmpty(const KOBWBEnvironment& environment, const KOBWBRealI
 
 } // namespace
 
-KOBWBRealInterval KOBWBRootPositive(const KOBWBEnvironment& environment, const KOBWBRealInterval& x, int n) {
+KOBWBRealInterval KOBWBRootPositive(const KOBWBEnvironment& environment, const KOBWBRealInterval& x,
+                                    int n) {
     KOBWBRealInterval r;
     if (!kobwb::RestrictToDomain(environment, x, kobwb::domainRoot, n, r)) return r;
     return NonEmpty(environment, PositiveBranch(r, n));
 }
 
-KOBWBRealInterval KOBWBRootNegative(const KOBWBEnvironment& environment, const KOBWBRealInterval& x, int n) {
+KOBWBRealInterval KOBWBRootNegative(const KOBWBEnvironment& environment, const KOBWBRealInterval& x,
+                                    int n) {
     KOBWBRealInterval r;
     if (!kobwb::RestrictToDomain(environment, x, kobwb::domainRoot, n, r)) return r;
     return NonEmpty(environment, NegativeBranch(r, n));
@@ -72,7 +80,8 @@ KOBWBRealInterval KOBWBRoot(const KOBWBEnvironment& environment, const KOBWBReal
     if (!kobwb::RestrictToDomain(environment, x, kobwb::domainRoot, n, r)) return r;
     const KOBWBRealInterval positive = PositiveBranch(r, n);
     const KOBWBRealInterval negative = NegativeBranch(r, n);
-    if (!hint) return NonEmpty(environment, n % 2 == 0 ? positive : kobwb::HullOf(negative, positive));
+    if (!hint)
+        return NonEmpty(environment, n % 2 == 0 ? positive : kobwb::HullOf(negative, positive));
     const KOBWBRealInterval kept =
         kobwb::HullOf(kobwb::MeetsHint(environment, positive, *hint) ? positive : KOBWBReal_Nil,
                       kobwb::MeetsHint(environment, negative, *hint) ? negative : KOBWBReal_Nil);
@@ -81,8 +90,8 @@ KOBWBRealInterval KOBWBRoot(const KOBWBEnvironment& environment, const KOBWBReal
 
 namespace {
 
-KOBWBValue ApplyRoot(const KOBWBEnvironment& environment, kobwb::Unary code, const KOBWBValue& x, int n,
-                     const KOBWBValue* hint) {
+KOBWBValue ApplyRoot(const KOBWBEnvironment& environment, kobwb::Unary code, const KOBWBValue& x,
+                     int n, const KOBWBValue* hint) {
     KOBWBRealInterval storage;
     kobwb::UnaryArguments arguments;
     arguments.index = n;
@@ -92,7 +101,8 @@ KOBWBValue ApplyRoot(const KOBWBEnvironment& environment, kobwb::Unary code, con
 
 } // namespace
 
-KOBWBValue KOBWBRoot(const KOBWBEnvironment& environment, const KOBWBValue& x, int n, const KOBWBValue* hint) {
+KOBWBValue KOBWBRoot(const KOBWBEnvironment& environment, const KOBWBValue& x, int n,
+                     const KOBWBValue* hint) {
     return ApplyRoot(environment, kobwb::Unary::Root, x, n, hint);
 }
 

@@ -29,7 +29,8 @@ KOBWBRealInterval KOBWBStep(const KOBWBEnvironment& environment, const KOBWBReal
     return kobwb::ClampReal(std::min(a, b), std::max(a, b));
 }
 
-KOBWBValue KOBWBStep(const KOBWBEnvironment& environment, const KOBWBValue& x, const double* parameters) {
+KOBWBValue KOBWBStep(const KOBWBEnvironment& environment, const KOBWBValue& x,
+                     const double* parameters) {
     kobwb::UnaryArguments arguments;
     arguments.parameters = parameters;
     return kobwb::ApplyUnary(environment, kobwb::Unary::Step, x, arguments);

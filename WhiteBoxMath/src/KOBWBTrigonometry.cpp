@@ -16,10 +16,13 @@ constexpr double twoPi = 6.283185307179586;
 
 // Indexed by the quadrant of the lower bound (row) and of the upper bound (column).
 // Bit 1: the maximum 1 lies between the bounds; bit 2: the minimum -1 does.
-constexpr unsigned char sineExtrema[4][4] = {{0, 1, 1, 3}, {2, 0, 0, 2}, {2, 3, 0, 2}, {0, 1, 1, 0}};
-constexpr unsigned char cosineExtrema[4][4] = {{0, 0, 2, 2}, {3, 0, 2, 2}, {1, 1, 0, 0}, {1, 1, 3, 0}};
+constexpr unsigned char sineExtrema[4][4] = {
+    {0, 1, 1, 3}, {2, 0, 0, 2}, {2, 3, 0, 2}, {0, 1, 1, 0}};
+constexpr unsigned char cosineExtrema[4][4] = {
+    {0, 0, 2, 2}, {3, 0, 2, 2}, {1, 1, 0, 0}, {1, 1, 3, 0}};
 // 3: a pole of the tangent lies between the bounds.
-constexpr unsigned char tangentPoles[4][4] = {{0, 3, 3, 3}, {3, 0, 0, 3}, {3, 3, 0, 3}, {0, 3, 3, 0}};
+constexpr unsigned char tangentPoles[4][4] = {
+    {0, 3, 3, 3}, {3, 0, 0, 3}, {3, 3, 0, 3}, {0, 3, 3, 0}};
 constexpr unsigned char pole = 3;
 
 // floor(2 x / Pi) modulo 4, in long double so that arguments up to the trigonometric
@@ -30,8 +33,9 @@ int Quadrant(double x) {
     return static_cast<int>(quadrant < 0 ? quadrant + 4 : quadrant);
 }
 
-KOBWBRealInterval SineLike(const KOBWBEnvironment& environment, const KOBWBRealInterval& x, int code,
-                           double (*function)(double), const unsigned char (&extrema)[4][4]) {
+KOBWBRealInterval SineLike(const KOBWBEnvironment& environment, const KOBWBRealInterval& x,
+                           int code, double (*function)(double),
+                           const unsigned char (&extrema)[4][4]) {
     KOBWBRealInterval r;
     if (!kobwb::RestrictToDomain(environment, x, code, 0, r)) return r;
     const double width = r.upper - r.lower;
@@ -48,17 +52,20 @@ KOBWBRealInterval SineLike(const KOBWBEnvironment& environment, const KOBWBRealI
 } // namespace
 
 KOBWBRealInterval KOBWBSin(const KOBWBEnvironment& environment, const KOBWBRealInterval& x) {
-    return SineLike(environment, x, kobwb::domainSin, [](double v) { return std::sin(v); }, sineExtrema);
+    return SineLike(
+        environment, x, kobwb::domainSin, [](double v) { return std::sin(v); }, sineExtrema);
 }
 
 KOBWBRealInterval KOBWBCos(const KOBWBEnvironment& environment, const KOBWBRealInterval& x) {
-    return SineLike(environment, x, kobwb::domainCos, [](double v) { return std::cos(v); }, cosineExtrema);
+    return SineLike(
+        environment, x, kobwb::domainCos, [](double v) { return std::cos(v); }, cosineExtrema);
 }
 
 KOBWBRealInterval KOBWBTan(const KOBWBEnvironment& environment, const KOBWBRealInterval& x) {
     KOBWBRealInterval r;
     if (!kobwb::RestrictToDomain(environment, x, kobwb::domainTan, 0, r)) return r;
-    if (r.upper - r.lower > pi || tangentPoles[Quadrant(r.lower)][Quadrant(r.upper)] == pole) return KOBWBReal_Any;
+    if (r.upper - r.lower > pi || tangentPoles[Quadrant(r.lower)][Quadrant(r.upper)] == pole)
+        return KOBWBReal_Any;
     return kobwb::ClampOrdered(std::tan(r.lower), std::tan(r.upper));
 }
 

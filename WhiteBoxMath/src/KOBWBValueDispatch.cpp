@@ -13,17 +13,22 @@ enum class Shape { Bad, Scalar, Interval, Enumeration };
 Shape ShapeOf(KOBWBValueType type) {
     switch (type) {
     case KOBWBIntegerValue:
-    case KOBWBRealValue: return Shape::Scalar;
+    case KOBWBRealValue:
+        return Shape::Scalar;
     case KOBWBIntegerIntervalValue:
-    case KOBWBRealIntervalValue: return Shape::Interval;
+    case KOBWBRealIntervalValue:
+        return Shape::Interval;
     case KOBWBIntegerEnumValue:
-    case KOBWBRealEnumValue: return Shape::Enumeration;
-    default: return Shape::Bad;
+    case KOBWBRealEnumValue:
+        return Shape::Enumeration;
+    default:
+        return Shape::Bad;
     }
 }
 
 bool IsIntegerKind(KOBWBValueType type) {
-    return type == KOBWBIntegerValue || type == KOBWBIntegerIntervalValue || type == KOBWBIntegerEnumValue;
+    return type == KOBWBIntegerValue || type == KOBWBIntegerIntervalValue ||
+           type == KOBWBIntegerEnumValue;
 }
 
 KOBWBValue BadKind(const KOBWBEnvironment& environment) {
@@ -53,7 +58,8 @@ KOBWBValue ScalarResult(const KOBWBIntegerInterval& image) {
 bool IsList(const KOBWBValue& v, Shape shape) {
     if (shape == Shape::Scalar) return KOBWBIsExact(v, KOBWBAbsPrecision);
     if (shape != Shape::Enumeration) return false;
-    if (v.GetType() == KOBWBIntegerEnumValue) return v.GetIntegerEnum().GetRepresentation() == KOBWBEnumList;
+    if (v.GetType() == KOBWBIntegerEnumValue)
+        return v.GetIntegerEnum().GetRepresentation() == KOBWBEnumList;
     return v.GetRealEnum().GetRepresentation() == KOBWBEnumList;
 }
 
@@ -61,7 +67,8 @@ bool IsList(const KOBWBValue& v, Shape shape) {
 class Elements {
 public:
     Elements(const KOBWBValue& v, Shape shape)
-        : m_value(v), m_scalar(shape == Shape::Scalar), m_integer(v.GetType() == KOBWBIntegerEnumValue) {}
+        : m_value(v), m_scalar(shape == Shape::Scalar),
+          m_integer(v.GetType() == KOBWBIntegerEnumValue) {}
 
     int Count() const {
         if (m_scalar) return 1;
@@ -71,7 +78,9 @@ public:
         if (m_scalar) return m_value.GetAsReal();
         return m_integer ? m_value.GetIntegerEnum().Get(i) : m_value.GetRealEnum().Get(i);
     }
-    int Integer(int i) const { return m_scalar ? m_value.GetAsInteger() : m_value.GetIntegerEnum().Get(i); }
+    int Integer(int i) const {
+        return m_scalar ? m_value.GetAsInteger() : m_value.GetIntegerEnum().Get(i);
+    }
 
 private:
     const KOBWBValue& m_value;
@@ -97,24 +106,29 @@ private:
     KOBWBEnvironment m_scratch;
 };
 
-bool InTrigRange(double x) { return x >= KOBWBReal_Trig.lower && x <= KOBWBReal_Trig.upper; }
+bool InTrigRange(double x) {
+    return x >= KOBWBReal_Trig.lower && x <= KOBWBReal_Trig.upper;
+}
 
-KOBWBRealInterval PointImage(const KOBWBEnvironment& environment, const UnaryOperation& op, double x,
-                             const UnaryArguments& arguments) {
+KOBWBRealInterval PointImage(const KOBWBEnvironment& environment, const UnaryOperation& op,
+                             double x, const UnaryArguments& arguments) {
     if (op.periodic && !InTrigRange(x)) return op.real(environment, KOBWBReal_Any, arguments);
     return op.real(environment, {x, x}, arguments);
 }
 
-KOBWBValue UnaryOnReals(const KOBWBEnvironment& environment, const UnaryOperation& op, const KOBWBValue& x,
-                        Shape shape, const UnaryArguments& arguments) {
+KOBWBValue UnaryOnReals(const KOBWBEnvironment& environment, const UnaryOperation& op,
+                        const KOBWBValue& x, Shape shape, const UnaryArguments& arguments) {
     if (shape == Shape::Scalar) {
         if (x.IsIndefinite()) return KOBWBValue(op.real(environment, KOBWBReal_Any, arguments));
         const double v = x.GetAsReal();
-        if (op.periodic && !KOBWBIsNilReal(v) && !InTrigRange(v)) return KOBWBValue(KOBWBSingleReal_Any);
+        if (op.periodic && !KOBWBIsNilReal(v) && !InTrigRange(v))
+            return KOBWBValue(KOBWBSingleReal_Any);
         return ScalarResult(op.real(environment, x.GetAsRealInterval(), arguments));
     }
-    if (shape == Shape::Interval) return KOBWBValue(op.real(environment, x.GetAsRealInterval(), arguments));
-    if (!IsList(x, shape)) return EnumerationOf(environment, op.real(environment, x.GetAsRealInterval(), arguments));
+    if (shape == Shape::Interval)
+        return KOBWBValue(op.real(environment, x.GetAsRealInterval(), arguments));
+    if (!IsList(x, shape))
+        return EnumerationOf(environment, op.real(environment, x.GetAsRealInterval(), arguments));
     const Elements elements(x, shape);
     EnumImages images(false);
     {
@@ -125,14 +139,18 @@ KOBWBValue UnaryOnReals(const KOBWBEnvironment& environment, const UnaryOperatio
     return images.Finish(environment);
 }
 
-KOBWBValue UnaryOnIntegers(const KOBWBEnvironment& environment, const UnaryOperation& op, const KOBWBValue& x,
-                           Shape shape, const UnaryArguments& arguments) {
+KOBWBValue UnaryOnIntegers(const KOBWBEnvironment& environment, const UnaryOperation& op,
+                           const KOBWBValue& x, Shape shape, const UnaryArguments& arguments) {
     if (shape == Shape::Scalar) {
-        if (x.IsIndefinite()) return KOBWBValue(op.integer(environment, KOBWBInteger_Any, arguments));
+        if (x.IsIndefinite())
+            return KOBWBValue(op.integer(environment, KOBWBInteger_Any, arguments));
         return ScalarResult(op.integer(environment, x.GetAsIntegerInterval(), arguments));
     }
-    if (shape == Shape::Interval) return KOBWBValue(op.integer(environment, x.GetAsIntegerInterval(), arguments));
-    if (!IsList(x, shape)) return EnumerationOf(environment, op.integer(environment, x.GetAsIntegerInterval(), arguments));
+    if (shape == Shape::Interval)
+        return KOBWBValue(op.integer(environment, x.GetAsIntegerInterval(), arguments));
+    if (!IsList(x, shape))
+        return EnumerationOf(environment,
+                             op.integer(environment, x.GetAsIntegerInterval(), arguments));
     const Elements elements(x, shape);
     EnumImages images(true);
     {
@@ -145,13 +163,15 @@ KOBWBValue UnaryOnIntegers(const KOBWBEnvironment& environment, const UnaryOpera
     return images.Finish(environment);
 }
 
-KOBWBValue BinaryOnEnumerations(const KOBWBEnvironment& environment, const BinaryOperation& op, bool integer,
-                                const KOBWBValue& a, Shape shapeA, const KOBWBValue& b, Shape shapeB,
-                                const KOBWBRealInterval* hint) {
+KOBWBValue BinaryOnEnumerations(const KOBWBEnvironment& environment, const BinaryOperation& op,
+                                bool integer, const KOBWBValue& a, Shape shapeA,
+                                const KOBWBValue& b, Shape shapeB, const KOBWBRealInterval* hint) {
     if (!IsList(a, shapeA) || !IsList(b, shapeB)) {
         if (integer)
-            return EnumerationOf(environment, op.integer(environment, a.GetAsIntegerInterval(), b.GetAsIntegerInterval()));
-        return EnumerationOf(environment, op.real(environment, a.GetAsRealInterval(), b.GetAsRealInterval(), hint));
+            return EnumerationOf(environment, op.integer(environment, a.GetAsIntegerInterval(),
+                                                         b.GetAsIntegerInterval()));
+        return EnumerationOf(
+            environment, op.real(environment, a.GetAsRealInterval(), b.GetAsRealInterval(), hint));
     }
     const Elements left(a, shapeA);
     const Elements right(b, shapeB);
@@ -179,8 +199,9 @@ bool IsExactNumber(const KOBWBValue& v) {
     return v.IsAFraction() || (v.GetType() == KOBWBIntegerValue && KOBWBIsExact(v, 0.0));
 }
 
-KOBWBBoolean PairwiseComparison(const KOBWBEnvironment& environment, const ComparisonOperation& op, bool integer,
-                                const KOBWBValue& a, Shape shapeA, const KOBWBValue& b, Shape shapeB) {
+KOBWBBoolean PairwiseComparison(const KOBWBEnvironment& environment, const ComparisonOperation& op,
+                                bool integer, const KOBWBValue& a, Shape shapeA,
+                                const KOBWBValue& b, Shape shapeB) {
     const Elements left(a, shapeA);
     const Elements right(b, shapeB);
     const ElementEnvironment element(environment);
@@ -201,28 +222,32 @@ KOBWBBoolean PairwiseComparison(const KOBWBEnvironment& environment, const Compa
     return BooleanOf(outcomes);
 }
 
-KOBWBValue BinaryOnAnyKinds(const KOBWBEnvironment& environment, const BinaryOperation& op, const KOBWBValue& a,
-                            const KOBWBValue& b, const KOBWBRealInterval* hint) {
+KOBWBValue BinaryOnAnyKinds(const KOBWBEnvironment& environment, const BinaryOperation& op,
+                            const KOBWBValue& a, const KOBWBValue& b,
+                            const KOBWBRealInterval* hint) {
     const KOBWBValueType typeA = a.GetType();
     const KOBWBValueType typeB = b.GetType();
     const Shape shapeA = ShapeOf(typeA);
     const Shape shapeB = ShapeOf(typeB);
     if (shapeA == Shape::Bad || shapeB == Shape::Bad) return BadKind(environment);
-    if (op.fraction != FractionRule::None && (a.IsAFraction() || b.IsAFraction()) && IsExactNumber(a) &&
-        IsExactNumber(b)) {
+    if (op.fraction != FractionRule::None && (a.IsAFraction() || b.IsAFraction()) &&
+        IsExactNumber(a) && IsExactNumber(b)) {
         KOBWBFraction exact = {0, 1, 0, 1};
-        if (CombineFractions(op.fraction, a.GetAsFraction(), b.GetAsFraction(), exact)) return KOBWBValue(exact);
+        if (CombineFractions(op.fraction, a.GetAsFraction(), b.GetAsFraction(), exact))
+            return KOBWBValue(exact);
     }
     const bool integer = op.integer && IsIntegerKind(typeA) && IsIntegerKind(typeB);
     if (shapeA == Shape::Enumeration || shapeB == Shape::Enumeration)
         return BinaryOnEnumerations(environment, op, integer, a, shapeA, b, shapeB, hint);
-    const bool scalars =
-        shapeA == Shape::Scalar && shapeB == Shape::Scalar && !a.IsIndefinite() && !b.IsIndefinite();
+    const bool scalars = shapeA == Shape::Scalar && shapeB == Shape::Scalar && !a.IsIndefinite() &&
+                         !b.IsIndefinite();
     if (integer) {
-        const KOBWBIntegerInterval image = op.integer(environment, a.GetAsIntegerInterval(), b.GetAsIntegerInterval());
+        const KOBWBIntegerInterval image =
+            op.integer(environment, a.GetAsIntegerInterval(), b.GetAsIntegerInterval());
         return scalars ? ScalarResult(image) : KOBWBValue(image);
     }
-    const KOBWBRealInterval image = op.real(environment, a.GetAsRealInterval(), b.GetAsRealInterval(), hint);
+    const KOBWBRealInterval image =
+        op.real(environment, a.GetAsRealInterval(), b.GetAsRealInterval(), hint);
     return scalars ? ScalarResult(image) : KOBWBValue(image);
 }
 
@@ -250,8 +275,8 @@ KOBWBValue ApplyBinary(const KOBWBEnvironment& environment, Binary code, const K
     return BinaryOnAnyKinds(environment, op, a, b, hint);
 }
 
-KOBWBValue ApplyComparison(const KOBWBEnvironment& environment, Comparison code, const KOBWBValue& a,
-                           const KOBWBValue& b) {
+KOBWBValue ApplyComparison(const KOBWBEnvironment& environment, Comparison code,
+                           const KOBWBValue& a, const KOBWBValue& b) {
     const ComparisonOperation& op = OperationOf(code);
     const KOBWBValueType typeA = a.GetType();
     const KOBWBValueType typeB = b.GetType();
@@ -259,7 +284,8 @@ KOBWBValue ApplyComparison(const KOBWBEnvironment& environment, Comparison code,
     const Shape shapeB = ShapeOf(typeB);
     KOBWBBoolean result = KOBWBContr;
     if (typeA == KOBWBBooleanValue && typeB == KOBWBBooleanValue && op.comparesBooleans) {
-        result = CombineOutcomes(a.GetAsBoolean(), b.GetAsBoolean(), [](bool x, bool y) { return x == y; });
+        result = CombineOutcomes(a.GetAsBoolean(), b.GetAsBoolean(),
+                                 [](bool x, bool y) { return x == y; });
     } else if (shapeA == Shape::Bad || shapeB == Shape::Bad) {
         environment.SetError(errorBadKind);
         return KOBWBValue(KOBWBContr);

@@ -28,8 +28,8 @@ KOBWBValue ApplyUnary(const KOBWBEnvironment& environment, Unary code, const KOB
 KOBWBValue ApplyBinary(const KOBWBEnvironment& environment, Binary code, const KOBWBValue& a,
                        const KOBWBValue& b, const KOBWBRealInterval* hint = nullptr);
 
-KOBWBValue ApplyComparison(const KOBWBEnvironment& environment, Comparison code, const KOBWBValue& a,
-                           const KOBWBValue& b);
+KOBWBValue ApplyComparison(const KOBWBEnvironment& environment, Comparison code,
+                           const KOBWBValue& a, const KOBWBValue& b);
 
 // A branch hint given as a value: its real interval, kept in storage, or null (no hint)
 // for a null, Undefined or Boolean value.
