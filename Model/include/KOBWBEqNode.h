@@ -9,9 +9,10 @@
 // and next equations.
 class KOBWBX_API KOBWBEqNode : public KOBWBNode {
 public:
-    // Fails without a left term.
+    // Fails without a left term. memory: room for the node from its owner, or
+    // null for the heap.
     static long New(const KOBWBLocation& location, KOBWBNode* left, KOBWBEquationType type,
-                    KOBWBNode* right, int id, KOBWBEqNode*& out);
+                    KOBWBNode* right, int id, KOBWBEqNode*& out, void* memory = nullptr);
 
     // True when both terms are constant (a missing term counts as constant).
     bool IsConstant() const override;
@@ -32,6 +33,8 @@ protected:
                 KOBWBNode* right, int id);
 
 private:
+    friend class KOBWBNode;
+
     int m_id;
     KOBWBEquationType m_type;
     KOBWBNode* m_left;

@@ -7,6 +7,7 @@
 #include "KOBWBLocation.h"
 #include "KOBWBModelLists.h"
 
+#include <cstddef>
 #include <memory>
 #include <vector>
 
@@ -41,6 +42,7 @@ public:
     KOBWBConstNode* CreateConstant(const KOBWBLocation& location, const KOBWBValue& value,
                                    const KOBWBLocation& unitLocation, const KOBLVRString& unit);
     KOBWBVarNode* CreateVariable(const KOBWBLocation& location, const KOBLVRString& name);
+    KOBWBVarNode* CreateVariable(const KOBWBLocation& location, const char* name);
     KOBWBOpNode* CreateOperator(const KOBWBLocation& location, KOBWBExpressionType type,
                                 const KOBLVRListPKOBWBNode& children);
     KOBWBOpNode* CreateOperator(const KOBWBLocation& location, KOBWBExpressionType type,
@@ -77,8 +79,10 @@ public:
     int GetNbOfDifferentVariables() const;
     // The first occurrence of the name, or null.
     KOBWBVarNode* GetVariable(const KOBLVRString& name) const;
+    KOBWBVarNode* GetVariable(const char* name) const;
     // The occurrence of the name written at that place, or null.
     KOBWBVarNode* GetVariable(const KOBLVRString& name, const KOBWBLocation& location) const;
+    KOBWBVarNode* GetVariable(const char* name, const KOBWBLocation& location) const;
     // Appends every occurrence of the name; returns their number.
     int GetVariable(const KOBLVRString& name, KOBLVRListPKOBWBVarNode& occurrences) const;
     // Name indices given so far (names whose occurrences were all removed keep
@@ -86,6 +90,9 @@ public:
     int GetNbOfVariableNames() const;
     // Appends every occurrence of the name with that index; returns their number.
     int GetOccurrences(int nameIndex, KOBLVRListPKOBWBVarNode& occurrences) const;
+    // Appends every occurrence of every variable, in creation order; returns
+    // their number.
+    int GetVariables(KOBLVRListPKOBWBVarNode& occurrences) const;
     // Appends every declared black box.
     void GetBlackBoxes(KOBLVRListPKOBWBBlackBox& blackBoxes) const;
 
@@ -98,6 +105,8 @@ private:
     // building failed.
     template <class T>
     T* Own(long status, T* node);
+    // Room for a new node in the model's store.
+    void* Room(size_t size);
     void FreeSubtree(KOBWBNode* root);
 
     int m_level;
@@ -107,8 +116,9 @@ private:
     int m_nextId = 1;
     // The equations in id order, for GetEquationById.
     std::vector<KOBWBEqNode*> m_equationsById;
-    std::unique_ptr<KOBWBNodeStore> m_nodes;
+    // Declared before the nodes, which go first.
     std::unique_ptr<KOBWBVariableIndex> m_variables;
+    std::unique_ptr<KOBWBNodeStore> m_nodes;
     KOBLVRListPKOBWBBlackBox m_blackBoxes;
 };
 

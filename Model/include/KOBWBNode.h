@@ -7,12 +7,18 @@
 #include "KOBWBModelLists.h"
 #include "KOBWBNodeType.h"
 
+#include <new>
+
 class KOBWBVisitor;
+struct KOBWBNodeUnit;
 
 // A node of the model tree: where it was written, the unit written after it and
 // the class of that unit ("None" for both until set), and its place under its
 // parent (no parent for a term of an equation). The model that creates a node
 // owns it; nodes are never shared between equations.
+//
+// The New functions of the node classes build a node in the memory they are
+// given (its owner's), or on the heap when given none; Free releases either.
 class KOBWBX_API KOBWBNode {
 public:
     virtual ~KOBWBNode();
@@ -32,39 +38,59 @@ public:
     const KOBWBLocation& GetLocation() const { return m_location; }
     const KOBLVRString& GetUnit() const;
     // True once a unit has been set.
-    bool HasUnit() const { return !m_unit.IsEmpty(); }
+    bool HasUnit() const { return m_hasUnit; }
     const KOBLVRString& GetUnitType() const;
-    const KOBWBLocation& GetUnitLocation() const { return m_unitLocation; }
+    const KOBWBLocation& GetUnitLocation() const;
     void SetUnitData(const KOBWBLocation& unitLocation, const KOBLVRString& unit);
     KOBWBNode* GetParentNode() const { return m_parent; }
     void SetParentNode(KOBWBNode* parent) { m_parent = parent; }
     int GetItsIndexAsChild() const { return m_indexAsChild; }
     void SetItsIndexAsChild(int index) { m_indexAsChild = index; }
 
-    // Releases a node's storage (not that of its children).
+    // Releases a node (not its children): destroys it, and frees its memory
+    // when New took it from the heap.
     static void Free(KOBWBNode* node);
 
 protected:
     KOBWBNode(KOBWBNodeType type, const KOBWBLocation& location);
+    void SetUnitClass(const char* unitClass);
     void SetUnitClass(const KOBLVRString& unitClass);
     // Equality of this node alone, children aside: the base compares the kind
     // and the unit text.
     virtual bool IsSameNode(const KOBWBNode& other) const;
+    // Builds T with the arguments in memory, or on the heap when memory is
+    // null; null when the heap refuses.
+    template <class T, class... Arguments>
+    static T* Place(void* memory, Arguments&&... arguments);
 
 private:
     friend class KOBWBNodeStore;
 
+    KOBWBNodeUnit& GetOrMakeUnit();
+
     KOBWBNodeType m_nodeType;
-    KOBWBLocation m_location;
-    // An empty text reads as "None": most nodes carry no unit, and this keeps
-    // their construction free of string allocations.
-    KOBLVRString m_unit;
-    KOBLVRString m_unitClass;
-    KOBWBLocation m_unitLocation;
-    KOBWBNode* m_parent = nullptr;
     int m_indexAsChild = -1;
+    KOBWBLocation m_location;
+    // The unit class, null for "None"; known classes point at texts shared by
+    // all nodes, so classifying a node allocates nothing.
+    const KOBLVRString* m_unitClass = nullptr;
+    // The unit text and location, and texts the node holds itself; made only
+    // for the few nodes that carry a unit or an unusual class.
+    KOBWBNodeUnit* m_unit = nullptr;
+    KOBWBNode* m_parent = nullptr;
     // Position in the owning model's node store, -1 when not owned by a model.
     int m_storeSlot = -1;
+    bool m_onHeap = false;
+    bool m_hasUnit = false;
 };
+
+template <class T, class... Arguments>
+T* KOBWBNode::Place(void* memory, Arguments&&... arguments) {
+    void* room = memory ? memory : ::operator new(sizeof(T), std::nothrow);
+    if (!room) return nullptr;
+    T* node = new (room) T(static_cast<Arguments&&>(arguments)...);
+    static_cast<KOBWBNode*>(node)->m_onHeap = memory == nullptr;
+    return node;
+}
 
 #endif

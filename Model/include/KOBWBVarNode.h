@@ -3,15 +3,19 @@
 
 #include "KOBWBNode.h"
 
+#include <memory>
+
 // One occurrence of a variable name in the model text.
 class KOBWBX_API KOBWBVarNode : public KOBWBNode {
 public:
-    static long New(const KOBWBLocation& location, const KOBLVRString& name, KOBWBVarNode*& out);
+    // memory: room for the node from its owner, or null for the heap.
+    static long New(const KOBWBLocation& location, const KOBLVRString& name, KOBWBVarNode*& out,
+                    void* memory = nullptr);
 
     bool IsConstant() const override { return false; }
     long Accept(KOBWBVisitor& visitor) override;
 
-    const KOBLVRString& GetName() const { return m_name; }
+    const KOBLVRString& GetName() const { return *m_name; }
     // The unit class of the occurrence ("Distance", "Angle", ...), set by the
     // model check from what the equations say about the variable.
     void SetUnitType(const KOBLVRString& unitClass) { SetUnitClass(unitClass); }
@@ -24,10 +28,19 @@ protected:
     KOBWBVarNode(const KOBWBLocation& location, const KOBLVRString& name);
 
 private:
+    friend class KOBWBNode;
     friend class KOBWBVariableIndex;
 
-    KOBLVRString m_name;
+    // An occurrence whose name text is shared with the other occurrences.
+    KOBWBVarNode(const KOBWBLocation& location, const KOBLVRString* sharedName, int nameIndex);
+
+    // Points at the name text its model shares between the occurrences (one
+    // copy a name, however many occurrences), or at m_ownName.
+    const KOBLVRString* m_name;
+    std::unique_ptr<KOBLVRString> m_ownName;
     int m_nameIndex = -1;
+    // Position among the occurrences of its model, -1 outside a model.
+    int m_occurrenceSlot = -1;
 };
 
 #endif

@@ -11,8 +11,8 @@ KOBWBEqNode::KOBWBEqNode(const KOBWBLocation& location, KOBWBNode* left, KOBWBEq
       m_right(right) {}
 
 long KOBWBEqNode::New(const KOBWBLocation& location, KOBWBNode* left, KOBWBEquationType type,
-                      KOBWBNode* right, int id, KOBWBEqNode*& out) {
-    out = left ? new (std::nothrow) KOBWBEqNode(location, left, type, right, id) : nullptr;
+                      KOBWBNode* right, int id, KOBWBEqNode*& out, void* memory) {
+    out = left ? Place<KOBWBEqNode>(memory, location, left, type, right, id) : nullptr;
     return out ? KOBWBModelOk : KOBWBModelFailure;
 }
 

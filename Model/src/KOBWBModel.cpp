@@ -14,7 +14,7 @@
 #include <algorithm>
 
 KOBWBModel::KOBWBModel(int level)
-    : m_level(level), m_nodes(new KOBWBNodeStore), m_variables(new KOBWBVariableIndex) {}
+    : m_level(level), m_variables(new KOBWBVariableIndex), m_nodes(new KOBWBNodeStore) {}
 
 KOBWBModel::~KOBWBModel() = default;
 
@@ -27,10 +27,13 @@ T* KOBWBModel::Own(long status, T* node) {
     return node;
 }
 
+void* KOBWBModel::Room(size_t size) { return m_nodes->Allocate(size); }
+
 KOBWBConstNode* KOBWBModel::CreateConstant(const KOBWBLocation& location,
                                            const KOBWBValue& value) {
     KOBWBConstNode* node = nullptr;
-    const long status = KOBWBConstNode::New(location, value, node);
+    const long status =
+        KOBWBConstNode::New(location, value, node, Room(sizeof(KOBWBConstNode)));
     return Own(status, node);
 }
 
@@ -38,16 +41,19 @@ KOBWBConstNode* KOBWBModel::CreateConstant(const KOBWBLocation& location, const 
                                            const KOBWBLocation& unitLocation,
                                            const KOBLVRString& unit) {
     KOBWBConstNode* node = nullptr;
-    const long status = KOBWBConstNode::New(location, value, unitLocation, unit, node);
+    const long status = KOBWBConstNode::New(location, value, unitLocation, unit, node,
+                                            Room(sizeof(KOBWBConstNode)));
     return Own(status, node);
 }
 
 KOBWBVarNode* KOBWBModel::CreateVariable(const KOBWBLocation& location,
                                          const KOBLVRString& name) {
-    KOBWBVarNode* node = nullptr;
-    const long status = KOBWBVarNode::New(location, name, node);
-    if (Own(status, node)) m_variables->Add(node);
-    return node;
+    return CreateVariable(location, name.str());
+}
+
+KOBWBVarNode* KOBWBModel::CreateVariable(const KOBWBLocation& location, const char* name) {
+    KOBWBVarNode* node = m_variables->Create(location, name, Room(sizeof(KOBWBVarNode)));
+    return Own(node ? KOBWBModelOk : KOBWBModelFailure, node);
 }
 
 KOBWBOpNode* KOBWBModel::CreateOperator(const KOBWBLocation& location, KOBWBExpressionType type,
@@ -59,7 +65,8 @@ KOBWBOpNode* KOBWBModel::CreateOperator(const KOBWBLocation& location, KOBWBExpr
                                         KOBWBComparisonType comparison,
                                         const KOBLVRListPKOBWBNode& children) {
     KOBWBOpNode* node = nullptr;
-    const long status = KOBWBOpNode::New(location, type, comparison, children, node);
+    const long status =
+        KOBWBOpNode::New(location, type, comparison, children, node, Room(sizeof(KOBWBOpNode)));
     return Own(status, node);
 }
 
@@ -67,7 +74,8 @@ KOBWBOpNode* KOBWBModel::CreateOperator(const KOBWBLocation& location, KOBWBExpr
                                         KOBWBComparisonType comparison, int count,
                                         KOBWBNode* const* children) {
     KOBWBOpNode* node = nullptr;
-    const long status = KOBWBOpNode::New(location, type, comparison, count, children, node);
+    const long status = KOBWBOpNode::New(location, type, comparison, count, children, node,
+                                         Room(sizeof(KOBWBOpNode)));
     return Own(status, node);
 }
 
@@ -75,8 +83,8 @@ KOBWBOpNode* KOBWBModel::DeclareBlackBox(const KOBWBLocation& location, KOBWBBla
                                          const KOBLVRListPKOBWBNode& arguments) {
     if (!blackBox) return nullptr;
     KOBWBOpNode* node = nullptr;
-    const long status =
-        KOBWBOpNode::NewCall(location, blackBox, blackBox->GetName(), arguments, node);
+    const long status = KOBWBOpNode::NewCall(location, blackBox, blackBox->GetName(), arguments,
+                                             node, Room(sizeof(KOBWBOpNode)));
     if (Own(status, node) && m_blackBoxes.Locate(blackBox) < 0) m_blackBoxes.Append(blackBox);
     return node;
 }
@@ -87,14 +95,16 @@ KOBWBOpNode* KOBWBModel::GetBBxOp(const KOBWBLocation& location, const KOBLVRStr
     for (int i = 0; i < m_blackBoxes.Size() && !declared; ++i)
         if (m_blackBoxes[i]->GetName() == name) declared = m_blackBoxes[i];
     KOBWBOpNode* node = nullptr;
-    const long status = KOBWBOpNode::NewCall(location, declared, name, arguments, node);
+    const long status = KOBWBOpNode::NewCall(location, declared, name, arguments, node,
+                                             Room(sizeof(KOBWBOpNode)));
     return Own(status, node);
 }
 
 KOBWBEqNode* KOBWBModel::AddEquation(const KOBWBLocation& location, KOBWBNode* left,
                                      KOBWBEquationType type, KOBWBNode* right) {
     KOBWBEqNode* equation = nullptr;
-    const long status = KOBWBEqNode::New(location, left, type, right, m_nextId, equation);
+    const long status = KOBWBEqNode::New(location, left, type, right, m_nextId, equation,
+                                         Room(sizeof(KOBWBEqNode)));
     if (!Own(status, equation)) return nullptr;
     ++m_nextId;
     equation->SetPrev(m_last);
@@ -131,23 +141,35 @@ int KOBWBModel::GetNbOfVariables() const { return m_variables->GetNbOfOccurrence
 int KOBWBModel::GetNbOfDifferentVariables() const { return m_variables->GetNbOfLiveNames(); }
 
 KOBWBVarNode* KOBWBModel::GetVariable(const KOBLVRString& name) const {
+    return m_variables->GetFirst(name.str());
+}
+
+KOBWBVarNode* KOBWBModel::GetVariable(const char* name) const {
     return m_variables->GetFirst(name);
 }
 
 KOBWBVarNode* KOBWBModel::GetVariable(const KOBLVRString& name,
                                       const KOBWBLocation& location) const {
+    return m_variables->Find(name.str(), location);
+}
+
+KOBWBVarNode* KOBWBModel::GetVariable(const char* name, const KOBWBLocation& location) const {
     return m_variables->Find(name, location);
 }
 
 int KOBWBModel::GetVariable(const KOBLVRString& name,
                             KOBLVRListPKOBWBVarNode& occurrences) const {
-    return m_variables->AppendOccurrences(name, occurrences);
+    return m_variables->AppendOccurrences(m_variables->IndexOf(name.str()), occurrences);
 }
 
 int KOBWBModel::GetNbOfVariableNames() const { return m_variables->GetNbOfNames(); }
 
 int KOBWBModel::GetOccurrences(int nameIndex, KOBLVRListPKOBWBVarNode& occurrences) const {
     return m_variables->AppendOccurrences(nameIndex, occurrences);
+}
+
+int KOBWBModel::GetVariables(KOBLVRListPKOBWBVarNode& occurrences) const {
+    return m_variables->AppendAll(occurrences);
 }
 
 void KOBWBModel::GetBlackBoxes(KOBLVRListPKOBWBBlackBox& blackBoxes) const {
@@ -173,10 +195,12 @@ long KOBWBModel::RemoveEquation(KOBWBEqNode*& equation) {
 
 void KOBWBModel::FreeSubtree(KOBWBNode* root) {
     std::vector<KOBWBNode*> nodes;
-    KOBWBWalkSubtree(root, [&nodes](KOBWBNode* node) { nodes.push_back(node); });
-    for (KOBWBNode* node : nodes) {
+    std::vector<KOBWBVarNode*> variables;
+    KOBWBWalkSubtree(root, [&](KOBWBNode* node) {
+        nodes.push_back(node);
         if (node->GetNodeType() == KOBWBVarNodeType)
-            m_variables->Remove(static_cast<KOBWBVarNode*>(node));
-        m_nodes->Free(node);
-    }
+            variables.push_back(static_cast<KOBWBVarNode*>(node));
+    });
+    m_variables->Remove(variables);
+    for (KOBWBNode* node : nodes) m_nodes->Free(node);
 }

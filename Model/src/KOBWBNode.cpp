@@ -1,6 +1,8 @@
 #include "KOBWBNode.h"
 
+#include "KOBWBNodeUnit.h"
 #include "KOBWBNodeWalk.h"
+#include "KOBWBUnitTable.h"
 #include "KOBWBVarNode.h"
 
 #include <string_view>
@@ -19,24 +21,58 @@ const KOBLVRString& NoneText() {
 KOBWBNode::KOBWBNode(KOBWBNodeType type, const KOBWBLocation& location)
     : m_nodeType(type), m_location(location) {}
 
-KOBWBNode::~KOBWBNode() = default;
+KOBWBNode::~KOBWBNode() { delete m_unit; }
 
-void KOBWBNode::Free(KOBWBNode* node) { delete node; }
+void KOBWBNode::Free(KOBWBNode* node) {
+    if (!node) return;
+    if (node->m_onHeap) delete node;
+    else node->~KOBWBNode();
+}
+
+KOBWBNodeUnit& KOBWBNode::GetOrMakeUnit() {
+    if (!m_unit) m_unit = new KOBWBNodeUnit;
+    return *m_unit;
+}
 
 const KOBLVRString& KOBWBNode::GetUnit() const {
-    return m_unit.IsEmpty() ? NoneText() : m_unit;
+    return m_unit && m_unit->text ? *m_unit->text : NoneText();
 }
 
 const KOBLVRString& KOBWBNode::GetUnitType() const {
-    return m_unitClass.IsEmpty() ? NoneText() : m_unitClass;
+    return m_unitClass ? *m_unitClass : NoneText();
+}
+
+const KOBWBLocation& KOBWBNode::GetUnitLocation() const {
+    static const KOBWBLocation nowhere;
+    return m_unit ? m_unit->location : nowhere;
 }
 
 void KOBWBNode::SetUnitData(const KOBWBLocation& unitLocation, const KOBLVRString& unit) {
-    m_unitLocation = unitLocation;
-    m_unit = unit;
+    KOBWBNodeUnit& data = GetOrMakeUnit();
+    data.location = unitLocation;
+    data.text = unit.IsEmpty() ? nullptr : KOBWBSharedUnitText(unit.str());
+    if (!data.text && !unit.IsEmpty()) {
+        data.ownText = unit;
+        data.text = &data.ownText;
+    }
+    m_hasUnit = data.text != nullptr;
 }
 
-void KOBWBNode::SetUnitClass(const KOBLVRString& unitClass) { m_unitClass = unitClass; }
+void KOBWBNode::SetUnitClass(const KOBLVRString& unitClass) {
+    // The classes the model check gives are shared texts already.
+    if (KOBWBIsSharedUnitText(&unitClass)) m_unitClass = &unitClass;
+    else SetUnitClass(unitClass.str());
+}
+
+void KOBWBNode::SetUnitClass(const char* unitClass) {
+    const bool none = !unitClass || !unitClass[0];
+    m_unitClass = none ? nullptr : KOBWBSharedUnitText(unitClass);
+    if (!m_unitClass && !none) {
+        KOBWBNodeUnit& data = GetOrMakeUnit();
+        data.ownClass = unitClass;
+        m_unitClass = &data.ownClass;
+    }
+}
 
 void KOBWBNode::FillPresentVariables(KOBLVRListPKOBLVRString& names) {
     std::unordered_set<std::string_view> present;
@@ -50,7 +86,7 @@ void KOBWBNode::FillPresentVariables(KOBLVRListPKOBLVRString& names) {
 }
 
 bool KOBWBNode::IsSameNode(const KOBWBNode& other) const {
-    return m_nodeType == other.m_nodeType && m_unit == other.m_unit;
+    return m_nodeType == other.m_nodeType && GetUnit() == other.GetUnit();
 }
 
 bool KOBWBNode::IsEqual(KOBWBNode* other) {

@@ -4,6 +4,7 @@
 #include "KOBWBVisitor.h"
 
 #include <new>
+#include <vector>
 
 namespace {
 
@@ -19,71 +20,66 @@ KOBWBOpNode::KOBWBOpNode(const KOBWBLocation& location, KOBWBExpressionType type
 
 long KOBWBOpNode::New(const KOBWBLocation& location, KOBWBExpressionType type,
                       KOBWBComparisonType comparison, const KOBLVRListPKOBWBNode& children,
-                      KOBWBOpNode*& out) {
-    out = nullptr;
-    if (!IsOperatorCode(type)) return KOBWBModelFailure;
-    for (int i = 0; i < children.Size(); ++i)
-        if (!children[i]) return KOBWBModelFailure;
-    out = new (std::nothrow) KOBWBOpNode(location, type, comparison);
-    if (!out) return KOBWBModelFailure;
-    out->m_children = children;
-    return AdoptChildren(out, children.Size());
+                      KOBWBOpNode*& out, void* memory) {
+    std::vector<KOBWBNode*> array(static_cast<size_t>(children.Size()));
+    for (int i = 0; i < children.Size(); ++i) array[i] = children[i];
+    return New(location, type, comparison, children.Size(), array.data(), out, memory);
 }
 
 long KOBWBOpNode::New(const KOBWBLocation& location, KOBWBExpressionType type,
                       KOBWBComparisonType comparison, int count, KOBWBNode* const* children,
-                      KOBWBOpNode*& out) {
+                      KOBWBOpNode*& out, void* memory) {
     out = nullptr;
     if (!IsOperatorCode(type) || count < 0 || (count > 0 && !children)) return KOBWBModelFailure;
     for (int i = 0; i < count; ++i)
         if (!children[i]) return KOBWBModelFailure;
-    out = new (std::nothrow) KOBWBOpNode(location, type, comparison);
-    if (!out) return KOBWBModelFailure;
-    if (out->m_children.Size(count))
-        for (int i = 0; i < count; ++i) out->m_children[i] = children[i];
-    return AdoptChildren(out, count);
+    out = Place<KOBWBOpNode>(memory, location, type, comparison);
+    if (out && !out->AdoptChildren(count, children)) {
+        Free(out);
+        out = nullptr;
+    }
+    return out ? KOBWBModelOk : KOBWBModelFailure;
 }
 
 long KOBWBOpNode::NewCall(const KOBWBLocation& location, KOBWBBlackBox* blackBox,
                           const KOBLVRString& name, const KOBLVRListPKOBWBNode& arguments,
-                          KOBWBOpNode*& out) {
-    if (New(location, KOBWBBlackBoxType, KOBWBNoComparison, arguments, out) != KOBWBModelOk)
+                          KOBWBOpNode*& out, void* memory) {
+    if (New(location, KOBWBBlackBoxType, KOBWBNoComparison, arguments, out, memory) !=
+        KOBWBModelOk)
         return KOBWBModelFailure;
     out->m_blackBox = blackBox;
-    out->m_calledName = name;
+    out->m_calledName.reset(new (std::nothrow) KOBLVRString(name));
     return KOBWBModelOk;
 }
 
-long KOBWBOpNode::AdoptChildren(KOBWBOpNode*& node, int count) {
-    // The copy of the children may have failed for want of memory.
-    if (node->m_children.Size() != count) {
-        delete node;
-        node = nullptr;
-        return KOBWBModelFailure;
+bool KOBWBOpNode::AdoptChildren(int count, KOBWBNode* const* children) {
+    KOBWBNode** stored = m_inlineChildren;
+    if (count > nbOfInlineChildren) {
+        m_manyChildren.reset(new (std::nothrow) KOBWBNode*[count]);
+        if (!m_manyChildren) return false;
+        stored = m_manyChildren.get();
     }
-    node->AdoptChildren();
-    return KOBWBModelOk;
-}
-
-void KOBWBOpNode::AdoptChildren() {
-    const int count = m_children.Size();
+    m_nbOfChildren = count;
     m_constant = m_type != KOBWBBlackBoxType && count > 0;
     for (int i = 0; i < count; ++i) {
-        m_children[i]->SetParentNode(this);
-        m_children[i]->SetItsIndexAsChild(i);
-        m_constant = m_constant && m_children[i]->IsConstant();
+        stored[i] = children[i];
+        children[i]->SetParentNode(this);
+        children[i]->SetItsIndexAsChild(i);
+        m_constant = m_constant && children[i]->IsConstant();
     }
+    return true;
 }
 
-KOBWBNode* KOBWBOpNode::GetChild(int i) const {
-    return i >= 1 && i <= m_children.Size() ? m_children[i - 1] : nullptr;
+const KOBLVRString& KOBWBOpNode::GetCalledName() const {
+    static const KOBLVRString none;
+    return m_calledName ? *m_calledName : none;
 }
 
 bool KOBWBOpNode::IsSameNode(const KOBWBNode& other) const {
     if (!KOBWBNode::IsSameNode(other)) return false;
     const KOBWBOpNode& op = static_cast<const KOBWBOpNode&>(other);
     return m_type == op.m_type && m_comparison == op.m_comparison &&
-           m_blackBox == op.m_blackBox && m_calledName == op.m_calledName;
+           m_blackBox == op.m_blackBox && GetCalledName() == op.GetCalledName();
 }
 
 long KOBWBOpNode::Accept(KOBWBVisitor& visitor) { return visitor.VisitOperator(*this); }

@@ -1,8 +1,10 @@
 #include "KOBWBUnitTable.h"
 
+#include "KOBLVRString.h"
 #include "KOBWBUnitClass.h"
 
 #include <cstring>
+#include <vector>
 
 namespace {
 
@@ -18,7 +20,38 @@ bool IsAmong(const char* unit, const char* const (&units)[N]) {
     return false;
 }
 
+const char* const unitClasses[] = {KOBWBUnitClassDistance, KOBWBUnitClassAngle,
+                                   KOBWBUnitClassNone,     KOBWBUnitClassAmbiguous,
+                                   KOBWBUnitClassUnsolved, KOBWBUnitClassInhomogeneous};
+
+// Every text of the tables above once, as strings.
+struct SharedTexts {
+    std::vector<KOBLVRString> texts;
+    SharedTexts() {
+        for (const char* text : unitClasses) texts.emplace_back(text);
+        for (const char* text : distanceUnits) texts.emplace_back(text);
+        for (const char* text : angleUnits) texts.emplace_back(text);
+        for (const char* text : ambiguousUnits) texts.emplace_back(text);
+    }
+};
+
+const SharedTexts& GetSharedTexts() {
+    static const SharedTexts shared;
+    return shared;
+}
+
 } // namespace
+
+const KOBLVRString* KOBWBSharedUnitText(const char* text) {
+    for (const KOBLVRString& candidate : GetSharedTexts().texts)
+        if (std::strcmp(candidate.str(), text) == 0) return &candidate;
+    return nullptr;
+}
+
+bool KOBWBIsSharedUnitText(const KOBLVRString* text) {
+    const std::vector<KOBLVRString>& texts = GetSharedTexts().texts;
+    return text >= texts.data() && text < texts.data() + texts.size();
+}
 
 KOBWBUnitKind KOBWBClassifyUnit(const char* unit) {
     if (!unit) return KOBWBUnitKind::Unknown;

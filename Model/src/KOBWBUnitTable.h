@@ -12,4 +12,12 @@ KOBWBUnitKind KOBWBClassifyUnit(const char* unit);
 // The unit class text of a kind; an unknown unit is "None".
 const char* KOBWBUnitClassOf(KOBWBUnitKind kind);
 
+class KOBLVRString;
+
+// A copy, shared by the whole program, of a known unit text or unit class
+// text; null for any other text.
+const KOBLVRString* KOBWBSharedUnitText(const char* text);
+// True for one of those shared copies.
+bool KOBWBIsSharedUnitText(const KOBLVRString* text);
+
 #endif
