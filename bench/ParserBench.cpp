@@ -38,21 +38,22 @@ std::string MakeSketch() {
                           i, b, a, b, a);
             break;
         case 3:
-            std::snprintf(line, sizeof line, "atan2(P%d_y - P%d_y, P%d_x - P%d_x) = A%d;\n", b, a, b,
-                          a, i);
+            std::snprintf(line, sizeof line, "atan2(P%d_y - P%d_y, P%d_x - P%d_x) = A%d;\n", b, a,
+                          b, a, i);
             break;
         case 4:
             std::snprintf(line, sizeof line, "A%d = %d deg;\n", i - 1, 15 + i % 60);
             break;
         case 5:
-            std::snprintf(line, sizeof line,
-                          "(P%d_x - C%d_x)^2 + (P%d_y - C%d_y)^2 = R%d^2;\n", a, i, a, i, i);
+            std::snprintf(line, sizeof line, "(P%d_x - C%d_x)^2 + (P%d_y - C%d_y)^2 = R%d^2;\n", a,
+                          i, a, i, i);
             break;
         case 6:
             std::snprintf(line, sizeof line, "R%d = 2.5 mm + 0.1 * D%d;\n", i - 1, i - 4);
             break;
         default:
-            std::snprintf(line, sizeof line, "D%d >= 2 * R%d + 0.5 mm; /* clearance */\n", i - 5, i - 2);
+            std::snprintf(line, sizeof line, "D%d >= 2 * R%d + 0.5 mm; /* clearance */\n", i - 5,
+                          i - 2);
             break;
         }
         text += line;
@@ -84,10 +85,9 @@ void Report(benchmark::State& state, std::size_t allocationsBefore) {
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) *
                             static_cast<int64_t>(Sketch().size()));
     state.counters["MB"] = static_cast<double>(Sketch().size()) / 1e6;
-    state.counters["allocs/eq"] =
-        benchmark::Counter(static_cast<double>(bench::AllocationCount() - allocationsBefore) /
-                               nbOfEquations,
-                           benchmark::Counter::kAvgIterations);
+    state.counters["allocs/eq"] = benchmark::Counter(
+        static_cast<double>(bench::AllocationCount() - allocationsBefore) / nbOfEquations,
+        benchmark::Counter::kAvgIterations);
 }
 
 void SketchFromText(benchmark::State& state) {

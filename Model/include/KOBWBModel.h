@@ -62,8 +62,8 @@ public:
                           const KOBLVRListPKOBWBNode& arguments);
     // Appends an equation; it receives the next id (ids start at 1). Fails
     // without a left term.
-    KOBWBEqNode* AddEquation(const KOBWBLocation& location, KOBWBNode* left,
-                             KOBWBEquationType type, KOBWBNode* right);
+    KOBWBEqNode* AddEquation(const KOBWBLocation& location, KOBWBNode* left, KOBWBEquationType type,
+                             KOBWBNode* right);
     // Appends an equation made of a single term, of undefined type.
     KOBWBEqNode* AddEquation(KOBWBNode* term);
 
@@ -103,8 +103,7 @@ public:
 private:
     // Hands a node that New built (status KOBWBModelOk) to the store; null when
     // building failed.
-    template <class T>
-    T* Own(long status, T* node);
+    template <class T> T* Own(long status, T* node);
     // Room for a new node in the model's store.
     void* Room(size_t size);
     void FreeSubtree(KOBWBNode* root);

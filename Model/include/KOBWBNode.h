@@ -26,7 +26,8 @@ public:
     KOBWBNode& operator=(const KOBWBNode&) = delete;
 
     // Appends the name of every variable below this node (this one included),
-    // each name once. The strings belong to the variable nodes.
+    // each name once. The strings belong to the nodes' model (or to a node
+    // built outside a model).
     virtual void FillPresentVariables(KOBLVRListPKOBLVRString& names);
     virtual bool IsConstant() const = 0;
     // Structural equality: same kinds, names, values, units and children.
@@ -47,8 +48,9 @@ public:
     int GetItsIndexAsChild() const { return m_indexAsChild; }
     void SetItsIndexAsChild(int index) { m_indexAsChild = index; }
 
-    // Releases a node (not its children): destroys it, and frees its memory
-    // when New took it from the heap.
+    // Releases a node built by New outside a model (not its children): destroys
+    // it, and frees its memory when New took it from the heap. A model releases
+    // its own nodes; giving one here is refused with an assertion.
     static void Free(KOBWBNode* node);
 
 protected:
@@ -60,13 +62,14 @@ protected:
     virtual bool IsSameNode(const KOBWBNode& other) const;
     // Builds T with the arguments in memory, or on the heap when memory is
     // null; null when the heap refuses.
-    template <class T, class... Arguments>
-    static T* Place(void* memory, Arguments&&... arguments);
+    template <class T, class... Arguments> static T* Place(void* memory, Arguments&&... arguments);
 
 private:
     friend class KOBWBNodeStore;
 
     KOBWBNodeUnit& GetOrMakeUnit();
+    // Destroys the node and frees its memory if it holds its own.
+    static void Release(KOBWBNode* node);
 
     KOBWBNodeType m_nodeType;
     int m_indexAsChild = -1;
@@ -84,8 +87,7 @@ private:
     bool m_hasUnit = false;
 };
 
-template <class T, class... Arguments>
-T* KOBWBNode::Place(void* memory, Arguments&&... arguments) {
+template <class T, class... Arguments> T* KOBWBNode::Place(void* memory, Arguments&&... arguments) {
     void* room = memory ? memory : ::operator new(sizeof(T), std::nothrow);
     if (!room) return nullptr;
     T* node = new (room) T(static_cast<Arguments&&>(arguments)...);

@@ -59,7 +59,7 @@ private:
 
     // Up to three children (every operator but a long call, min or max) are
     // kept in the node itself.
-    static const int nbOfInlineChildren = 3;
+    static constexpr int nbOfInlineChildren = 3;
 
     KOBWBExpressionType m_type;
     KOBWBComparisonType m_comparison;

@@ -86,4 +86,6 @@ bool KOBWBConstNode::IsSameNode(const KOBWBNode& other) const {
            a.upper == b.upper;
 }
 
-long KOBWBConstNode::Accept(KOBWBVisitor& visitor) { return visitor.VisitConstant(*this); }
+long KOBWBConstNode::Accept(KOBWBVisitor& visitor) {
+    return visitor.VisitConstant(*this);
+}

@@ -7,8 +7,7 @@
 
 KOBWBEqNode::KOBWBEqNode(const KOBWBLocation& location, KOBWBNode* left, KOBWBEquationType type,
                          KOBWBNode* right, int id)
-    : KOBWBNode(KOBWBEqNodeType, location), m_id(id), m_type(type), m_left(left),
-      m_right(right) {}
+    : KOBWBNode(KOBWBEqNodeType, location), m_id(id), m_type(type), m_left(left), m_right(right) {}
 
 long KOBWBEqNode::New(const KOBWBLocation& location, KOBWBNode* left, KOBWBEquationType type,
                       KOBWBNode* right, int id, KOBWBEqNode*& out, void* memory) {
@@ -21,8 +20,9 @@ bool KOBWBEqNode::IsConstant() const {
 }
 
 bool KOBWBEqNode::IsSameNode(const KOBWBNode& other) const {
-    return KOBWBNode::IsSameNode(other) &&
-           m_type == static_cast<const KOBWBEqNode&>(other).m_type;
+    return KOBWBNode::IsSameNode(other) && m_type == static_cast<const KOBWBEqNode&>(other).m_type;
 }
 
-long KOBWBEqNode::Accept(KOBWBVisitor& visitor) { return visitor.VisitEquation(*this); }
+long KOBWBEqNode::Accept(KOBWBVisitor& visitor) {
+    return visitor.VisitEquation(*this);
+}

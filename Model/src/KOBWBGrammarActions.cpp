@@ -20,13 +20,15 @@ struct FreeText {
 };
 typedef std::unique_ptr<char, FreeText> HeapText;
 
-KOBWBValue PiValue() { return KOBWBValue(KOBWBCreateFraction(1, 1, 1, 1)); }
+KOBWBValue PiValue() {
+    return KOBWBValue(KOBWBCreateFraction(1, 1, 1, 1));
+}
 
-KOBWBNode* MakeConstant(KOBWBModel& model, const KOBWBLocation& location,
-                        const KOBWBValue& value, const KOBWBLocation* unitLocation,
-                        char* unitText) {
+KOBWBNode* MakeConstant(KOBWBModel& model, const KOBWBLocation& location, const KOBWBValue& value,
+                        const KOBWBLocation* unitLocation, char* unitText) {
     const HeapText unit(unitText);
-    if (unitLocation && unit) return model.CreateConstant(location, value, *unitLocation, unit.get());
+    if (unitLocation && unit)
+        return model.CreateConstant(location, value, *unitLocation, unit.get());
     return model.CreateConstant(location, value);
 }
 
@@ -165,7 +167,9 @@ KOBWBNode* KOBWBMakeCall(KOBWBModel& model, const KOBWBLocation& location, char*
     return model.GetBBxOp(location, calledName, actual);
 }
 
-KOBLVRListPKOBWBNode* KOBWBNoArguments() { return new KOBLVRListPKOBWBNode; }
+KOBLVRListPKOBWBNode* KOBWBNoArguments() {
+    return new KOBLVRListPKOBWBNode;
+}
 
 KOBLVRListPKOBWBNode* KOBWBFirstArgument(KOBWBNode* first) {
     KOBLVRListPKOBWBNode* arguments = new KOBLVRListPKOBWBNode;

@@ -18,22 +18,23 @@ KOBWBModel::KOBWBModel(int level)
 
 KOBWBModel::~KOBWBModel() = default;
 
-long KOBWBModel::Accept(KOBWBVisitor& visitor) { return visitor.VisitModel(*this); }
+long KOBWBModel::Accept(KOBWBVisitor& visitor) {
+    return visitor.VisitModel(*this);
+}
 
-template <class T>
-T* KOBWBModel::Own(long status, T* node) {
+template <class T> T* KOBWBModel::Own(long status, T* node) {
     if (status != KOBWBModelOk || !node) return nullptr;
     m_nodes->Take(node);
     return node;
 }
 
-void* KOBWBModel::Room(size_t size) { return m_nodes->Allocate(size); }
+void* KOBWBModel::Room(size_t size) {
+    return m_nodes->Allocate(size);
+}
 
-KOBWBConstNode* KOBWBModel::CreateConstant(const KOBWBLocation& location,
-                                           const KOBWBValue& value) {
+KOBWBConstNode* KOBWBModel::CreateConstant(const KOBWBLocation& location, const KOBWBValue& value) {
     KOBWBConstNode* node = nullptr;
-    const long status =
-        KOBWBConstNode::New(location, value, node, Room(sizeof(KOBWBConstNode)));
+    const long status = KOBWBConstNode::New(location, value, node, Room(sizeof(KOBWBConstNode)));
     return Own(status, node);
 }
 
@@ -46,8 +47,7 @@ KOBWBConstNode* KOBWBModel::CreateConstant(const KOBWBLocation& location, const 
     return Own(status, node);
 }
 
-KOBWBVarNode* KOBWBModel::CreateVariable(const KOBWBLocation& location,
-                                         const KOBLVRString& name) {
+KOBWBVarNode* KOBWBModel::CreateVariable(const KOBWBLocation& location, const KOBLVRString& name) {
     return CreateVariable(location, name.str());
 }
 
@@ -95,8 +95,8 @@ KOBWBOpNode* KOBWBModel::GetBBxOp(const KOBWBLocation& location, const KOBLVRStr
     for (int i = 0; i < m_blackBoxes.Size() && !declared; ++i)
         if (m_blackBoxes[i]->GetName() == name) declared = m_blackBoxes[i];
     KOBWBOpNode* node = nullptr;
-    const long status = KOBWBOpNode::NewCall(location, declared, name, arguments, node,
-                                             Room(sizeof(KOBWBOpNode)));
+    const long status =
+        KOBWBOpNode::NewCall(location, declared, name, arguments, node, Room(sizeof(KOBWBOpNode)));
     return Own(status, node);
 }
 
@@ -108,8 +108,10 @@ KOBWBEqNode* KOBWBModel::AddEquation(const KOBWBLocation& location, KOBWBNode* l
     if (!Own(status, equation)) return nullptr;
     ++m_nextId;
     equation->SetPrev(m_last);
-    if (m_last) m_last->SetNext(equation);
-    else m_first = equation;
+    if (m_last)
+        m_last->SetNext(equation);
+    else
+        m_first = equation;
     m_last = equation;
     ++m_nbOfEquations;
     m_equationsById.push_back(equation);
@@ -136,9 +138,13 @@ KOBWBEqNode* KOBWBModel::GetEquationById(int id) const {
     return found != m_equationsById.end() && (*found)->GetId() == id ? *found : nullptr;
 }
 
-int KOBWBModel::GetNbOfVariables() const { return m_variables->GetNbOfOccurrences(); }
+int KOBWBModel::GetNbOfVariables() const {
+    return m_variables->GetNbOfOccurrences();
+}
 
-int KOBWBModel::GetNbOfDifferentVariables() const { return m_variables->GetNbOfLiveNames(); }
+int KOBWBModel::GetNbOfDifferentVariables() const {
+    return m_variables->GetNbOfLiveNames();
+}
 
 KOBWBVarNode* KOBWBModel::GetVariable(const KOBLVRString& name) const {
     return m_variables->GetFirst(name.str());
@@ -157,12 +163,13 @@ KOBWBVarNode* KOBWBModel::GetVariable(const char* name, const KOBWBLocation& loc
     return m_variables->Find(name, location);
 }
 
-int KOBWBModel::GetVariable(const KOBLVRString& name,
-                            KOBLVRListPKOBWBVarNode& occurrences) const {
+int KOBWBModel::GetVariable(const KOBLVRString& name, KOBLVRListPKOBWBVarNode& occurrences) const {
     return m_variables->AppendOccurrences(m_variables->IndexOf(name.str()), occurrences);
 }
 
-int KOBWBModel::GetNbOfVariableNames() const { return m_variables->GetNbOfNames(); }
+int KOBWBModel::GetNbOfVariableNames() const {
+    return m_variables->GetNbOfNames();
+}
 
 int KOBWBModel::GetOccurrences(int nameIndex, KOBLVRListPKOBWBVarNode& occurrences) const {
     return m_variables->AppendOccurrences(nameIndex, occurrences);
@@ -180,10 +187,14 @@ long KOBWBModel::RemoveEquation(KOBWBEqNode*& equation) {
     if (!equation || GetEquationById(equation->GetId()) != equation) return KOBWBModelFailure;
     KOBWBEqNode* prev = equation->GetPrev();
     KOBWBEqNode* next = equation->GetNext();
-    if (prev) prev->SetNext(next);
-    else m_first = next;
-    if (next) next->SetPrev(prev);
-    else m_last = prev;
+    if (prev)
+        prev->SetNext(next);
+    else
+        m_first = next;
+    if (next)
+        next->SetPrev(prev);
+    else
+        m_last = prev;
     --m_nbOfEquations;
     m_equationsById.erase(std::lower_bound(
         m_equationsById.begin(), m_equationsById.end(), equation->GetId(),
@@ -202,5 +213,6 @@ void KOBWBModel::FreeSubtree(KOBWBNode* root) {
             variables.push_back(static_cast<KOBWBVarNode*>(node));
     });
     m_variables->Remove(variables);
-    for (KOBWBNode* node : nodes) m_nodes->Free(node);
+    for (KOBWBNode* node : nodes)
+        m_nodes->Free(node);
 }

@@ -40,19 +40,38 @@ struct Report {
 // -1 for any; false for the codes whose arguments are not checked.
 bool GetArity(KOBWBExpressionType type, int& minimum, int& maximum) {
     switch (type) {
-    case KOBWBSqrtType: case KOBWBLogType: case KOBWBLnType: case KOBWBExpType:
-    case KOBWBSinType: case KOBWBCosType: case KOBWBTanType: case KOBWBAsinType:
-    case KOBWBAcosType: case KOBWBAtanType: case KOBWBSinhType: case KOBWBCoshType:
-    case KOBWBTanhType: case KOBWBAsinhType: case KOBWBAcoshType: case KOBWBAtanhType:
-    case KOBWBAbsType: case KOBWBCeilType: case KOBWBFloorType: case KOBWBRoundType:
+    case KOBWBSqrtType:
+    case KOBWBLogType:
+    case KOBWBLnType:
+    case KOBWBExpType:
+    case KOBWBSinType:
+    case KOBWBCosType:
+    case KOBWBTanType:
+    case KOBWBAsinType:
+    case KOBWBAcosType:
+    case KOBWBAtanType:
+    case KOBWBSinhType:
+    case KOBWBCoshType:
+    case KOBWBTanhType:
+    case KOBWBAsinhType:
+    case KOBWBAcoshType:
+    case KOBWBAtanhType:
+    case KOBWBAbsType:
+    case KOBWBCeilType:
+    case KOBWBFloorType:
+    case KOBWBRoundType:
     case KOBWBTruncType:
         minimum = maximum = 1;
         return true;
-    case KOBWBAtan2Type: case KOBWBDimType: case KOBWBSignType: case KOBWBModType:
+    case KOBWBAtan2Type:
+    case KOBWBDimType:
+    case KOBWBSignType:
+    case KOBWBModType:
     case KOBWBIntegrateType:
         minimum = maximum = 2;
         return true;
-    case KOBWBMinType: case KOBWBMaxType:
+    case KOBWBMinType:
+    case KOBWBMaxType:
         minimum = 2;
         maximum = -1;
         return true;
@@ -63,34 +82,62 @@ bool GetArity(KOBWBExpressionType type, int& minimum, int& maximum) {
 
 const char* FunctionText(KOBWBExpressionType type) {
     switch (type) {
-    case KOBWBSqrtType: return "sqrt";
-    case KOBWBLogType: return "log";
-    case KOBWBLnType: return "ln";
-    case KOBWBExpType: return "exp";
-    case KOBWBSinType: return "sin";
-    case KOBWBCosType: return "cos";
-    case KOBWBTanType: return "tan";
-    case KOBWBAsinType: return "asin";
-    case KOBWBAcosType: return "acos";
-    case KOBWBAtanType: return "atan";
-    case KOBWBAtan2Type: return "atan2";
-    case KOBWBDimType: return "dim";
-    case KOBWBSignType: return "sign";
-    case KOBWBSinhType: return "sinh";
-    case KOBWBCoshType: return "cosh";
-    case KOBWBTanhType: return "tanh";
-    case KOBWBAsinhType: return "asinh";
-    case KOBWBAcoshType: return "acosh";
-    case KOBWBAtanhType: return "atanh";
-    case KOBWBAbsType: return "abs";
-    case KOBWBCeilType: return "ceil";
-    case KOBWBFloorType: return "floor";
-    case KOBWBRoundType: return "round";
-    case KOBWBTruncType: return "trunc";
-    case KOBWBModType: return "mod";
-    case KOBWBMinType: return "min";
-    case KOBWBMaxType: return "max";
-    default: return "Int";
+    case KOBWBSqrtType:
+        return "sqrt";
+    case KOBWBLogType:
+        return "log";
+    case KOBWBLnType:
+        return "ln";
+    case KOBWBExpType:
+        return "exp";
+    case KOBWBSinType:
+        return "sin";
+    case KOBWBCosType:
+        return "cos";
+    case KOBWBTanType:
+        return "tan";
+    case KOBWBAsinType:
+        return "asin";
+    case KOBWBAcosType:
+        return "acos";
+    case KOBWBAtanType:
+        return "atan";
+    case KOBWBAtan2Type:
+        return "atan2";
+    case KOBWBDimType:
+        return "dim";
+    case KOBWBSignType:
+        return "sign";
+    case KOBWBSinhType:
+        return "sinh";
+    case KOBWBCoshType:
+        return "cosh";
+    case KOBWBTanhType:
+        return "tanh";
+    case KOBWBAsinhType:
+        return "asinh";
+    case KOBWBAcoshType:
+        return "acosh";
+    case KOBWBAtanhType:
+        return "atanh";
+    case KOBWBAbsType:
+        return "abs";
+    case KOBWBCeilType:
+        return "ceil";
+    case KOBWBFloorType:
+        return "floor";
+    case KOBWBRoundType:
+        return "round";
+    case KOBWBTruncType:
+        return "trunc";
+    case KOBWBModType:
+        return "mod";
+    case KOBWBMinType:
+        return "min";
+    case KOBWBMaxType:
+        return "max";
+    default:
+        return "Int";
     }
 }
 
@@ -98,12 +145,23 @@ const char* FunctionText(KOBWBExpressionType type) {
 // length; false when the function takes any unit.
 bool GetRestriction(KOBWBExpressionType type, Restriction& restriction) {
     switch (type) {
-    case KOBWBSinType: case KOBWBCosType: case KOBWBTanType:
+    case KOBWBSinType:
+    case KOBWBCosType:
+    case KOBWBTanType:
         restriction = Restriction::NoLength;
         return true;
-    case KOBWBLogType: case KOBWBLnType: case KOBWBExpType: case KOBWBAsinType:
-    case KOBWBAcosType: case KOBWBAtanType: case KOBWBSinhType: case KOBWBCoshType:
-    case KOBWBTanhType: case KOBWBAsinhType: case KOBWBAcoshType: case KOBWBAtanhType:
+    case KOBWBLogType:
+    case KOBWBLnType:
+    case KOBWBExpType:
+    case KOBWBAsinType:
+    case KOBWBAcosType:
+    case KOBWBAtanType:
+    case KOBWBSinhType:
+    case KOBWBCoshType:
+    case KOBWBTanhType:
+    case KOBWBAsinhType:
+    case KOBWBAcoshType:
+    case KOBWBAtanhType:
         restriction = Restriction::NoUnit;
         return true;
     default:
@@ -160,7 +218,8 @@ int Checker::ChildCount(const KOBWBNode& node) {
 
 // The i-th child from 1; an equation's terms are its children 1 and 2.
 const KOBWBNode* Checker::Child(const KOBWBNode& node, int i) {
-    if (node.GetNodeType() == KOBWBOpNodeType) return static_cast<const KOBWBOpNode&>(node).GetChild(i);
+    if (node.GetNodeType() == KOBWBOpNodeType)
+        return static_cast<const KOBWBOpNode&>(node).GetChild(i);
     const KOBWBEqNode& equation = static_cast<const KOBWBEqNode&>(node);
     return i == 1 ? equation.GetLeftTerm() : equation.GetRightTerm();
 }
@@ -173,8 +232,9 @@ std::vector<Report> Checker::Run() {
     }
     for (const ArgumentCheck& check : m_argumentChecks) {
         const unsigned char kinds = m_sets.GetKinds(check.set);
-        const bool ownUnit = check.argument->HasUnit() &&
-                             KOBWBClassifyUnit(check.argument->GetUnit().str()) != KOBWBUnitKind::Unknown;
+        const bool ownUnit =
+            check.argument->HasUnit() &&
+            KOBWBClassifyUnit(check.argument->GetUnit().str()) != KOBWBUnitKind::Unknown;
         const bool invalid = check.restriction == Restriction::NoUnit
                                  ? kinds != 0 || ownUnit
                                  : (kinds & KOBWBUnitSets::Length) != 0;
@@ -240,7 +300,8 @@ int Checker::OperatorSet(const KOBWBOpNode& node, const int* children) {
         Tell(node.GetLocation(), "semantic error, unknown function " + node.GetCalledName());
     int minimum = 0;
     int maximum = 0;
-    if (GetArity(type, minimum, maximum) && (count < minimum || (maximum >= 0 && count > maximum))) {
+    if (GetArity(type, minimum, maximum) &&
+        (count < minimum || (maximum >= 0 && count > maximum))) {
         Tell(node.GetLocation(),
              KOBLVRString("semantic error, wrong number of arguments for ") + FunctionText(type));
         return KOBWBUnitSets::None;
@@ -248,22 +309,36 @@ int Checker::OperatorSet(const KOBWBOpNode& node, const int* children) {
     Restriction restriction;
     if (GetRestriction(type, restriction))
         for (int i = 0; i < count; ++i)
-            m_argumentChecks.push_back(ArgumentCheck{node.GetChild(i + 1), children[i], restriction});
+            m_argumentChecks.push_back(
+                ArgumentCheck{node.GetChild(i + 1), children[i], restriction});
     switch (type) {
-    case KOBWBOppositeType: case KOBWBAbsType: case KOBWBCeilType: case KOBWBFloorType:
-    case KOBWBRoundType: case KOBWBTruncType: case KOBWBSignType:
+    case KOBWBOppositeType:
+    case KOBWBAbsType:
+    case KOBWBCeilType:
+    case KOBWBFloorType:
+    case KOBWBRoundType:
+    case KOBWBTruncType:
+    case KOBWBSignType:
         // The first argument's quantity, changed in value only.
         return count > 0 ? children[0] : KOBWBUnitSets::None;
-    case KOBWBSumType: case KOBWBMinusType: case KOBWBMinType: case KOBWBMaxType:
-    case KOBWBDimType: case KOBWBModType: {
+    case KOBWBSumType:
+    case KOBWBMinusType:
+    case KOBWBMinType:
+    case KOBWBMaxType:
+    case KOBWBDimType:
+    case KOBWBModType: {
         // Quantities added, subtracted or compared share their class.
         int set = KOBWBUnitSets::None;
-        for (int i = 0; i < count; ++i) set = Merge(set, children[i], node.GetLocation());
+        for (int i = 0; i < count; ++i)
+            set = Merge(set, children[i], node.GetLocation());
         return set;
     }
     case KOBWBIfThenElseType:
-        return count == 3 ? Merge(children[1], children[2], node.GetLocation()) : KOBWBUnitSets::None;
-    case KOBWBEqualType: case KOBWBNotEqualType: case KOBWBLessEqualType:
+        return count == 3 ? Merge(children[1], children[2], node.GetLocation())
+                          : KOBWBUnitSets::None;
+    case KOBWBEqualType:
+    case KOBWBNotEqualType:
+    case KOBWBLessEqualType:
         if (count == 2) Merge(children[0], children[1], node.GetLocation());
         return KOBWBUnitSets::None;
     case KOBWBProductType: {
@@ -281,12 +356,15 @@ int Checker::OperatorSet(const KOBWBOpNode& node, const int* children) {
                                                                          : KOBWBUnitSets::None;
     case KOBWBPowerType:
         if (count == 2)
-            m_argumentChecks.push_back(ArgumentCheck{node.GetChild(2), children[1], Restriction::NoUnit});
+            m_argumentChecks.push_back(
+                ArgumentCheck{node.GetChild(2), children[1], Restriction::NoUnit});
         return KOBWBUnitSets::None;
     case KOBWBAtan2Type:
         if (count == 2) Merge(children[0], children[1], node.GetLocation());
         return m_sets.Add(KOBWBUnitSets::Angle);
-    case KOBWBAsinType: case KOBWBAcosType: case KOBWBAtanType:
+    case KOBWBAsinType:
+    case KOBWBAcosType:
+    case KOBWBAtanType:
         return m_sets.Add(KOBWBUnitSets::Angle);
     default:
         return KOBWBUnitSets::None;
@@ -301,7 +379,8 @@ int Checker::UnitSet(const KOBWBNode& node, int set) {
     case KOBWBUnitKind::Ambiguous:
         return set;
     case KOBWBUnitKind::Distance:
-        if (node.GetNodeType() == KOBWBConstNodeType && static_cast<const KOBWBConstNode&>(node).IsPi())
+        if (node.GetNodeType() == KOBWBConstNodeType &&
+            static_cast<const KOBWBConstNode&>(node).IsPi())
             Tell(node.GetLocation(), ambiguousPi);
         return Merge(set, m_sets.Add(KOBWBUnitSets::Length), node.GetUnitLocation());
     case KOBWBUnitKind::Angle:
@@ -345,6 +424,7 @@ KOBWBModelCheck::KOBWBModelCheck(KOBWBModel& model, KOBWBParserMessenger& messen
 
 int KOBWBModelCheck::Run() {
     const std::vector<Report> reports = Checker(m_model).Run();
-    for (const Report& report : reports) m_messenger.ReportError(&report.location, report.message);
+    for (const Report& report : reports)
+        m_messenger.ReportError(&report.location, report.message);
     return static_cast<int>(reports.size());
 }

@@ -112,7 +112,8 @@ equation:
         { KOBWBAddTermEquation(model, ids, $1); }
   | expression equation_type expression "semi-colon"
         { KOBWBAddEquation(model, ids, @$, $1, $2, $3); }
-  | TOKEN_IF "left bracket" conditions "right bracket" TOKEN_THEN "left bracket" expression equation_type expression "right bracket"
+  | TOKEN_IF "left bracket" conditions "right bracket"
+    TOKEN_THEN "left bracket" expression equation_type expression "right bracket"
     TOKEN_ELSE "left bracket" expression equation_type expression "right bracket" "semi-colon"
         { KOBWBAddConditionalEquation(model, ids, @$, $3,
                                       KOBWBSpan(@7, @9), $7, $8, $9,
@@ -143,7 +144,8 @@ expression:
   | "real" "identifier"
         { $$ = KOBWBMakeNumber(model, @$, $1, &@2, $2); }
   | "integer" "Pi"
-        { $$ = KOBWBMakeTimesPi(model, @$, KOBWBMakeNumber(model, @$, $1), nullptr, nullptr); }
+        { $$ = KOBWBMakeTimesPi(model, @$, KOBWBMakeNumber(model, @$, $1), nullptr,
+                                nullptr); }
   | "Pi"
         { $$ = KOBWBMakePi(model, @$, nullptr, nullptr); }
   | "integer"
@@ -172,7 +174,9 @@ expression:
         { $$ = KOBWBMakeBinary(model, @$, KOBWBQuotientType, $1, $3); }
   | expression TOKEN_HAT expression
         { $$ = KOBWBMakeBinary(model, @$, KOBWBPowerType, $1, $3); }
-  | TOKEN_IF "left bracket" conditions "right bracket" TOKEN_THEN "left bracket" expression "right bracket" TOKEN_ELSE "left bracket" expression "right bracket"
+  | TOKEN_IF "left bracket" conditions "right bracket"
+    TOKEN_THEN "left bracket" expression "right bracket"
+    TOKEN_ELSE "left bracket" expression "right bracket"
         { $$ = KOBWBMakeIfThenElse(model, @$, $3, $7, $11); }
   | TOKEN_BUILTIN_FUNC "left bracket" function_args.opt "right bracket"
         { $$ = KOBWBMakeFunction(model, @$, $1, $3); }
@@ -201,7 +205,8 @@ condition:
   | "!" "left bracket" expression "==" expression "right bracket"
         { $$ = KOBWBMakeComparison(model, @$, KOBWBEqEqual, $3, $5); }
   | "!" "left bracket" expression inequality_type expression "right bracket"
-        { $$ = KOBWBMakeUnary(model, @$, KOBWBNotType, KOBWBMakeComparison(model, @$, $4, $3, $5)); }
+        { $$ = KOBWBMakeUnary(model, @$, KOBWBNotType,
+                              KOBWBMakeComparison(model, @$, $4, $3, $5)); }
   ;
 
 boolean_relation:

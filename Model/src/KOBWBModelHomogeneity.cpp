@@ -19,7 +19,9 @@ namespace {
 // KOBWBUnitClass.h, or the unit class text of a leaf of the tree.
 typedef const char* Class;
 
-bool Is(Class c, const char* name) { return std::strcmp(c, name) == 0; }
+bool Is(Class c, const char* name) {
+    return std::strcmp(c, name) == 0;
+}
 
 bool IsLengthOrAngle(Class c) {
     return Is(c, KOBWBUnitClassDistance) || Is(c, KOBWBUnitClassAngle);
@@ -43,11 +45,11 @@ Class SumRule(KOBLVRStream* trace, Class c1, Class c2) {
         return Rule(trace, " for Sum et Minus, if one child is Unsolved => Unsolved",
                     KOBWBUnitClassUnsolved);
     if (Is(c1, KOBWBUnitClassAmbiguous) || Is(c1, KOBWBUnitClassNone))
-        return Rule(trace, " for Sum et Minus, as child1 is Ambiguous or None => Other type =",
-                    c2, true);
+        return Rule(trace, " for Sum et Minus, as child1 is Ambiguous or None => Other type =", c2,
+                    true);
     if (Is(c2, KOBWBUnitClassAmbiguous) || Is(c2, KOBWBUnitClassNone))
-        return Rule(trace, " for Sum et Minus, as child2 is Ambiguous or None => Other type =",
-                    c1, true);
+        return Rule(trace, " for Sum et Minus, as child2 is Ambiguous or None => Other type =", c1,
+                    true);
     if (Is(c1, KOBWBUnitClassDistance) && Is(c2, KOBWBUnitClassDistance))
         return Rule(trace, " for Sum et Minus, the 2 children are Distances => Distance",
                     KOBWBUnitClassDistance);
@@ -78,7 +80,8 @@ Class QuotientRule(KOBLVRStream* trace, Class c1, Class c2, const KOBWBNode& chi
                     KOBWBUnitClassUnsolved);
     if (Is(c1, KOBWBUnitClassAmbiguous)) {
         if (Is(c2, KOBWBUnitClassNone) && constant2)
-            return Rule(trace, " for Quotient, as child1 is Ambiguous and child2 is None => Ambiguous",
+            return Rule(trace,
+                        " for Quotient, as child1 is Ambiguous and child2 is None => Ambiguous",
                         KOBWBUnitClassAmbiguous);
         return Rule(trace, " for Quotient, as child1 is Ambiguous and child2 is not a cst => None",
                     KOBWBUnitClassNone);
@@ -96,7 +99,8 @@ Class QuotientRule(KOBLVRStream* trace, Class c1, Class c2, const KOBWBNode& chi
     }
     if (Is(c1, KOBWBUnitClassNone) && Is(c2, KOBWBUnitClassNone)) {
         if (constant1 && !constant2)
-            return Rule(trace, " for Quotient, as child1 is a cst and child2 is not a cst => Unsolved",
+            return Rule(trace,
+                        " for Quotient, as child1 is a cst and child2 is not a cst => Unsolved",
                         KOBWBUnitClassUnsolved);
         return Rule(trace,
                     " for Quotient, as child 2 is a cst or child1 is None but not a cst => none",
@@ -133,7 +137,8 @@ Class QuotientRule(KOBLVRStream* trace, Class c1, Class c2, const KOBWBNode& chi
                     " for Quotient, as the child1 is Distance or Angle but not the child 2 => "
                     "Unsolved",
                     KOBWBUnitClassUnsolved);
-    return Rule(trace, " for Quotient, default case  => Inhomogeneous", KOBWBUnitClassInhomogeneous);
+    return Rule(trace, " for Quotient, default case  => Inhomogeneous",
+                KOBWBUnitClassInhomogeneous);
 }
 
 Class OperatorRule(KOBLVRStream* trace, const KOBWBOpNode& node, Class c1, Class c2) {
@@ -176,8 +181,10 @@ Class ClassOf(KOBWBNode* root) {
         if (frame.nextChild == 0) {
             if (trace) *trace << " FillHomogeneity  :" << KOBWBNodeText(node);
             Class leafClass = nullptr;
-            if (!node) leafClass = KOBWBUnitClassInhomogeneous;
-            else if (node->GetNodeType() != KOBWBOpNodeType) leafClass = node->GetUnitType().str();
+            if (!node)
+                leafClass = KOBWBUnitClassInhomogeneous;
+            else if (node->GetNodeType() != KOBWBOpNodeType)
+                leafClass = node->GetUnitType().str();
             if (leafClass) {
                 if (trace) *trace << " => " << leafClass << lvrendl;
                 classes.push_back(leafClass);

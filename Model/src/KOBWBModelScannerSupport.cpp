@@ -34,4 +34,6 @@ int KOBWBIdentifierToken(KOBWBMODELLANGSTYPE* value, const char* text, int lengt
     return TOKEN_IDENTIFIER;
 }
 
-void KOBWBInvalidCharacter() { std::fputs("Invalid character\n", stdout); }
+void KOBWBInvalidCharacter() {
+    std::fputs("Invalid character\n", stdout);
+}

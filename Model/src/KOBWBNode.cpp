@@ -1,5 +1,6 @@
 #include "KOBWBNode.h"
 
+#include "KOBLVRAssert.h"
 #include "KOBWBNodeUnit.h"
 #include "KOBWBNodeWalk.h"
 #include "KOBWBUnitTable.h"
@@ -21,12 +22,24 @@ const KOBLVRString& NoneText() {
 KOBWBNode::KOBWBNode(KOBWBNodeType type, const KOBWBLocation& location)
     : m_nodeType(type), m_location(location) {}
 
-KOBWBNode::~KOBWBNode() { delete m_unit; }
+KOBWBNode::~KOBWBNode() {
+    delete m_unit;
+}
 
 void KOBWBNode::Free(KOBWBNode* node) {
     if (!node) return;
-    if (node->m_onHeap) delete node;
-    else node->~KOBWBNode();
+    if (node->m_storeSlot >= 0) {
+        KOBLVRAssertError("node->m_storeSlot < 0", "Model/src/KOBWBNode", __LINE__);
+        return;
+    }
+    Release(node);
+}
+
+void KOBWBNode::Release(KOBWBNode* node) {
+    if (node->m_onHeap)
+        delete node;
+    else
+        node->~KOBWBNode();
 }
 
 KOBWBNodeUnit& KOBWBNode::GetOrMakeUnit() {
@@ -60,8 +73,10 @@ void KOBWBNode::SetUnitData(const KOBWBLocation& unitLocation, const KOBLVRStrin
 
 void KOBWBNode::SetUnitClass(const KOBLVRString& unitClass) {
     // The classes the model check gives are shared texts already.
-    if (KOBWBIsSharedUnitText(&unitClass)) m_unitClass = &unitClass;
-    else SetUnitClass(unitClass.str());
+    if (KOBWBIsSharedUnitText(&unitClass))
+        m_unitClass = &unitClass;
+    else
+        SetUnitClass(unitClass.str());
 }
 
 void KOBWBNode::SetUnitClass(const char* unitClass) {

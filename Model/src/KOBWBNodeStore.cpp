@@ -16,9 +16,10 @@ KOBWBNodeStore::~KOBWBNodeStore() {
     for (size_t i = 0; i < m_nodes.size(); ++i) {
         // Ask for the coming nodes early: the walk is bound by memory.
         if (i + ahead < m_nodes.size()) __builtin_prefetch(m_nodes[i + ahead]);
-        KOBWBNode::Free(m_nodes[i]);
+        if (m_nodes[i]) KOBWBNode::Release(m_nodes[i]);
     }
-    for (void* block : m_blocks) std::free(block);
+    for (void* block : m_blocks)
+        std::free(block);
 }
 
 void* KOBWBNodeStore::Allocate(size_t size) {
@@ -59,9 +60,8 @@ void KOBWBNodeStore::Take(KOBWBNode* node) {
 void KOBWBNodeStore::Free(KOBWBNode* node) {
     if (!node) return;
     const int slot = node->m_storeSlot;
-    if (slot >= 0 && slot < static_cast<int>(m_nodes.size()) && m_nodes[slot] == node) {
-        m_nodes[slot] = nullptr;
-        ++m_nbOfFreed;
-    }
-    KOBWBNode::Free(node);
+    if (slot < 0 || slot >= static_cast<int>(m_nodes.size()) || m_nodes[slot] != node) return;
+    m_nodes[slot] = nullptr;
+    ++m_nbOfFreed;
+    KOBWBNode::Release(node);
 }

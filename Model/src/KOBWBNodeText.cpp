@@ -18,63 +18,111 @@ struct Piece {
 
 const char* FunctionName(KOBWBExpressionType type) {
     switch (type) {
-    case KOBWBRootType: return "root";
-    case KOBWBSqrtType: return "sqrt";
-    case KOBWBLogType: return "log";
-    case KOBWBLnType: return "ln";
-    case KOBWBExpType: return "exp";
-    case KOBWBSinType: return "sin";
-    case KOBWBCosType: return "cos";
-    case KOBWBTanType: return "tan";
-    case KOBWBAsinType: return "asin";
-    case KOBWBAcosType: return "acos";
-    case KOBWBAtanType: return "atan";
-    case KOBWBAtan2Type: return "atan2";
-    case KOBWBDimType: return "dim";
-    case KOBWBSignType: return "sign";
-    case KOBWBStepType: return "step";
-    case KOBWBSinhType: return "sinh";
-    case KOBWBCoshType: return "cosh";
-    case KOBWBTanhType: return "tanh";
-    case KOBWBAsinhType: return "asinh";
-    case KOBWBAcoshType: return "acosh";
-    case KOBWBAtanhType: return "atanh";
-    case KOBWBAbsType: return "abs";
-    case KOBWBCeilType: return "ceil";
-    case KOBWBFloorType: return "floor";
-    case KOBWBRoundType: return "round";
-    case KOBWBTruncType: return "trunc";
-    case KOBWBModType: return "mod";
-    case KOBWBMinType: return "min";
-    case KOBWBMaxType: return "max";
-    case KOBWBIntegrateType: return "Int";
-    default: return "?";
+    case KOBWBRootType:
+        return "root";
+    case KOBWBSqrtType:
+        return "sqrt";
+    case KOBWBLogType:
+        return "log";
+    case KOBWBLnType:
+        return "ln";
+    case KOBWBExpType:
+        return "exp";
+    case KOBWBSinType:
+        return "sin";
+    case KOBWBCosType:
+        return "cos";
+    case KOBWBTanType:
+        return "tan";
+    case KOBWBAsinType:
+        return "asin";
+    case KOBWBAcosType:
+        return "acos";
+    case KOBWBAtanType:
+        return "atan";
+    case KOBWBAtan2Type:
+        return "atan2";
+    case KOBWBDimType:
+        return "dim";
+    case KOBWBSignType:
+        return "sign";
+    case KOBWBStepType:
+        return "step";
+    case KOBWBSinhType:
+        return "sinh";
+    case KOBWBCoshType:
+        return "cosh";
+    case KOBWBTanhType:
+        return "tanh";
+    case KOBWBAsinhType:
+        return "asinh";
+    case KOBWBAcoshType:
+        return "acosh";
+    case KOBWBAtanhType:
+        return "atanh";
+    case KOBWBAbsType:
+        return "abs";
+    case KOBWBCeilType:
+        return "ceil";
+    case KOBWBFloorType:
+        return "floor";
+    case KOBWBRoundType:
+        return "round";
+    case KOBWBTruncType:
+        return "trunc";
+    case KOBWBModType:
+        return "mod";
+    case KOBWBMinType:
+        return "min";
+    case KOBWBMaxType:
+        return "max";
+    case KOBWBIntegrateType:
+        return "Int";
+    default:
+        return "?";
     }
 }
 
 // The infix text of a binary operator, or null for a function.
 const char* InfixText(const KOBWBOpNode& node) {
     switch (node.GetType()) {
-    case KOBWBOrType: return " or ";
-    case KOBWBAndType: return " and ";
-    case KOBWBEqualType: return " == ";
-    case KOBWBNotEqualType: return " != ";
-    case KOBWBImplicationType: return " => ";
-    case KOBWBSumType: return " + ";
-    case KOBWBMinusType: return " - ";
-    case KOBWBProductType: return " * ";
-    case KOBWBQuotientType: return " / ";
-    case KOBWBPowerType: return "^";
+    case KOBWBOrType:
+        return " or ";
+    case KOBWBAndType:
+        return " and ";
+    case KOBWBEqualType:
+        return " == ";
+    case KOBWBNotEqualType:
+        return " != ";
+    case KOBWBImplicationType:
+        return " => ";
+    case KOBWBSumType:
+        return " + ";
+    case KOBWBMinusType:
+        return " - ";
+    case KOBWBProductType:
+        return " * ";
+    case KOBWBQuotientType:
+        return " / ";
+    case KOBWBPowerType:
+        return "^";
     case KOBWBLessEqualType:
         switch (node.GetComparisonType()) {
-        case KOBWBCompareEqual: return " == ";
-        case KOBWBCompareNotEqual: return " != ";
-        case KOBWBCompareLess: return " < ";
-        case KOBWBCompareGreaterEqual: return " >= ";
-        case KOBWBCompareGreater: return " > ";
-        default: return " <= ";
+        case KOBWBCompareEqual:
+            return " == ";
+        case KOBWBCompareNotEqual:
+            return " != ";
+        case KOBWBCompareLess:
+            return " < ";
+        case KOBWBCompareGreaterEqual:
+            return " >= ";
+        case KOBWBCompareGreater:
+            return " > ";
+        default:
+            return " <= ";
         }
-    default: return nullptr;
+    default:
+        return nullptr;
     }
 }
 
@@ -84,9 +132,12 @@ void AppendValue(KOBLVRString& text, const KOBWBValue& value) {
         // n/d Pi^k, leaving out what is 1.
         const KOBWBFraction f = value.GetAsFraction();
         const bool unitFactor = f.numerator == 1 && f.denominator == 1 && f.powerOfPi != 0;
-        if (unitFactor) buffer[0] = '\0';
-        else if (f.denominator == 1) std::snprintf(buffer, sizeof buffer, "%d", f.numerator);
-        else std::snprintf(buffer, sizeof buffer, "%d/%d", f.numerator, f.denominator);
+        if (unitFactor)
+            buffer[0] = '\0';
+        else if (f.denominator == 1)
+            std::snprintf(buffer, sizeof buffer, "%d", f.numerator);
+        else
+            std::snprintf(buffer, sizeof buffer, "%d/%d", f.numerator, f.denominator);
         text += buffer;
         if (f.powerOfPi == 0) return;
         text += unitFactor ? "Pi" : " Pi";
@@ -128,8 +179,10 @@ void PushOperator(std::vector<Piece>& pending, const KOBWBOpNode& node) {
         pending.push_back({node.GetChild(i), nullptr});
         if (i > 1) pending.push_back({nullptr, ", "});
     }
-    if (node.GetType() == KOBWBOppositeType) pending.push_back({nullptr, "(-"});
-    else if (node.GetType() == KOBWBNotType) pending.push_back({nullptr, "!("});
+    if (node.GetType() == KOBWBOppositeType)
+        pending.push_back({nullptr, "(-"});
+    else if (node.GetType() == KOBWBNotType)
+        pending.push_back({nullptr, "!("});
     else {
         pending.push_back({nullptr, "("});
         pending.push_back({nullptr, node.GetType() == KOBWBBlackBoxType

@@ -13,8 +13,7 @@ void KOBWBAppendChildren(KOBWBNode* node, std::vector<KOBWBNode*>& out);
 // Calls visit(node) on every node of the subtree, parents before children.
 // Iterative, so that a tree as deep as a very long sum does not exhaust the
 // call stack.
-template <class Visit>
-void KOBWBWalkSubtree(KOBWBNode* root, Visit visit) {
+template <class Visit> void KOBWBWalkSubtree(KOBWBNode* root, Visit visit) {
     if (!root) return;
     std::vector<KOBWBNode*> pending(1, root);
     while (!pending.empty()) {

@@ -21,9 +21,17 @@ KOBWBOpNode::KOBWBOpNode(const KOBWBLocation& location, KOBWBExpressionType type
 long KOBWBOpNode::New(const KOBWBLocation& location, KOBWBExpressionType type,
                       KOBWBComparisonType comparison, const KOBLVRListPKOBWBNode& children,
                       KOBWBOpNode*& out, void* memory) {
-    std::vector<KOBWBNode*> array(static_cast<size_t>(children.Size()));
-    for (int i = 0; i < children.Size(); ++i) array[i] = children[i];
-    return New(location, type, comparison, children.Size(), array.data(), out, memory);
+    // Most operators have few children: a list of them costs no allocation.
+    KOBWBNode* few[8];
+    std::vector<KOBWBNode*> many;
+    KOBWBNode** array = few;
+    if (children.Size() > 8) {
+        many.resize(static_cast<size_t>(children.Size()));
+        array = many.data();
+    }
+    for (int i = 0; i < children.Size(); ++i)
+        array[i] = children[i];
+    return New(location, type, comparison, children.Size(), array, out, memory);
 }
 
 long KOBWBOpNode::New(const KOBWBLocation& location, KOBWBExpressionType type,
@@ -44,8 +52,7 @@ long KOBWBOpNode::New(const KOBWBLocation& location, KOBWBExpressionType type,
 long KOBWBOpNode::NewCall(const KOBWBLocation& location, KOBWBBlackBox* blackBox,
                           const KOBLVRString& name, const KOBLVRListPKOBWBNode& arguments,
                           KOBWBOpNode*& out, void* memory) {
-    if (New(location, KOBWBBlackBoxType, KOBWBNoComparison, arguments, out, memory) !=
-        KOBWBModelOk)
+    if (New(location, KOBWBBlackBoxType, KOBWBNoComparison, arguments, out, memory) != KOBWBModelOk)
         return KOBWBModelFailure;
     out->m_blackBox = blackBox;
     out->m_calledName.reset(new (std::nothrow) KOBLVRString(name));
@@ -78,8 +85,10 @@ const KOBLVRString& KOBWBOpNode::GetCalledName() const {
 bool KOBWBOpNode::IsSameNode(const KOBWBNode& other) const {
     if (!KOBWBNode::IsSameNode(other)) return false;
     const KOBWBOpNode& op = static_cast<const KOBWBOpNode&>(other);
-    return m_type == op.m_type && m_comparison == op.m_comparison &&
-           m_blackBox == op.m_blackBox && GetCalledName() == op.GetCalledName();
+    return m_type == op.m_type && m_comparison == op.m_comparison && m_blackBox == op.m_blackBox &&
+           GetCalledName() == op.GetCalledName();
 }
 
-long KOBWBOpNode::Accept(KOBWBVisitor& visitor) { return visitor.VisitOperator(*this); }
+long KOBWBOpNode::Accept(KOBWBVisitor& visitor) {
+    return visitor.VisitOperator(*this);
+}

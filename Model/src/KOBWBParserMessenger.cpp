@@ -32,7 +32,9 @@ const MessageCode messageCodes[] = {
 
 } // namespace
 
-KOBWBParserMessenger::~KOBWBParserMessenger() { m_locations.DeleteAll(); }
+KOBWBParserMessenger::~KOBWBParserMessenger() {
+    m_locations.DeleteAll();
+}
 
 int KOBWBParserMessenger::GetErrorCode(const char* message) {
     if (!message) return -1;
@@ -41,8 +43,7 @@ int KOBWBParserMessenger::GetErrorCode(const char* message) {
     return -1;
 }
 
-long KOBWBParserMessenger::ReportError(const KOBWBLocation* location,
-                                       const KOBLVRString& message) {
+long KOBWBParserMessenger::ReportError(const KOBWBLocation* location, const KOBLVRString& message) {
     KOBLVRString line;
     if (location) {
         line = "ExprParser : ";

@@ -3,7 +3,8 @@
 KOBWBUnitSets::KOBWBUnitSets(int nbOfVariables)
     : m_parent(nbOfVariables), m_kinds(nbOfVariables, 0), m_hasVariable(nbOfVariables, 1),
       m_conflictTold(nbOfVariables, 0) {
-    for (int i = 0; i < nbOfVariables; ++i) m_parent[i] = i;
+    for (int i = 0; i < nbOfVariables; ++i)
+        m_parent[i] = i;
 }
 
 int KOBWBUnitSets::Add(unsigned char kinds) {
@@ -17,7 +18,8 @@ int KOBWBUnitSets::Add(unsigned char kinds) {
 
 int KOBWBUnitSets::Find(int a) {
     int root = a;
-    while (m_parent[root] != root) root = m_parent[root];
+    while (m_parent[root] != root)
+        root = m_parent[root];
     while (m_parent[a] != root) {
         const int next = m_parent[a];
         m_parent[a] = root;
@@ -48,4 +50,6 @@ int KOBWBUnitSets::Merge(int a, int b, bool& conflict) {
     return root;
 }
 
-unsigned char KOBWBUnitSets::GetKinds(int a) { return a == None ? 0 : m_kinds[Find(a)]; }
+unsigned char KOBWBUnitSets::GetKinds(int a) {
+    return a == None ? 0 : m_kinds[Find(a)];
+}

@@ -10,7 +10,7 @@
 class KOBWBUnitSets {
 public:
     enum Kind : unsigned char { Length = 1, Angle = 2, Both = Length | Angle };
-    static const int None = -1;
+    static constexpr int None = -1;
 
     // The first count sets, one per variable name, start empty of kinds.
     explicit KOBWBUnitSets(int nbOfVariables);

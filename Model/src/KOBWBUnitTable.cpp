@@ -13,8 +13,7 @@ const char* const distanceUnits[] = {"km", "m",      "cm",   "mm",   "nm",   "in
 const char* const angleUnits[] = {"rad", "deg", "grad", "turn", "mrad", "%_angle"};
 const char* const ambiguousUnits[] = {"\xB0", "'", "\""};
 
-template <size_t N>
-bool IsAmong(const char* unit, const char* const (&units)[N]) {
+template <size_t N> bool IsAmong(const char* unit, const char* const (&units)[N]) {
     for (const char* candidate : units)
         if (std::strcmp(unit, candidate) == 0) return true;
     return false;
@@ -28,10 +27,14 @@ const char* const unitClasses[] = {KOBWBUnitClassDistance, KOBWBUnitClassAngle,
 struct SharedTexts {
     std::vector<KOBLVRString> texts;
     SharedTexts() {
-        for (const char* text : unitClasses) texts.emplace_back(text);
-        for (const char* text : distanceUnits) texts.emplace_back(text);
-        for (const char* text : angleUnits) texts.emplace_back(text);
-        for (const char* text : ambiguousUnits) texts.emplace_back(text);
+        for (const char* text : unitClasses)
+            texts.emplace_back(text);
+        for (const char* text : distanceUnits)
+            texts.emplace_back(text);
+        for (const char* text : angleUnits)
+            texts.emplace_back(text);
+        for (const char* text : ambiguousUnits)
+            texts.emplace_back(text);
     }
 };
 

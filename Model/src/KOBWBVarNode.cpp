@@ -14,8 +14,8 @@ KOBWBVarNode::KOBWBVarNode(const KOBWBLocation& location, const KOBLVRString* sh
                            int nameIndex)
     : KOBWBNode(KOBWBVarNodeType, location), m_name(sharedName), m_nameIndex(nameIndex) {}
 
-long KOBWBVarNode::New(const KOBWBLocation& location, const KOBLVRString& name,
-                       KOBWBVarNode*& out, void* memory) {
+long KOBWBVarNode::New(const KOBWBLocation& location, const KOBLVRString& name, KOBWBVarNode*& out,
+                       void* memory) {
     out = name.IsEmpty() ? nullptr : Place<KOBWBVarNode>(memory, location, name);
     if (out && !out->m_name) {
         Free(out);
@@ -29,4 +29,6 @@ bool KOBWBVarNode::IsSameNode(const KOBWBNode& other) const {
            *m_name == *static_cast<const KOBWBVarNode&>(other).m_name;
 }
 
-long KOBWBVarNode::Accept(KOBWBVisitor& visitor) { return visitor.VisitVariable(*this); }
+long KOBWBVarNode::Accept(KOBWBVisitor& visitor) {
+    return visitor.VisitVariable(*this);
+}

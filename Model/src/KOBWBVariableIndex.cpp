@@ -50,7 +50,8 @@ void KOBWBVariableIndex::Grow() {
     for (const Slot& old : slots) {
         if (old.index < 0) continue;
         size_t slot = old.hash & mask;
-        while (m_slots[slot].index >= 0) slot = (slot + 1) & mask;
+        while (m_slots[slot].index >= 0)
+            slot = (slot + 1) & mask;
         m_slots[slot] = old;
     }
 }
@@ -81,8 +82,10 @@ KOBWBVarNode* KOBWBVariableIndex::Create(const KOBWBLocation& location, const ch
     }
     Entry& entry = m_entries[index];
     KOBWBVarNode* node = new (memory) KOBWBVarNode(location, &entry.name, index);
-    if (entry.count == 0) ++m_nbOfLiveNames;
-    else if (IsBefore(location, entry.lastLocation)) entry.sorted = false;
+    if (entry.count == 0)
+        ++m_nbOfLiveNames;
+    else if (IsBefore(location, entry.lastLocation))
+        entry.sorted = false;
     ++entry.count;
     entry.lastLocation = location;
     node->m_occurrenceSlot = static_cast<int>(m_occurrences.size());
@@ -122,7 +125,8 @@ void KOBWBVariableIndex::Group() const {
     m_groupStart.assign(m_entries.size() + 1, 0);
     for (const KOBWBVarNode* node : m_occurrences)
         if (node) ++m_groupStart[node->m_nameIndex + 1];
-    for (size_t i = 1; i < m_groupStart.size(); ++i) m_groupStart[i] += m_groupStart[i - 1];
+    for (size_t i = 1; i < m_groupStart.size(); ++i)
+        m_groupStart[i] += m_groupStart[i - 1];
     m_grouped.assign(static_cast<size_t>(m_nbOfOccurrences), nullptr);
     std::vector<int> next(m_groupStart.begin(), m_groupStart.end() - 1);
     for (KOBWBVarNode* node : m_occurrences)

@@ -36,7 +36,7 @@ public:
     int GetNbOfNames() const { return static_cast<int>(m_entries.size()); }
 
 private:
-    static const size_t inlineLength = 15;
+    static constexpr size_t inlineLength = 15;
 
     struct Entry {
         // The shared text, and its first characters kept here so that a lookup

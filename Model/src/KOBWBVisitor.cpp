@@ -6,11 +6,17 @@
 
 KOBWBVisitor::~KOBWBVisitor() = default;
 
-long KOBWBVisitor::VisitModel(KOBWBModel&) { return KOBWBModelFailure; }
+long KOBWBVisitor::VisitModel(KOBWBModel&) {
+    return KOBWBModelFailure;
+}
 
-long KOBWBVisitor::VisitConstant(KOBWBConstNode&) { return KOBWBVisitContinue; }
+long KOBWBVisitor::VisitConstant(KOBWBConstNode&) {
+    return KOBWBVisitContinue;
+}
 
-long KOBWBVisitor::VisitVariable(KOBWBVarNode&) { return KOBWBVisitContinue; }
+long KOBWBVisitor::VisitVariable(KOBWBVarNode&) {
+    return KOBWBVisitContinue;
+}
 
 long KOBWBVisitor::VisitEquation(KOBWBEqNode& node) {
     KOBWBNode* left = node.GetLeftTerm();

@@ -45,7 +45,8 @@ void ExpectSaneLocations(const KOBWBParserMessenger& messenger) {
 std::string Repeat(const std::string& piece, int count) {
     std::string text;
     text.reserve(piece.size() * count);
-    for (int i = 0; i < count; ++i) text += piece;
+    for (int i = 0; i < count; ++i)
+        text += piece;
     return text;
 }
 
@@ -111,26 +112,28 @@ TEST(KOBWBBadInput, HandlesVeryLongLinesAndNames) {
 }
 
 TEST(KOBWBBadInput, AnswersDeepNestingWithMemoryExhausted) {
-    for (const std::string& text : {Repeat("(", 20000) + "1" + Repeat(")", 20000) + ";",
-                                    Repeat("-", 20000) + "1;", Repeat("2^", 20000) + "2;",
-                                    "y = " + Repeat("sin(", 20000) + "1" + Repeat(")", 20000) + ";"}) {
+    for (const std::string& text :
+         {Repeat("(", 20000) + "1" + Repeat(")", 20000) + ";", Repeat("-", 20000) + "1;",
+          Repeat("2^", 20000) + "2;",
+          "y = " + Repeat("sin(", 20000) + "1" + Repeat(")", 20000) + ";"}) {
         ParsedModel parsed(("a = 1;\n" + text + "\nb = 2;").c_str());
         EXPECT_EQ(parsed.Codes(), (std::vector<int>{-1}));
         EXPECT_NE(parsed.err.find("ExprParser : memory exhausted in (2,"), std::string::npos);
         EXPECT_EQ(parsed.model.GetNbOfEquations(), 1);
     }
     // Nesting the parser's stack holds is parsed in full.
-    ParsedModel deep((Repeat("(", 3000) + "1 mm" + Repeat(")", 3000) + " = " + Repeat("-", 3000) +
-                      "x;")
-                         .c_str());
+    ParsedModel deep(
+        (Repeat("(", 3000) + "1 mm" + Repeat(")", 3000) + " = " + Repeat("-", 3000) + "x;")
+            .c_str());
     EXPECT_EQ(deep.errors, 0);
     EXPECT_EQ(deep.model.GetVariable("x")->GetUnitType(), "Distance");
     EXPECT_EQ(KOBWBModelHomogeneity::CheckHomogeneity(deep.model), 1);
 }
 
 TEST(KOBWBBadInput, TakesUnknownFunctionsWithAnyArguments) {
-    ParsedModel parsed("y = nofunc(1, 2, 3) + nofunc() + nofunc(nofunc(x)); z = atan2(1, 2, 3, 4);"
-                       "w = sin(1, 2, 3 mm); u = Int(x); v = if (a < b) then (sin(1, 2)) else (cos());");
+    ParsedModel parsed(
+        "y = nofunc(1, 2, 3) + nofunc() + nofunc(nofunc(x)); z = atan2(1, 2, 3, 4);"
+        "w = sin(1, 2, 3 mm); u = Int(x); v = if (a < b) then (sin(1, 2)) else (cos());");
     ExpectSaneLocations(parsed.messenger);
     EXPECT_EQ(parsed.model.GetNbOfEquations(), 4);
     EXPECT_EQ(parsed.Codes(), (std::vector<int>{-1, -1, -1, -1, -1, -1, -1, -1}));
@@ -139,9 +142,11 @@ TEST(KOBWBBadInput, TakesUnknownFunctionsWithAnyArguments) {
 TEST(KOBWBBadInput, SurvivesManyErrors) {
     // Every line is wrong in some way; the parse reports and goes on.
     std::string text;
-    const char* lines[] = {"x = ;", "= 3;", ")(;", "if (;", "y = 2.5 Pi;", "f(,);", "3 3 3;",
-                           "((;", "a == b;", "x = 1 km deg rad;", "Pi Pi;", ";;;", "@#$;"};
-    for (int i = 0; i < 300; ++i) text += std::string(lines[i % 13]) + " ok = 1;\n";
+    const char* lines[] = {"x = ;",  "= 3;",   ")(;", "if (;",   "y = 2.5 Pi;",
+                           "f(,);",  "3 3 3;", "((;", "a == b;", "x = 1 km deg rad;",
+                           "Pi Pi;", ";;;",    "@#$;"};
+    for (int i = 0; i < 300; ++i)
+        text += std::string(lines[i % 13]) + " ok = 1;\n";
     ParsedModel parsed(text.c_str());
     EXPECT_GE(parsed.errors, 250);
     EXPECT_EQ(parsed.ids.Size(), parsed.model.GetNbOfEquations());

@@ -50,8 +50,10 @@ TEST(KOBWBModelHomogeneity, ClassifiesSubtrees) {
 TEST(KOBWBModelHomogeneity, UsesTheClassesOfVariables) {
     // x is a length, k dimensionless, from what the model check infers.
     ParsedModel parsed("x = 10 mm; x / 2; x / k; k;");
-    EXPECT_EQ(KOBWBModelHomogeneity::FillHomogeneity(parsed.Equation(1)->GetLeftTerm()), "Distance");
-    EXPECT_EQ(KOBWBModelHomogeneity::FillHomogeneity(parsed.Equation(2)->GetLeftTerm()), "Ambiguous");
+    EXPECT_EQ(KOBWBModelHomogeneity::FillHomogeneity(parsed.Equation(1)->GetLeftTerm()),
+              "Distance");
+    EXPECT_EQ(KOBWBModelHomogeneity::FillHomogeneity(parsed.Equation(2)->GetLeftTerm()),
+              "Ambiguous");
     EXPECT_EQ(KOBWBModelHomogeneity::CheckHomogeneity(*parsed.Equation(0)), 0);
 }
 
@@ -90,18 +92,17 @@ TEST(KOBWBModelHomogeneity, TracesItsRulesAtLevelOne) {
     KOBWBModelHomogeneity::FillHomogeneity(parsed.Equation(0)->GetLeftTerm());
     parameters.SetTraceStream(nullptr);
     parameters.SetTraceLevel(0);
-    EXPECT_EQ(text.str(),
-              " FillHomogeneity  :((2 km + 30 deg) / 2)\n"
-              " Homogeneity OpType =12\n"
-              " FillHomogeneity  :(2 km + 30 deg)\n"
-              " Homogeneity OpType =10\n"
-              " FillHomogeneity  :2 km => Distance\n"
-              " FillHomogeneity  :30 deg => Angle\n"
-              " Homogeneity Child1 :Distance\n"
-              " Homogeneity Child2 :Angle\n"
-              " for Sum et Minus, default case => Inhomogeneous\n"
-              " FillHomogeneity  :2 => None\n"
-              " Homogeneity Child1 :Inhomogeneous\n"
-              " Homogeneity Child2 :None\n"
-              " for Quotient, if one child is Inhomogeneous  => Inhomogeneous\n");
+    EXPECT_EQ(text.str(), " FillHomogeneity  :((2 km + 30 deg) / 2)\n"
+                          " Homogeneity OpType =12\n"
+                          " FillHomogeneity  :(2 km + 30 deg)\n"
+                          " Homogeneity OpType =10\n"
+                          " FillHomogeneity  :2 km => Distance\n"
+                          " FillHomogeneity  :30 deg => Angle\n"
+                          " Homogeneity Child1 :Distance\n"
+                          " Homogeneity Child2 :Angle\n"
+                          " for Sum et Minus, default case => Inhomogeneous\n"
+                          " FillHomogeneity  :2 => None\n"
+                          " Homogeneity Child1 :Inhomogeneous\n"
+                          " Homogeneity Child2 :None\n"
+                          " for Quotient, if one child is Inhomogeneous  => Inhomogeneous\n");
 }

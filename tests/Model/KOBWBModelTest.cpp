@@ -182,7 +182,8 @@ TEST(KOBWBModel, RemovesEquationsWithTheirNodes) {
 
 TEST(KOBWBModel, RemovingManyEquationsKeepsTheRestIntact) {
     std::string text;
-    for (int i = 0; i < 500; ++i) text += "x" + std::to_string(i) + " = y + " + std::to_string(i) + ";\n";
+    for (int i = 0; i < 500; ++i)
+        text += "x" + std::to_string(i) + " = y + " + std::to_string(i) + ";\n";
     ParsedModel parsed(text.c_str());
     KOBWBModel& model = parsed.model;
     for (int id = 1; id <= 500; id += 2) {

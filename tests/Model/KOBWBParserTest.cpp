@@ -21,7 +21,8 @@ TEST(KOBWBParser, EmptyTextsGiveEmptyModels) {
     KOBWBModel model;
     KOBLVRIntArray ids;
     KOBWBParserMessenger messenger;
-    EXPECT_EQ(KOBWBParser::Parse(static_cast<const char*>(nullptr), model, ids, messenger, nullptr), 0);
+    EXPECT_EQ(KOBWBParser::Parse(static_cast<const char*>(nullptr), model, ids, messenger, nullptr),
+              0);
     EXPECT_EQ(KOBWBParser::Parse(static_cast<FILE*>(nullptr), model, ids, messenger, nullptr), 0);
 }
 
@@ -29,7 +30,8 @@ TEST(KOBWBParser, BuildsEquationsAndTheirIds) {
     ParsedModel parsed("x = 10 mm;\ny <= 2 * x;\nz;\na != b; a < b; a > b; a >= b;");
     EXPECT_EQ(parsed.errors, 0);
     ASSERT_EQ(parsed.ids.Size(), 7);
-    for (int i = 0; i < 7; ++i) EXPECT_EQ(parsed.ids[i], parsed.Equation(i)->GetId());
+    for (int i = 0; i < 7; ++i)
+        EXPECT_EQ(parsed.ids[i], parsed.Equation(i)->GetId());
     EXPECT_EQ(parsed.Left(0), "x");
     EXPECT_EQ(parsed.Right(0), "10:mm");
     EXPECT_EQ(parsed.Equation(0)->GetRightTerm()->GetUnitType(), "Distance");
@@ -91,7 +93,8 @@ TEST(KOBWBParser, ReadsNumbersUnitsAndPi) {
     EXPECT_EQ(parsed.Left(22), "\"x");
     // The unit location of "2 Pi rad" is that of rad; the nodes of the rule
     // span all of it.
-    const KOBWBOpNode* product = static_cast<const KOBWBOpNode*>(parsed.Equation(12)->GetLeftTerm());
+    const KOBWBOpNode* product =
+        static_cast<const KOBWBOpNode*>(parsed.Equation(12)->GetLeftTerm());
     EXPECT_EQ(Where(product->GetChild(2), true), "(1,88,1,91)");
     EXPECT_EQ(Where(product->GetChild(1)), "(1,83,1,91)");
 }
@@ -117,11 +120,10 @@ TEST(KOBWBParser, TellsKeywordsFromIdentifiers) {
 }
 
 TEST(KOBWBParser, BuildsConditions) {
-    ParsedModel parsed(
-        "y = if (a == b) then (1) else (2);"
-        "y = if (!(a == b) and (a < b) or !(a >= b)) then (1) else (2);"
-        "y = if (a != b && a > b || a <= 1) then (x) else (z);"
-        "if (a <= b) then (x = 1 mm) else (x >= 2 mm);");
+    ParsedModel parsed("y = if (a == b) then (1) else (2);"
+                       "y = if (!(a == b) and (a < b) or !(a >= b)) then (1) else (2);"
+                       "y = if (a != b && a > b || a <= 1) then (x) else (z);"
+                       "if (a <= b) then (x = 1 mm) else (x >= 2 mm);");
     EXPECT_EQ(parsed.Right(0), "43(6(a,b),1,2)");
     EXPECT_EQ(parsed.Right(1), "43(4(5(6(a,b),8c4(a,b)),3(8c5(a,b))),1,2)");
     EXPECT_EQ(parsed.Right(2), "43(4(5(8c2(a,b),8c6(a,b)),8c3(a,1)),x,z)");
@@ -142,7 +144,8 @@ TEST(KOBWBParser, CallsTheBlackBoxesItIsGiven) {
     const KOBWBOpNode* sum = static_cast<const KOBWBOpNode*>(parsed.Equation(0)->GetRightTerm());
     EXPECT_EQ(static_cast<const KOBWBOpNode*>(sum->GetChild(1))->GetBlackBox(), &f);
     EXPECT_EQ(static_cast<const KOBWBOpNode*>(sum->GetChild(2))->GetBlackBox(), &g);
-    EXPECT_EQ(static_cast<const KOBWBOpNode*>(parsed.Equation(1)->GetRightTerm())->GetBlackBox(), &f);
+    EXPECT_EQ(static_cast<const KOBWBOpNode*>(parsed.Equation(1)->GetRightTerm())->GetBlackBox(),
+              &f);
     KOBLVRListPKOBWBBlackBox declared;
     parsed.model.GetBlackBoxes(declared);
     EXPECT_EQ(declared.Size(), 2);
@@ -152,12 +155,13 @@ TEST(KOBWBParser, ReportsSyntaxErrorsAndRecoversAtTheSemicolon) {
     ParsedModel parsed("x = ;\ny = 1;\nz = f(;\nq = 1;\n2 3;\nw = 2.5Pi;\nv = 1 +");
     EXPECT_EQ(parsed.Codes(), (std::vector<int>{7, 7, 3, -1, 1}));
     EXPECT_EQ(parsed.errors, 5);
-    EXPECT_EQ(parsed.err,
-              "ExprParser : syntax error, unexpected semi-colon in (1,4,1,5)\n\n"
-              "ExprParser : syntax error, unexpected semi-colon, expecting right bracket in (3,6,3,7)\n\n"
-              "ExprParser : syntax error, unexpected integer in (5,2,5,3)\n\n"
-              "ExprParser : syntax error, unexpected Pi in (6,7,6,9)\n\n"
-              "ExprParser : syntax error, unexpected end of input in (7,7,7,7)\n\n");
+    EXPECT_EQ(
+        parsed.err,
+        "ExprParser : syntax error, unexpected semi-colon in (1,4,1,5)\n\n"
+        "ExprParser : syntax error, unexpected semi-colon, expecting right bracket in (3,6,3,7)\n\n"
+        "ExprParser : syntax error, unexpected integer in (5,2,5,3)\n\n"
+        "ExprParser : syntax error, unexpected Pi in (6,7,6,9)\n\n"
+        "ExprParser : syntax error, unexpected end of input in (7,7,7,7)\n\n");
     EXPECT_EQ(std::string(parsed.messenger.GetString().str()),
               "syntax error, unexpected semi-colon\n"
               "syntax error, unexpected semi-colon, expecting right bracket\n"
@@ -181,14 +185,17 @@ TEST(KOBWBParser, NamesTheExpectedTokens) {
     ParsedModel parsed("x = sin 2;\ny = if (a < b) (1) else (2);\nz = if (a < b;\n"
                        "y = if (!a) then (1) else (2);\na = b = c;\nf(a b);\n");
     EXPECT_EQ(parsed.Codes(), (std::vector<int>{6, -1, -1, -1, -1, -1}));
-    EXPECT_EQ(parsed.err,
-              "ExprParser : syntax error, unexpected integer, expecting left bracket in (1,8,1,9)\n\n"
-              "ExprParser : syntax error, unexpected left bracket, expecting TOKEN_THEN in (2,15,2,16)\n\n"
-              "ExprParser : syntax error, unexpected semi-colon, expecting right bracket or TOKEN_AND"
-              " or TOKEN_OR in (3,13,3,14)\n\n"
-              "ExprParser : syntax error, unexpected identifier, expecting left bracket in (4,9,4,10)\n\n"
-              "ExprParser : syntax error, unexpected = in (5,6,5,7)\n\n"
-              "ExprParser : syntax error, unexpected identifier, expecting right bracket in (6,4,6,5)\n\n");
+    EXPECT_EQ(
+        parsed.err,
+        "ExprParser : syntax error, unexpected integer, expecting left bracket in (1,8,1,9)\n\n"
+        "ExprParser : syntax error, unexpected left bracket, expecting TOKEN_THEN in "
+        "(2,15,2,16)\n\n"
+        "ExprParser : syntax error, unexpected semi-colon, expecting right bracket or TOKEN_AND"
+        " or TOKEN_OR in (3,13,3,14)\n\n"
+        "ExprParser : syntax error, unexpected identifier, expecting left bracket in (4,9,4,10)\n\n"
+        "ExprParser : syntax error, unexpected = in (5,6,5,7)\n\n"
+        "ExprParser : syntax error, unexpected identifier, expecting right bracket in "
+        "(6,4,6,5)\n\n");
 }
 
 TEST(KOBWBParser, PrintsInvalidCharactersAndGoesOn) {

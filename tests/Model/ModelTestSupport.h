@@ -28,7 +28,9 @@ struct ParsedModel {
     }
 
     // Parses a file of the test data.
-    static std::string DataPath(const char* name) { return std::string(KOBWBX_TEST_DATA) + "/" + name; }
+    static std::string DataPath(const char* name) {
+        return std::string(KOBWBX_TEST_DATA) + "/" + name;
+    }
 
     // The codes of the reported errors, in report order.
     std::vector<int> Codes() const {
@@ -51,7 +53,8 @@ struct ParsedModel {
 
     KOBWBEqNode* Equation(int i) const {
         KOBWBEqNode* equation = model.GetFirstEquation();
-        for (; equation && i > 0; --i) equation = model.GetNextEquation(equation);
+        for (; equation && i > 0; --i)
+            equation = model.GetNextEquation(equation);
         return equation;
     }
 
@@ -81,7 +84,8 @@ inline std::string ParsedModel::Text(const KOBWBNode* node) {
         char buffer[64];
         if (value.IsAFraction()) {
             const KOBWBFraction f = value.GetAsFraction();
-            std::snprintf(buffer, sizeof buffer, "%d/%dPi%d", f.numerator, f.denominator, f.powerOfPi);
+            std::snprintf(buffer, sizeof buffer, "%d/%dPi%d", f.numerator, f.denominator,
+                          f.powerOfPi);
         } else if (value.IsAKindOf(KOBWBIntegerValue)) {
             std::snprintf(buffer, sizeof buffer, "%d", value.GetAsInteger());
         } else {
