@@ -13,6 +13,8 @@ class KOBWBVarNode;
 // KOBWBModelFailure. The base operations visit an equation's left then right term
 // and an operator's children from 1 to GetNbOfChildren(), stopping at the first
 // answer other than 1; a concrete visitor overrides VisitModel, which fails here.
+// The walk recurses once a level of the tree: a sum of many thousands of terms
+// needs a call stack to match.
 class KOBWBX_API KOBWBVisitor {
 public:
     virtual ~KOBWBVisitor();

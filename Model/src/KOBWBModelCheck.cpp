@@ -3,6 +3,7 @@
 #include "KOBWBConstNode.h"
 #include "KOBWBEqNode.h"
 #include "KOBWBModel.h"
+#include "KOBWBModelFunctions.h"
 #include "KOBWBOpNode.h"
 #include "KOBWBParserMessenger.h"
 #include "KOBWBPrefetch.h"
@@ -35,111 +36,6 @@ struct Report {
     KOBWBLocation location;
     KOBLVRString message;
 };
-
-// The number of arguments of a built-in function: [minimum, maximum], maximum
-// -1 for any; false for the codes whose arguments are not checked.
-bool GetArity(KOBWBExpressionType type, int& minimum, int& maximum) {
-    switch (type) {
-    case KOBWBSqrtType:
-    case KOBWBLogType:
-    case KOBWBLnType:
-    case KOBWBExpType:
-    case KOBWBSinType:
-    case KOBWBCosType:
-    case KOBWBTanType:
-    case KOBWBAsinType:
-    case KOBWBAcosType:
-    case KOBWBAtanType:
-    case KOBWBSinhType:
-    case KOBWBCoshType:
-    case KOBWBTanhType:
-    case KOBWBAsinhType:
-    case KOBWBAcoshType:
-    case KOBWBAtanhType:
-    case KOBWBAbsType:
-    case KOBWBCeilType:
-    case KOBWBFloorType:
-    case KOBWBRoundType:
-    case KOBWBTruncType:
-        minimum = maximum = 1;
-        return true;
-    case KOBWBAtan2Type:
-    case KOBWBDimType:
-    case KOBWBSignType:
-    case KOBWBModType:
-    case KOBWBIntegrateType:
-        minimum = maximum = 2;
-        return true;
-    case KOBWBMinType:
-    case KOBWBMaxType:
-        minimum = 2;
-        maximum = -1;
-        return true;
-    default:
-        return false;
-    }
-}
-
-const char* FunctionText(KOBWBExpressionType type) {
-    switch (type) {
-    case KOBWBSqrtType:
-        return "sqrt";
-    case KOBWBLogType:
-        return "log";
-    case KOBWBLnType:
-        return "ln";
-    case KOBWBExpType:
-        return "exp";
-    case KOBWBSinType:
-        return "sin";
-    case KOBWBCosType:
-        return "cos";
-    case KOBWBTanType:
-        return "tan";
-    case KOBWBAsinType:
-        return "asin";
-    case KOBWBAcosType:
-        return "acos";
-    case KOBWBAtanType:
-        return "atan";
-    case KOBWBAtan2Type:
-        return "atan2";
-    case KOBWBDimType:
-        return "dim";
-    case KOBWBSignType:
-        return "sign";
-    case KOBWBSinhType:
-        return "sinh";
-    case KOBWBCoshType:
-        return "cosh";
-    case KOBWBTanhType:
-        return "tanh";
-    case KOBWBAsinhType:
-        return "asinh";
-    case KOBWBAcoshType:
-        return "acosh";
-    case KOBWBAtanhType:
-        return "atanh";
-    case KOBWBAbsType:
-        return "abs";
-    case KOBWBCeilType:
-        return "ceil";
-    case KOBWBFloorType:
-        return "floor";
-    case KOBWBRoundType:
-        return "round";
-    case KOBWBTruncType:
-        return "trunc";
-    case KOBWBModType:
-        return "mod";
-    case KOBWBMinType:
-        return "min";
-    case KOBWBMaxType:
-        return "max";
-    default:
-        return "Int";
-    }
-}
 
 // Whether an argument of the function must be a pure number, or only not a
 // length; false when the function takes any unit.
@@ -300,10 +196,10 @@ int Checker::OperatorSet(const KOBWBOpNode& node, const int* children) {
         Tell(node.GetLocation(), "semantic error, unknown function " + node.GetCalledName());
     int minimum = 0;
     int maximum = 0;
-    if (GetArity(type, minimum, maximum) &&
+    if (KOBWBFunctionArity(type, minimum, maximum) &&
         (count < minimum || (maximum >= 0 && count > maximum))) {
-        Tell(node.GetLocation(),
-             KOBLVRString("semantic error, wrong number of arguments for ") + FunctionText(type));
+        Tell(node.GetLocation(), KOBLVRString("semantic error, wrong number of arguments for ") +
+                                     KOBWBFunctionName(type));
         return KOBWBUnitSets::None;
     }
     Restriction restriction;

@@ -2,6 +2,7 @@
 
 #include "KOBWBConstNode.h"
 #include "KOBWBEqNode.h"
+#include "KOBWBModelFunctions.h"
 #include "KOBWBOpNode.h"
 #include "KOBWBVarNode.h"
 
@@ -16,71 +17,10 @@ struct Piece {
     const char* text;
 };
 
-const char* FunctionName(KOBWBExpressionType type) {
-    switch (type) {
-    case KOBWBRootType:
-        return "root";
-    case KOBWBSqrtType:
-        return "sqrt";
-    case KOBWBLogType:
-        return "log";
-    case KOBWBLnType:
-        return "ln";
-    case KOBWBExpType:
-        return "exp";
-    case KOBWBSinType:
-        return "sin";
-    case KOBWBCosType:
-        return "cos";
-    case KOBWBTanType:
-        return "tan";
-    case KOBWBAsinType:
-        return "asin";
-    case KOBWBAcosType:
-        return "acos";
-    case KOBWBAtanType:
-        return "atan";
-    case KOBWBAtan2Type:
-        return "atan2";
-    case KOBWBDimType:
-        return "dim";
-    case KOBWBSignType:
-        return "sign";
-    case KOBWBStepType:
-        return "step";
-    case KOBWBSinhType:
-        return "sinh";
-    case KOBWBCoshType:
-        return "cosh";
-    case KOBWBTanhType:
-        return "tanh";
-    case KOBWBAsinhType:
-        return "asinh";
-    case KOBWBAcoshType:
-        return "acosh";
-    case KOBWBAtanhType:
-        return "atanh";
-    case KOBWBAbsType:
-        return "abs";
-    case KOBWBCeilType:
-        return "ceil";
-    case KOBWBFloorType:
-        return "floor";
-    case KOBWBRoundType:
-        return "round";
-    case KOBWBTruncType:
-        return "trunc";
-    case KOBWBModType:
-        return "mod";
-    case KOBWBMinType:
-        return "min";
-    case KOBWBMaxType:
-        return "max";
-    case KOBWBIntegrateType:
-        return "Int";
-    default:
-        return "?";
-    }
+const char* FunctionText(KOBWBExpressionType type) {
+    if (type == KOBWBRootType) return "root";
+    const char* name = KOBWBFunctionName(type);
+    return name ? name : "?";
 }
 
 // The infix text of a binary operator, or null for a function.
@@ -187,7 +127,7 @@ void PushOperator(std::vector<Piece>& pending, const KOBWBOpNode& node) {
         pending.push_back({nullptr, "("});
         pending.push_back({nullptr, node.GetType() == KOBWBBlackBoxType
                                         ? node.GetCalledName().str()
-                                        : FunctionName(node.GetType())});
+                                        : FunctionText(node.GetType())});
     }
 }
 

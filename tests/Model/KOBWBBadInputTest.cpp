@@ -109,6 +109,19 @@ TEST(KOBWBBadInput, HandlesVeryLongLinesAndNames) {
     KOBWBEqNode* first = parsed.Equation(0);
     EXPECT_EQ(parsed.model.RemoveEquation(first), KOBWBModelOk);
     EXPECT_EQ(parsed.model.GetNbOfVariables(), 1);
+    // The same text read from a file, whose buffer grows for the long name.
+    FILE* file = std::tmpfile();
+    ASSERT_NE(file, nullptr);
+    std::fwrite(text.data(), 1, text.size(), file);
+    std::rewind(file);
+    KOBWBModel model;
+    KOBLVRIntArray ids;
+    KOBWBParserMessenger messenger;
+    EXPECT_EQ(KOBWBParser::Parse(file, model, ids, messenger, nullptr), 0);
+    std::fclose(file);
+    EXPECT_EQ(model.GetNbOfEquations(), 2);
+    EXPECT_TRUE(model.GetEquationById(2)->IsEqual(parsed.model.GetEquationById(2)));
+    EXPECT_EQ(model.GetVariable(name.c_str())->GetUnitType(), "Distance");
 }
 
 TEST(KOBWBBadInput, AnswersDeepNestingWithMemoryExhausted) {
