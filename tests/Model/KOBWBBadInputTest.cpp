@@ -128,7 +128,9 @@ TEST(KOBWBBadInput, AnswersDeepNestingWithMemoryExhausted) {
     for (const std::string& text :
          {Repeat("(", 20000) + "1" + Repeat(")", 20000) + ";", Repeat("-", 20000) + "1;",
           Repeat("2^", 20000) + "2;",
-          "y = " + Repeat("sin(", 20000) + "1" + Repeat(")", 20000) + ";"}) {
+          "y = " + Repeat("sin(", 20000) + "1" + Repeat(")", 20000) + ";",
+          // Names and argument lists left on the parser's stack.
+          "y = " + Repeat("f(1, g(", 10000) + ";"}) {
         ParsedModel parsed(("a = 1;\n" + text + "\nb = 2;").c_str());
         EXPECT_EQ(parsed.Codes(), (std::vector<int>{-1}));
         EXPECT_NE(parsed.err.find("ExprParser : memory exhausted in (2,"), std::string::npos);
