@@ -96,8 +96,9 @@ public:
     // Appends every declared black box.
     void GetBlackBoxes(KOBLVRListPKOBWBBlackBox& blackBoxes) const;
 
-    // Unlinks and frees the equation and its terms, and nulls the pointer.
-    // Fails for an equation that is not in this model.
+    // Unlinks and frees the equation and its terms, and nulls the pointer; their
+    // memory goes back with the model's, nodes being built in blocks. Fails for
+    // an equation that is not in this model.
     long RemoveEquation(KOBWBEqNode*& equation);
 
 private:
