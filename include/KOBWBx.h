@@ -44,4 +44,22 @@
 #include "KOBWBUnaryOperator.h"
 #include "KOBWBVariable.h"
 
+#include "KOBWBComparisonType.h"
+#include "KOBWBConstNode.h"
+#include "KOBWBEqNode.h"
+#include "KOBWBLocation.h"
+#include "KOBWBModel.h"
+#include "KOBWBModelCheck.h"
+#include "KOBWBModelHomogeneity.h"
+#include "KOBWBModelLists.h"
+#include "KOBWBModelStatus.h"
+#include "KOBWBNode.h"
+#include "KOBWBNodeType.h"
+#include "KOBWBOpNode.h"
+#include "KOBWBParser.h"
+#include "KOBWBParserMessenger.h"
+#include "KOBWBUnitClass.h"
+#include "KOBWBVarNode.h"
+#include "KOBWBVisitor.h"
+
 #endif

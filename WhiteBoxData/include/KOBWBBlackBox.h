@@ -2,6 +2,7 @@
 #define KOBWBBlackBox_h
 
 #include "KOBLVRString.h"
+#include "KOBWBDataLists.h"
 
 class KOBWBBlackBoxOperator;
 class KOBWBValue;
@@ -10,7 +11,7 @@ class KOBWBValue;
 // It reads its arguments through the children of the operator node that calls it.
 class KOBWBX_API KOBWBBlackBox {
 public:
-    KOBWBBlackBox() = default;
+    explicit KOBWBBlackBox(const KOBLVRString& name = KOBLVRString()) : m_name(name) {}
     KOBWBBlackBox(const KOBWBBlackBox& other) = default;
     KOBWBBlackBox& operator=(const KOBWBBlackBox& other) = default;
     // Clears the name and the operator.
@@ -21,7 +22,7 @@ public:
 
     // The name; an unnamed black box is first named "BBx" followed by its
     // operator's id (or "BBx" alone without an operator).
-    KOBLVRString GetName();
+    KOBLVRString GetName() const;
     void SetName(const KOBLVRString& name) { m_name = name; }
     KOBWBBlackBoxOperator* GetOperator() const { return m_operator; }
     void SetOperator(KOBWBBlackBoxOperator* node) { m_operator = node; }
@@ -32,7 +33,8 @@ protected:
 
 private:
     KOBWBBlackBoxOperator* m_operator = nullptr;
-    KOBLVRString m_name;
+    // Named on first request when no name was given.
+    mutable KOBLVRString m_name;
 };
 
 // The default black box: evaluates to the real 0.

@@ -8,7 +8,7 @@ KOBWBBlackBox::~KOBWBBlackBox() {
     m_operator = nullptr;
 }
 
-KOBLVRString KOBWBBlackBox::GetName() {
+KOBLVRString KOBWBBlackBox::GetName() const {
     if (m_name.IsEmpty()) {
         m_name = "BBx";
         if (m_operator) m_name += m_operator->GetId();

@@ -1,0 +1,43 @@
+#ifndef KOBWBParserMessenger_h
+#define KOBWBParserMessenger_h
+
+#include "KOBLVRIntArray.h"
+#include "KOBLVRString.h"
+#include "KOBWBModelLists.h"
+
+class KOBWBLocation;
+
+// Collects the errors found in a model text: for each, its location and a code
+// taken from the message; every report is also written to standard error.
+class KOBWBX_API KOBWBParserMessenger {
+public:
+    KOBWBParserMessenger() = default;
+    ~KOBWBParserMessenger();
+    KOBWBParserMessenger(const KOBWBParserMessenger&) = delete;
+    KOBWBParserMessenger& operator=(const KOBWBParserMessenger&) = delete;
+
+    // Records one error and writes "ExprParser : <message> in <location>" and an
+    // empty line to standard error (only the empty line without a location).
+    // Returns 0.
+    long ReportError(const KOBWBLocation* location, const KOBLVRString& message);
+    int GetErrorNumber() const { return m_nbOfErrors; }
+    // Code and location of the i-th error, from 0 in report order; fails outside.
+    long GetError(int i, int& code, KOBWBLocation& location) const;
+    // Empties both outputs (deleting the locations the list holds), then fills
+    // them with the code and a new copy of the location of every error. Returns 0.
+    long GetErrors(KOBLVRIntArray& codes, KOBLVRListPKOBWBLocation& locations) const;
+    // The messages of the errors reported with a location, one a line.
+    KOBLVRString GetString() const { return m_text; }
+
+    // The code of a message: 1 to 7 for the syntax errors the table names, 21 to
+    // 25 and 100 for the semantic ones, -1 for any other.
+    static int GetErrorCode(const char* message);
+
+private:
+    KOBLVRListPKOBWBLocation m_locations;
+    KOBLVRIntArray m_codes;
+    int m_nbOfErrors = 0;
+    KOBLVRString m_text;
+};
+
+#endif

@@ -1,0 +1,66 @@
+#include "ModelTestSupport.h"
+
+TEST(KOBWBParserMessenger, CodesMessagesByTheirExactText) {
+    const std::pair<const char*, int> table[] = {
+        {"syntax error, unexpected end of input", 1},
+        {"syntax error, unexpected identifier", 2},
+        {"syntax error, unexpected integer", 3},
+        {"syntax error, unexpected real", 4},
+        {"syntax error, unexpected left bracket", 5},
+        {"syntax error, unexpected integer, expecting left bracket", 6},
+        {"syntax error, unexpected semi-colon", 7},
+        {"syntax error, unexpected semi-colon, expecting right bracket", 7},
+        {"semantic error, unknown variable name", 21},
+        {"semantic error, unknown unit", 22},
+        {"semantic error, inconsistent unit", 23},
+        {"semantic error, invalid operation with unit", 24},
+        {"semantic error, ambiguous Pi", 25},
+        {"internal error, unit computation not available", 100},
+        {"syntax error, unexpected identifier, expecting left bracket", -1},
+        {"syntax error, unexpected semi-colon ", -1},
+        {"memory exhausted", -1},
+        {"", -1},
+    };
+    for (const auto& entry : table)
+        EXPECT_EQ(KOBWBParserMessenger::GetErrorCode(entry.first), entry.second) << entry.first;
+    EXPECT_EQ(KOBWBParserMessenger::GetErrorCode(nullptr), -1);
+}
+
+TEST(KOBWBParserMessenger, KeepsEveryErrorWithItsLocation) {
+    KOBWBParserMessenger messenger;
+    const KOBWBLocation first(2, 3, 2, 7);
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(messenger.ReportError(&first, "semantic error, unknown unit"), 0);
+    EXPECT_EQ(messenger.ReportError(nullptr, "lost somewhere"), 0);
+    EXPECT_EQ(messenger.ReportError(&first, "syntax error, unexpected real"), 0);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "ExprParser : semantic error, unknown unit in (2,3,2,7)\n\n"
+              "\n"
+              "ExprParser : syntax error, unexpected real in (2,3,2,7)\n\n");
+    EXPECT_EQ(messenger.GetErrorNumber(), 3);
+    EXPECT_EQ(std::string(messenger.GetString().str()),
+              "semantic error, unknown unit\nsyntax error, unexpected real\n");
+    int code = 0;
+    KOBWBLocation location;
+    EXPECT_EQ(messenger.GetError(0, code, location), 0);
+    EXPECT_EQ(code, 22);
+    EXPECT_TRUE(location.Compare(first));
+    EXPECT_EQ(messenger.GetError(1, code, location), 0);
+    EXPECT_EQ(code, -1);
+    EXPECT_TRUE(location.Compare(KOBWBLocation()));
+    EXPECT_EQ(messenger.GetError(3, code, location), KOBWBModelFailure);
+    EXPECT_EQ(messenger.GetError(-1, code, location), KOBWBModelFailure);
+
+    // GetErrors replaces what the outputs held, and the copies are the caller's.
+    KOBLVRIntArray codes;
+    codes.Append(99);
+    KOBLVRListPKOBWBLocation locations;
+    locations.Append(new KOBWBLocation(9, 9, 9, 9));
+    EXPECT_EQ(messenger.GetErrors(codes, locations), 0);
+    ASSERT_EQ(codes.Size(), 3);
+    ASSERT_EQ(locations.Size(), 3);
+    EXPECT_EQ(codes[0], 22);
+    EXPECT_EQ(codes[2], 4);
+    EXPECT_TRUE(locations[2]->Compare(first));
+    locations.DeleteAll();
+}
