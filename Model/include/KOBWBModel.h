@@ -1,7 +1,9 @@
 #ifndef KOBWBModel_h
 #define KOBWBModel_h
 
+#include "KOBLVRIntArray.h"
 #include "KOBWBComparisonType.h"
+#include "KOBWBDataLists.h"
 #include "KOBWBEquationType.h"
 #include "KOBWBExpressionType.h"
 #include "KOBWBLocation.h"
@@ -13,6 +15,7 @@
 
 class KOBWBConstNode;
 class KOBWBEqNode;
+class KOBWBFactory;
 class KOBWBNode;
 class KOBWBNodeStore;
 class KOBWBOpNode;
@@ -95,6 +98,19 @@ public:
     int GetVariables(KOBLVRListPKOBWBVarNode& occurrences) const;
     // Appends every declared black box.
     void GetBlackBoxes(KOBLVRListPKOBWBBlackBox& blackBoxes) const;
+
+    // Conversion into a factory. The first count entries of equationIds (every
+    // entry when count is negative or larger) name model equations; each is
+    // replaced by the id of the factory equation made from it, or -1 when the
+    // equation is missing or has a node without a factory counterpart (an
+    // unknown unit or function, a call of an unknown black box, a wrong number
+    // of arguments). Each distinct variable name becomes one factory variable of
+    // that name: the pairs already in variableNodes and factoryVariables (a name's
+    // first occurrence, its factory variable, at the same position) are reused,
+    // and every new pair is appended. Constants with units are converted into the
+    // factory's millimetres and radians. Returns the number of equations made.
+    long FillFactory(KOBWBFactory& factory, KOBLVRIntArray& equationIds, int count,
+                     KOBLVRListPKOBWBVarNode& variableNodes, KOBLVRListPKOBWBVariable& factoryVariables);
 
     // Unlinks and frees the equation and its terms, and nulls the pointer; their
     // memory goes back with the model's, nodes being built in blocks. Fails for

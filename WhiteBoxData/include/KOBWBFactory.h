@@ -89,6 +89,10 @@ public:
     KOBWBExpression* CreateMax(KOBWBExpression* a, KOBWBExpression* b);
     // a - b as a sum with a negated second term; b null gives a.
     KOBWBExpression* CreateSub(KOBWBExpression* a, KOBWBExpression* b);
+    // The negated term of CreateSub: a new constant for a constant, the sign
+    // folded into a leading constant factor or numerator, else the product of -1
+    // and b.
+    KOBWBExpression* CreateOpposite(KOBWBExpression* b);
     KOBWBExpression* CreateQuotient(KOBWBExpression* a, KOBWBExpression* b);
     KOBWBExpression* CreatePower(KOBWBExpression* a, KOBWBExpression* b);
     KOBWBExpression* CreatePower(KOBWBExpression* a, int n);

@@ -133,27 +133,38 @@ KOBWBExpression* KOBWBFactory::NegatedConstant(KOBWBExpression* constant) {
     return CreateConstant(KOBWBMul(m_environment, value, KOBWBValue(-1)));
 }
 
-KOBWBExpression* KOBWBFactory::CreateSub(KOBWBExpression* a, KOBWBExpression* b) {
-    if (!b) return a;
+namespace {
+
+// Whether the opposite of b folds the sign into a constant of its own.
+bool FoldsSign(KOBWBExpression* b) {
     const int count = b->GetNbOfChildren();
     KOBWBExpression* first = count > 0 ? b->GetChild(0) : nullptr;
     const bool constantFirst = first && first->GetType() == KOBWBConstantType;
-    const bool folds = b->GetType() == KOBWBConstantType ||
-                       (b->GetType() == KOBWBProductType && count > 1 && constantFirst) ||
-                       (b->GetType() == KOBWBQuotientType && constantFirst);
-    // The folding forms make nothing without a first term; the plain form below
-    // makes its -1 and product all the same.
-    if (folds && !a) return nullptr;
-    if (b->GetType() == KOBWBConstantType) return CreateSum(a, NegatedConstant(b));
-    if (b->GetType() == KOBWBProductType && count > 1 && constantFirst) {
-        std::vector<KOBWBExpression*> factors(static_cast<size_t>(count));
-        factors[0] = NegatedConstant(first);
-        for (int i = 1; i < count; ++i) factors[static_cast<size_t>(i)] = b->GetChild(i);
-        return CreateSum(a, CreateAlgebraicOperator(KOBWBProductType, count, factors.data()));
-    }
-    if (b->GetType() == KOBWBQuotientType && constantFirst)
-        return CreateSum(a, CreateQuotient(NegatedConstant(first), b->GetChild(1)));
-    return CreateSum(a, CreateProduct(CreateIntegerConstant(-1), b));
+    return b->GetType() == KOBWBConstantType || (b->GetType() == KOBWBProductType && count > 1 && constantFirst) ||
+           (b->GetType() == KOBWBQuotientType && constantFirst);
+}
+
+} // namespace
+
+KOBWBExpression* KOBWBFactory::CreateOpposite(KOBWBExpression* b) {
+    if (!b) return nullptr;
+    if (!FoldsSign(b)) return CreateProduct(CreateIntegerConstant(-1), b);
+    if (b->GetType() == KOBWBConstantType) return NegatedConstant(b);
+    KOBWBExpression* first = NegatedConstant(b->GetChild(0));
+    if (b->GetType() == KOBWBQuotientType) return CreateQuotient(first, b->GetChild(1));
+    const int count = b->GetNbOfChildren();
+    std::vector<KOBWBExpression*> factors(static_cast<size_t>(count));
+    factors[0] = first;
+    for (int i = 1; i < count; ++i) factors[static_cast<size_t>(i)] = b->GetChild(i);
+    return CreateAlgebraicOperator(KOBWBProductType, count, factors.data());
+}
+
+KOBWBExpression* KOBWBFactory::CreateSub(KOBWBExpression* a, KOBWBExpression* b) {
+    if (!b) return a;
+    // The folding forms make nothing without a first term; the plain form makes
+    // its -1 and product all the same.
+    if (!a && FoldsSign(b)) return nullptr;
+    return CreateSum(a, CreateOpposite(b));
 }
 
 KOBWBExpression* KOBWBFactory::CreateQuotient(KOBWBExpression* a, KOBWBExpression* b) {

@@ -1,0 +1,30 @@
+#include "KOBWBModel.h"
+
+#include "KOBWBEqNode.h"
+#include "KOBWBFactory.h"
+#include "KOBWBFactoryConversion.h"
+
+#include "KOBWBEquation.h"
+
+long KOBWBModel::FillFactory(KOBWBFactory& factory, KOBLVRIntArray& equationIds, int count,
+                             KOBLVRListPKOBWBVarNode& variableNodes,
+                             KOBLVRListPKOBWBVariable& factoryVariables) {
+    KOBWBFactoryConversion conversion(factory, variableNodes, factoryVariables);
+    const int last = count < 0 || count > equationIds.Size() ? equationIds.Size() : count;
+    long made = 0;
+    for (int i = 0; i < last; ++i) {
+        const KOBWBEqNode* equation = GetEquationById(equationIds[i]);
+        equationIds[i] = -1;
+        if (!equation) continue;
+        const bool amongAngles = KOBWBFactoryConversion::IsAmongAngles(*equation);
+        KOBWBExpression* left = conversion.ConvertTerm(equation->GetLeftTerm(), amongAngles);
+        KOBWBNode* rightTerm = equation->GetRightTerm();
+        KOBWBExpression* right = rightTerm ? conversion.ConvertTerm(rightTerm, amongAngles) : nullptr;
+        if (!left || (rightTerm && !right)) continue;
+        KOBWBEquation* converted = factory.AddEquation(left, equation->GetWBEqType(), right);
+        if (!converted) continue;
+        equationIds[i] = converted->GetId();
+        ++made;
+    }
+    return made;
+}
