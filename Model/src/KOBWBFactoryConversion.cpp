@@ -21,16 +21,10 @@ KOBWBFactoryConversion::KOBWBFactoryConversion(KOBWBFactory& factory,
                                                                        : factoryVariables.Size();
     for (int i = 0; i < known; ++i)
         if (variableNodes[i] && factoryVariables[i])
-            m_byName.emplace(variableNodes[i]->GetName().str(), factoryVariables[i]);
+            m_given.emplace(variableNodes[i]->GetName().str(), factoryVariables[i]);
 }
 
 namespace {
-
-std::vector<KOBWBNode*> Children(const KOBWBOpNode& op) {
-    std::vector<KOBWBNode*> children;
-    for (int i = 1; i <= op.GetNbOfChildren(); ++i) children.push_back(op.GetChild(i));
-    return children;
-}
 
 bool IsAngleUnit(const KOBWBNode& node) {
     return node.HasUnit() && KOBWBClassifyUnit(node.GetUnit().str()) == KOBWBUnitKind::Angle;
@@ -38,64 +32,79 @@ bool IsAngleUnit(const KOBWBNode& node) {
 
 } // namespace
 
-bool KOBWBFactoryConversion::IsAmongAngles(const KOBWBEqNode& equation) {
-    std::vector<KOBWBNode*> pending{equation.GetLeftTerm(), equation.GetRightTerm()};
-    while (!pending.empty()) {
-        KOBWBNode* node = pending.back();
-        pending.pop_back();
-        if (!node) continue;
-        if (IsAngleUnit(*node) || node->GetUnitType() == KOBWBUnitClassAngle) return true;
-        if (node->GetNodeType() == KOBWBOpNodeType) {
-            const std::vector<KOBWBNode*> children = Children(static_cast<KOBWBOpNode&>(*node));
-            pending.insert(pending.end(), children.begin(), children.end());
-        }
-    }
-    return false;
+void KOBWBFactoryConversion::BeginEquation(const KOBWBEqNode& equation) {
+    m_equation = &equation;
+    m_amongAngles = Angles::Unknown;
 }
 
-KOBWBExpression* KOBWBFactoryConversion::ConvertTerm(KOBWBNode* term, bool amongAngles) {
+bool KOBWBFactoryConversion::IsAmongAngles() {
+    if (m_amongAngles != Angles::Unknown) return m_amongAngles == Angles::Yes;
+    m_amongAngles = Angles::No;
+    m_pending.assign({m_equation->GetLeftTerm(), m_equation->GetRightTerm()});
+    while (!m_pending.empty()) {
+        KOBWBNode* node = m_pending.back();
+        m_pending.pop_back();
+        if (!node) continue;
+        if (IsAngleUnit(*node) || node->GetUnitType() == KOBWBUnitClassAngle) {
+            m_amongAngles = Angles::Yes;
+            break;
+        }
+        if (node->GetNodeType() != KOBWBOpNodeType) continue;
+        const auto* op = static_cast<KOBWBOpNode*>(node);
+        for (int i = 1; i <= op->GetNbOfChildren(); ++i) m_pending.push_back(op->GetChild(i));
+    }
+    return m_amongAngles == Angles::Yes;
+}
+
+KOBWBExpression* KOBWBFactoryConversion::ConvertTerm(KOBWBNode* term) {
     if (!term) return nullptr;
     // Post-order walk: a frame converts its node once the results of all its
     // children stand on the result stack above its base.
-    struct Frame {
-        KOBWBNode* node;
-        int nextChild;
-        size_t base;
-    };
-    std::vector<Frame> frames{{term, 1, 0}};
-    std::vector<KOBWBExpression*> results;
-    while (!frames.empty()) {
-        const size_t top = frames.size() - 1;
-        KOBWBNode* node = frames[top].node;
+    m_frames.assign({{term, 1, 0}});
+    m_results.clear();
+    while (!m_frames.empty()) {
+        Frame& frame = m_frames.back();
+        KOBWBNode* node = frame.node;
         if (node && node->GetNodeType() == KOBWBOpNodeType) {
             const auto* op = static_cast<KOBWBOpNode*>(node);
-            if (frames[top].nextChild <= op->GetNbOfChildren()) {
-                KOBWBNode* child = op->GetChild(frames[top].nextChild++);
-                frames.push_back({child, 1, results.size()});
+            if (frame.nextChild <= op->GetNbOfChildren()) {
+                KOBWBNode* child = op->GetChild(frame.nextChild++);
+                m_frames.push_back({child, 1, m_results.size()});
                 continue;
             }
         }
-        const size_t base = frames[top].base;
-        const int count = static_cast<int>(results.size() - base);
-        KOBWBExpression* built = node ? Build(node, results.data() + base, count, amongAngles) : nullptr;
-        results.resize(base);
-        results.push_back(built);
-        frames.pop_back();
+        const size_t base = frame.base;
+        const int count = static_cast<int>(m_results.size() - base);
+        const Converted built =
+            node ? Build(node, m_results.data() + base, count) : Converted{nullptr, false};
+        m_results.resize(base);
+        m_results.push_back(built);
+        m_frames.pop_back();
     }
-    return results.back();
+    return m_results.back().expression;
 }
 
 KOBWBExpression* KOBWBFactoryConversion::Variable(KOBWBNode* node) {
     auto* occurrence = static_cast<KOBWBVarNode*>(node);
-    const std::string name = occurrence->GetName().str();
-    const auto known = m_byName.find(name);
-    if (known != m_byName.end()) return known->second;
-    KOBWBVariable* variable = m_factory.CreateVariable();
-    if (!variable) return nullptr;
-    variable->SetName(occurrence->GetName());
-    m_byName.emplace(name, variable);
-    m_variableNodes.Append(occurrence);
-    m_factoryVariables.Append(variable);
+    const int index = occurrence->GetNameIndex();
+    if (index >= 0 && index < static_cast<int>(m_byNameIndex.size()) && m_byNameIndex[index])
+        return m_byNameIndex[index];
+    KOBWBVariable* variable = nullptr;
+    const auto given = m_given.empty() ? m_given.end() : m_given.find(occurrence->GetName().str());
+    if (given != m_given.end()) {
+        variable = given->second;
+    } else {
+        variable = m_factory.CreateVariable();
+        if (!variable) return nullptr;
+        variable->SetName(occurrence->GetName());
+        m_variableNodes.Append(occurrence);
+        m_factoryVariables.Append(variable);
+        if (index < 0) m_given.emplace(occurrence->GetName().str(), variable);
+    }
+    if (index >= 0) {
+        if (index >= static_cast<int>(m_byNameIndex.size())) m_byNameIndex.resize(static_cast<size_t>(index) + 1);
+        m_byNameIndex[index] = variable;
+    }
     return variable;
 }
 
@@ -118,58 +127,68 @@ KOBWBExpression* Comparison(KOBWBFactory& f, KOBWBComparisonType kind, KOBWBExpr
 // a + b, a - b and a * b, where a left operand built here as a sum (a product)
 // takes b as one more term (factor): a chain of n terms becomes one node of n
 // children instead of n - 1 nested nodes.
-KOBWBExpression* KOBWBFactoryConversion::Chain(KOBWBExpressionType type, KOBWBExpression** children,
-                                               int count) {
-    if (count != 2) return nullptr;
+KOBWBFactoryConversion::Converted KOBWBFactoryConversion::Chain(KOBWBExpressionType type,
+                                                                const Converted* children) {
     const bool product = type == KOBWBProductType;
-    KOBWBExpression* left = children[0];
-    KOBWBExpression* right = type == KOBWBMinusType ? m_factory.CreateOpposite(children[1]) : children[1];
-    if (!right) return nullptr;
-    const KOBWBExpressionType family = product ? KOBWBProductType : KOBWBSumType;
-    if (left->GetType() == family && m_chains.count(left)) {
+    KOBWBExpression* left = children[0].expression;
+    KOBWBExpression* right =
+        type == KOBWBMinusType ? m_factory.CreateOpposite(children[1].expression) : children[1].expression;
+    if (!right) return {nullptr, false};
+    if (children[0].chain && left->GetType() == (product ? KOBWBProductType : KOBWBSumType)) {
         left->AddChild(right);
-        return left;
+        return {left, true};
     }
-    KOBWBExpression* chain = product ? m_factory.CreateProduct(left, right) : m_factory.CreateSum(left, right);
-    if (chain) m_chains.insert(chain);
-    return chain;
+    return {product ? m_factory.CreateProduct(left, right) : m_factory.CreateSum(left, right), true};
 }
 
-KOBWBExpression* KOBWBFactoryConversion::Build(KOBWBNode* node, KOBWBExpression** children, int count,
-                                               bool amongAngles) {
-    for (int i = 0; i < count; ++i)
-        if (!children[i]) return nullptr;
+KOBWBFactoryConversion::Converted KOBWBFactoryConversion::Build(KOBWBNode* node, const Converted* children,
+                                                                int count) {
+    const Converted failed = {nullptr, false};
+    std::vector<KOBWBExpression*>& expressions = m_childExpressions;
+    expressions.clear();
+    for (int i = 0; i < count; ++i) {
+        if (!children[i].expression) return failed;
+        expressions.push_back(children[i].expression);
+    }
     KOBWBValue factor(1);
-    if (node->HasUnit() && !KOBWBGetUnitFactor(node->GetUnit().str(), amongAngles, factor)) return nullptr;
+    if (node->HasUnit()) {
+        const char* unit = node->GetUnit().str();
+        const bool amongAngles = KOBWBIsAmbiguousUnit(unit) && IsAmongAngles();
+        if (!KOBWBGetUnitFactor(unit, amongAngles, factor)) return failed;
+    }
+    Converted built = failed;
     switch (node->GetNodeType()) {
     case KOBWBConstNodeType: {
         const KOBWBValue value = static_cast<KOBWBConstNode*>(node)->GetValue();
-        if (!node->HasUnit()) return m_factory.CreateConstant(value);
-        return m_factory.CreateConstant(KOBWBMul(m_factory.GetEnvironment(), value, factor));
+        const KOBWBValue scaled = node->HasUnit() ? KOBWBMul(m_factory.GetEnvironment(), value, factor) : value;
+        return {m_factory.CreateConstant(scaled), false};
     }
-    case KOBWBVarNodeType:
-    case KOBWBOpNodeType: break;
-    default: return nullptr;
-    }
-    KOBWBExpression* built = nullptr;
-    if (node->GetNodeType() == KOBWBVarNodeType) {
-        built = Variable(node);
-    } else {
+    case KOBWBVarNodeType: built.expression = Variable(node); break;
+    case KOBWBOpNodeType: {
         auto* op = static_cast<KOBWBOpNode*>(node);
+        KOBWBExpression** arguments = expressions.data();
         switch (op->GetType()) {
-        case KOBWBOppositeType: built = count == 1 ? m_factory.CreateOpposite(children[0]) : nullptr; break;
+        case KOBWBOppositeType:
+            if (count == 1) built.expression = m_factory.CreateOpposite(arguments[0]);
+            break;
         case KOBWBSumType:
         case KOBWBMinusType:
-        case KOBWBProductType: built = Chain(op->GetType(), children, count); break;
+        case KOBWBProductType:
+            if (count == 2) built = Chain(op->GetType(), children);
+            break;
         case KOBWBLessEqualType:
-            built = count == 2 ? Comparison(m_factory, op->GetComparisonType(), children[0], children[1]) : nullptr;
+            if (count == 2) built.expression = Comparison(m_factory, op->GetComparisonType(), arguments[0], arguments[1]);
             break;
         case KOBWBBlackBoxType:
-            built = op->GetBlackBox() ? m_factory.DeclareBlackBox(op->GetBlackBox(), count, children, 0) : nullptr;
+            if (op->GetBlackBox()) built.expression = m_factory.DeclareBlackBox(op->GetBlackBox(), count, arguments, 0);
             break;
-        default: built = m_factory.CreateOperator(op->GetType(), count, children); break;
+        default: built.expression = m_factory.CreateOperator(op->GetType(), count, arguments); break;
         }
+        break;
     }
-    if (!built || !node->HasUnit() || factor.IsEqualTo(m_factory.GetEnvironment(), KOBWBValue(1))) return built;
-    return m_factory.CreateProduct(built, m_factory.CreateConstant(factor));
+    default: return failed;
+    }
+    if (!built.expression || !node->HasUnit() || factor.IsEqualTo(m_factory.GetEnvironment(), KOBWBValue(1)))
+        return built;
+    return {m_factory.CreateProduct(built.expression, m_factory.CreateConstant(factor)), false};
 }

@@ -7,7 +7,6 @@
 
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 class KOBWBEqNode;
@@ -24,26 +23,49 @@ public:
     KOBWBFactoryConversion(KOBWBFactory& factory, KOBLVRListPKOBWBVarNode& variableNodes,
                            KOBLVRListPKOBWBVariable& factoryVariables);
 
-    // The root of the factory equation of the model equation; null when a node
+    // Starts the terms of an equation.
+    void BeginEquation(const KOBWBEqNode& equation);
+    // The factory expression of a term of the current equation; null when a node
     // has no factory counterpart (an unknown unit or function, a call of an
     // unknown black box, a wrong number of arguments).
-    KOBWBExpression* ConvertTerm(KOBWBNode* term, bool amongAngles);
-    // Whether the ambiguous units of the equation ("'" and '"') are read as
-    // minutes and seconds of arc: the equation involves an angle.
-    static bool IsAmongAngles(const KOBWBEqNode& equation);
+    KOBWBExpression* ConvertTerm(KOBWBNode* term);
 
 private:
-    KOBWBExpression* Build(KOBWBNode* node, KOBWBExpression** children, int count, bool amongAngles);
+    // A converted node; chain tells that it is a sum or product built here from
+    // operators of the text, which no other node shares yet.
+    struct Converted {
+        KOBWBExpression* expression;
+        bool chain;
+    };
+    // A node waiting for its children: their results stand on the result stack
+    // from base on.
+    struct Frame {
+        KOBWBNode* node;
+        int nextChild;
+        size_t base;
+    };
+
+    Converted Build(KOBWBNode* node, const Converted* children, int count);
+    // Whether the ambiguous units of the current equation ("'" and '"') are
+    // minutes and seconds of arc: the equation involves an angle. Decided when
+    // first asked.
+    bool IsAmongAngles();
     KOBWBExpression* Variable(KOBWBNode* node);
-    KOBWBExpression* Chain(KOBWBExpressionType type, KOBWBExpression** children, int count);
+    Converted Chain(KOBWBExpressionType type, const Converted* children);
 
     KOBWBFactory& m_factory;
     KOBLVRListPKOBWBVarNode& m_variableNodes;
     KOBLVRListPKOBWBVariable& m_factoryVariables;
-    std::unordered_map<std::string, KOBWBVariable*> m_byName;
-    // Sums and products built here from operators of the text, which no other
-    // node shares yet.
-    std::unordered_set<KOBWBExpression*> m_chains;
+    // The variables given by the caller, by name.
+    std::unordered_map<std::string, KOBWBVariable*> m_given;
+    // The factory variable of each name index of the model.
+    std::vector<KOBWBVariable*> m_byNameIndex;
+    std::vector<Frame> m_frames;
+    std::vector<Converted> m_results;
+    std::vector<KOBWBNode*> m_pending;
+    std::vector<KOBWBExpression*> m_childExpressions;
+    const KOBWBEqNode* m_equation = nullptr;
+    enum class Angles { Unknown, Yes, No } m_amongAngles = Angles::Unknown;
 };
 
 #endif

@@ -16,10 +16,10 @@ long KOBWBModel::FillFactory(KOBWBFactory& factory, KOBLVRIntArray& equationIds,
         const KOBWBEqNode* equation = GetEquationById(equationIds[i]);
         equationIds[i] = -1;
         if (!equation) continue;
-        const bool amongAngles = KOBWBFactoryConversion::IsAmongAngles(*equation);
-        KOBWBExpression* left = conversion.ConvertTerm(equation->GetLeftTerm(), amongAngles);
+        conversion.BeginEquation(*equation);
+        KOBWBExpression* left = conversion.ConvertTerm(equation->GetLeftTerm());
         KOBWBNode* rightTerm = equation->GetRightTerm();
-        KOBWBExpression* right = rightTerm ? conversion.ConvertTerm(rightTerm, amongAngles) : nullptr;
+        KOBWBExpression* right = rightTerm ? conversion.ConvertTerm(rightTerm) : nullptr;
         if (!left || (rightTerm && !right)) continue;
         KOBWBEquation* converted = factory.AddEquation(left, equation->GetWBEqType(), right);
         if (!converted) continue;

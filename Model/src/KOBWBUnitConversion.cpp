@@ -41,6 +41,10 @@ const UnitFactor* Find(const char* unit, bool amongAngles) {
 
 } // namespace
 
+bool KOBWBIsAmbiguousUnit(const char* unit) {
+    return unit && (std::strcmp(unit, "'") == 0 || std::strcmp(unit, "\"") == 0);
+}
+
 bool KOBWBGetUnitFactor(const char* unit, bool amongAngles, KOBWBValue& factor) {
     const UnitFactor* entry = unit ? Find(unit, amongAngles) : nullptr;
     if (!entry) return false;

@@ -10,5 +10,7 @@
 // angles; the degree sign is always the degree.
 // False for a text that is not a unit.
 bool KOBWBGetUnitFactor(const char* unit, bool amongAngles, KOBWBValue& factor);
+// True for the apostrophe and the double quote, which are lengths or angles.
+bool KOBWBIsAmbiguousUnit(const char* unit);
 
 #endif
