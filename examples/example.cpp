@@ -1,9 +1,14 @@
 // Builds a small equation system through the factory, gives its variables interval
-// domains, and prints what evaluation says about each equation.
+// domains, and prints what evaluation says about each equation. Then reads a
+// sketch written in the model language (examples/sketch.wbm, or the file named on
+// the command line), reports errors and homogeneity, converts it into a factory
+// and evaluates every equation over the domains below.
 
 #include "KOBWBx.h"
 
 #include <cstdio>
+#include <cstring>
+#include <string>
 
 namespace {
 
@@ -29,9 +34,87 @@ const char* CanHold(const KOBWBEnvironment& environment, KOBWBEquation& equation
     return possible ? "yes" : "no";
 }
 
+// The domain given to a variable of the sketch, in millimetres and radians.
+KOBWBRealInterval SketchDomain(const char* name) {
+    struct Domain {
+        const char* name;
+        double lower;
+        double upper;
+    };
+    static const Domain domains[] = {
+        {"x1", -1, 1},    {"y1", -1, 1},    {"x2", 78, 82},     {"y2", -1, 1},
+        {"x3", 100, 110}, {"y3", 40, 45},   {"width", 79, 81},  {"side", 49, 51},
+        {"angle", 1.0, 1.1},
+    };
+    for (const Domain& domain : domains)
+        if (std::strcmp(domain.name, name) == 0) return KOBWBCreateRealInterval(domain.lower, domain.upper);
+    return KOBWBCreateRealInterval(-1000, 1000);
+}
+
+// The bundled sketch: next to the installed program, or in the source tree.
+std::string DefaultModelPath(const char* program) {
+    std::string folder = program;
+    const size_t slash = folder.rfind('/');
+    folder = slash == std::string::npos ? "." : folder.substr(0, slash);
+    for (const char* candidate : {"/../share/KOBWBx/examples/sketch.wbm", "/sketch.wbm"}) {
+        const std::string path = folder + candidate;
+        if (FILE* file = std::fopen(path.c_str(), "r")) {
+            std::fclose(file);
+            return path;
+        }
+    }
+    return KOBWBX_EXAMPLE_MODEL;
+}
+
+int ReadSketch(const std::string& path) {
+    std::printf("\nModel %s\n", path.c_str());
+    FILE* file = std::fopen(path.c_str(), "r");
+    if (!file) {
+        std::printf("  cannot open the file\n");
+        return 1;
+    }
+    KOBWBModel model;
+    KOBLVRIntArray ids;
+    KOBWBParserMessenger messenger;
+    const int errors = KOBWBParser::Parse(file, model, ids, messenger, nullptr);
+    std::fclose(file);
+    std::printf("  %d equations, %d errors\n", model.GetNbOfEquations(), errors);
+    for (int i = 0; i < errors; ++i) {
+        int code = 0;
+        KOBWBLocation location;
+        messenger.GetError(i, code, location);
+        std::printf("  error %d at %s\n", code, location.Write().str());
+    }
+
+    KOBWBFactory factory;
+    KOBLVRIntArray converted = ids;
+    KOBLVRListPKOBWBVarNode names;
+    KOBLVRListPKOBWBVariable variables;
+    model.FillFactory(factory, converted, -1, names, variables);
+    for (int i = 0; i < variables.Size(); ++i)
+        variables[i]->SetExprValue(KOBWBValue(SketchDomain(variables[i]->GetName().str())));
+
+    for (int i = 0; i < ids.Size(); ++i) {
+        KOBWBEqNode* node = model.GetEquationById(ids[i]);
+        const long homogeneity = KOBWBModelHomogeneity::CheckHomogeneity(*node);
+        std::printf("  line %d: %s", node->GetLocation().GetFirstLine(),
+                    homogeneity == 0 ? "homogeneous" : "homogeneity not established");
+        KOBWBEquation* equation = factory.GetEquationById(converted[i]);
+        if (!equation) {
+            std::printf(", not converted\n");
+            continue;
+        }
+        const KOBWBRealInterval root = equation->GetRoot()->GetValue().GetAsRealInterval();
+        std::printf(", root %s 0 over [%g, %g], can hold: %s\n",
+                    KOBWBGetEquationTypeText(equation->GetType()), root.lower, root.upper,
+                    CanHold(factory.GetEnvironment(), *equation));
+    }
+    return errors == 0 ? 0 : 1;
+}
+
 } // namespace
 
-int main() {
+int main(int argc, char** argv) {
     KOBWBFactory factory;
     KOBWBEnvironment& environment = factory.GetEnvironment();
 
@@ -81,5 +164,6 @@ int main() {
     PrintValue("sqrt(dx^2 + dy^2) - d", constraint->GetRoot()->GetValue());
     std::printf("  can hold: %s\n", CanHold(environment, *constraint));
     std::printf("\nEvaluation error flags: %u\n", environment.GetError());
-    return 0;
+
+    return ReadSketch(argc > 1 ? argv[1] : DefaultModelPath(argv[0]));
 }
