@@ -22,8 +22,22 @@ void KOBWBAlgebraicOperator::DoEval(KOBWBValue& result) {
     const int count = m_children.Size();
     if (info.family != kobwb::OperatorFamily::Algebraic || count == 0 || !m_children[0]) return;
     const KOBWBEnvironment& environment = GetEnvironment();
-    result = m_children[0]->GetValue();
-    for (int i = 1; i < count; ++i) {
+    // While the function's interval form applies, the fold runs on intervals kept in
+    // the buffer; the first step that it does not cover goes on with whole values.
+    const KOBWBValue* folded = &m_children[0]->GetValue();
+    int i = 1;
+    if (info.binaryInterval) {
+        KOBWBRealInterval image;
+        for (; i < count; ++i) {
+            KOBWBExpression* child = m_children[i];
+            if (!child) continue;
+            if (!info.binaryInterval(environment, *folded, child->GetValue(), image)) break;
+            StoreInterval(result, image);
+            folded = &result;
+        }
+    }
+    if (folded != &result) result = *folded;
+    for (; i < count; ++i) {
         KOBWBExpression* child = m_children[i];
         if (child) result = info.binary(environment, result, child->GetValue());
     }

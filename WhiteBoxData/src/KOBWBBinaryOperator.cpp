@@ -11,5 +11,12 @@ void KOBWBBinaryOperator::DoEval(KOBWBValue& result) {
     KOBWBExpression* left = m_children[0];
     KOBWBExpression* right = m_children[1];
     if (info.family != kobwb::OperatorFamily::Binary || !left || !right) return;
-    result = info.binary(GetEnvironment(), left->GetValue(), right->GetValue());
+    const KOBWBEnvironment& environment = GetEnvironment();
+    const KOBWBValue& a = left->GetValue();
+    const KOBWBValue& b = right->GetValue();
+    KOBWBRealInterval image;
+    if (info.binaryInterval && info.binaryInterval(environment, a, b, image))
+        StoreInterval(result, image);
+    else
+        result = info.binary(environment, a, b);
 }

@@ -29,6 +29,13 @@ constexpr int naryArity = -1;
 
 typedef KOBWBValue (*UnaryFunction)(const KOBWBEnvironment&, const KOBWBValue&);
 typedef KOBWBValue (*BinaryFunction)(const KOBWBEnvironment&, const KOBWBValue&, const KOBWBValue&);
+// The interval form of a value function: when the function gives a RealInterval that
+// is its real interval form applied to the operands, the form stores that interval and
+// answers true, so that a node can keep it in its buffer without building a value;
+// otherwise it answers false and does nothing.
+typedef bool (*UnaryIntervalForm)(const KOBWBEnvironment&, const KOBWBValue&, KOBWBRealInterval&);
+typedef bool (*BinaryIntervalForm)(const KOBWBEnvironment&, const KOBWBValue&, const KOBWBValue&,
+                                   KOBWBRealInterval&);
 
 struct OperatorInfo {
     KOBWBExpressionType code;
@@ -37,6 +44,9 @@ struct OperatorInfo {
     const char* name;
     UnaryFunction unary;
     BinaryFunction binary;
+    // Null for the functions that have none.
+    UnaryIntervalForm unaryInterval;
+    BinaryIntervalForm binaryInterval;
 };
 
 // The row of a code; a row of family None for codes no node may carry.

@@ -35,6 +35,11 @@ void KOBWBUnaryOperator::DoEval(KOBWBValue& result) {
         return;
     }
     const kobwb::OperatorInfo& info = kobwb::GetOperatorInfo(GetType());
-    if (info.family == kobwb::OperatorFamily::Unary && info.unary)
-        result = info.unary(GetEnvironment(), child->GetValue());
+    if (info.family != kobwb::OperatorFamily::Unary || !info.unary) return;
+    const KOBWBValue& x = child->GetValue();
+    KOBWBRealInterval image;
+    if (info.unaryInterval && info.unaryInterval(GetEnvironment(), x, image))
+        StoreInterval(result, image);
+    else
+        result = info.unary(GetEnvironment(), x);
 }

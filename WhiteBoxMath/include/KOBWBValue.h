@@ -40,7 +40,13 @@ public:
     void Set(double x);
     void Set(KOBWBBoolean b);
     void Set(const KOBWBIntegerInterval& interval);
-    void Set(const KOBWBRealInterval& interval);
+    void Set(const KOBWBRealInterval& interval) {
+        if (m_type == KOBWBUndefinedValue || m_type == KOBWBRealIntervalValue ||
+            m_type == KOBWBFractionValue) {
+            m_type = KOBWBRealIntervalValue;
+            m_payload.real = interval;
+        }
+    }
     void Set(const KOBWBIntegerEnum& domain);
     void Set(const KOBWBRealEnum& domain);
     void Set(const KOBWBFraction& fraction);

@@ -13,7 +13,9 @@ Domain DomainOf(int code, int n) {
     switch (code) {
     case domainPower:
         if (n > 1) {
-            const double radius = std::pow(max, 1.0 / n);
+            // Squares are the common case; their radius is computed once.
+            static const double squareRadius = std::pow(max, 1.0 / 2);
+            const double radius = n == 2 ? squareRadius : std::pow(max, 1.0 / n);
             return {{-radius, radius}, 0.0};
         }
         if (n < 0) return {whole, std::pow(KOBWBMinReal, 1.0 / -static_cast<double>(n))};

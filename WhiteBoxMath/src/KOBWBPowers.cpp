@@ -119,6 +119,17 @@ bool IsIntegralExponent(const KOBWBValue& y, int& n) {
 
 } // namespace
 
+bool kobwb::PowOnRealIntervals(const KOBWBEnvironment& environment, const KOBWBValue& x,
+                               const KOBWBValue& y, KOBWBRealInterval& image) {
+    int n = 0;
+    if (!IsIntegralExponent(y, n))
+        return BinaryOnRealIntervals(environment, Binary::Pow, x, y, nullptr, image);
+    UnaryArguments arguments;
+    arguments.index = n;
+    return UnaryOnRealInterval(environment, n >= 0 ? Unary::Power : Unary::RealPower, x, arguments,
+                               image);
+}
+
 KOBWBValue KOBWBPow(const KOBWBEnvironment& environment, const KOBWBValue& x, const KOBWBValue& y) {
     int n = 0;
     if (IsIntegralExponent(y, n)) return KOBWBPow(environment, x, n);

@@ -101,14 +101,6 @@ void KOBWBValue::Set(const KOBWBIntegerInterval& interval) {
     }
 }
 
-void KOBWBValue::Set(const KOBWBRealInterval& interval) {
-    if (m_type == KOBWBUndefinedValue || m_type == KOBWBRealIntervalValue ||
-        m_type == KOBWBFractionValue) {
-        m_type = KOBWBRealIntervalValue;
-        m_payload.real = interval;
-    }
-}
-
 void KOBWBValue::Set(const KOBWBIntegerEnum& domain) {
     if (m_type == KOBWBUndefinedValue || m_type == KOBWBIntegerEnumValue ||
         m_type == KOBWBFractionValue) {

@@ -253,8 +253,53 @@ KOBWBValue BinaryOnAnyKinds(const KOBWBEnvironment& environment, const BinaryOpe
 
 } // namespace
 
+namespace {
+
+// A single Integer or Real, read as the real interval the generic dispatch gives it;
+// other kinds are not read. Fractions are left to the generic dispatch.
+bool ReadSingle(const KOBWBValue& v, KOBWBRealInterval& interval) {
+    if (v.IsAFraction()) return false;
+    const KOBWBValueType type = v.GetType();
+    if (type != KOBWBRealValue && type != KOBWBIntegerValue) return false;
+    interval = v.GetAsRealInterval();
+    return true;
+}
+
+} // namespace
+
+// A RealInterval is neither an exact number nor of an integer kind nor an
+// enumeration, so with one of them and a single number or a RealInterval the
+// generic dispatch applies the real form to both operands read as intervals.
+bool BinaryOnRealIntervals(const KOBWBEnvironment& environment, Binary code, const KOBWBValue& a,
+                           const KOBWBValue& b, const KOBWBRealInterval* hint,
+                           KOBWBRealInterval& image) {
+    const KOBWBRealInterval* realA = a.GetRealIntervalPayload();
+    const KOBWBRealInterval* realB = b.GetRealIntervalPayload();
+    KOBWBRealInterval single;
+    if (realA && realB) {
+    } else if (realA && ReadSingle(b, single)) {
+        realB = &single;
+    } else if (realB && ReadSingle(a, single)) {
+        realA = &single;
+    } else {
+        return false;
+    }
+    image = OperationOf(code).real(environment, *realA, *realB, hint);
+    return true;
+}
+
+bool UnaryOnRealInterval(const KOBWBEnvironment& environment, Unary code, const KOBWBValue& x,
+                         const UnaryArguments& arguments, KOBWBRealInterval& image) {
+    const KOBWBRealInterval* real = x.GetRealIntervalPayload();
+    if (!real) return false;
+    image = OperationOf(code).real(environment, *real, arguments);
+    return true;
+}
+
 KOBWBValue ApplyUnary(const KOBWBEnvironment& environment, Unary code, const KOBWBValue& x,
                       const UnaryArguments& arguments) {
+    KOBWBRealInterval image;
+    if (UnaryOnRealInterval(environment, code, x, arguments, image)) return KOBWBValue(image);
     const UnaryOperation& op = OperationOf(code);
     const KOBWBValueType type = x.GetType();
     const Shape shape = ShapeOf(type);
@@ -265,14 +310,12 @@ KOBWBValue ApplyUnary(const KOBWBEnvironment& environment, Unary code, const KOB
     return UnaryOnReals(environment, op, x, shape, arguments);
 }
 
-// Two real intervals, the commonest case of evaluation, skip the dispatch.
+// Real intervals, the commonest case of evaluation, skip the dispatch.
 KOBWBValue ApplyBinary(const KOBWBEnvironment& environment, Binary code, const KOBWBValue& a,
                        const KOBWBValue& b, const KOBWBRealInterval* hint) {
-    const BinaryOperation& op = OperationOf(code);
-    const KOBWBRealInterval* realA = a.GetRealIntervalPayload();
-    const KOBWBRealInterval* realB = b.GetRealIntervalPayload();
-    if (realA && realB) return KOBWBValue(op.real(environment, *realA, *realB, hint));
-    return BinaryOnAnyKinds(environment, op, a, b, hint);
+    KOBWBRealInterval image;
+    if (BinaryOnRealIntervals(environment, code, a, b, hint, image)) return KOBWBValue(image);
+    return BinaryOnAnyKinds(environment, OperationOf(code), a, b, hint);
 }
 
 KOBWBValue ApplyComparison(const KOBWBEnvironment& environment, Comparison code,

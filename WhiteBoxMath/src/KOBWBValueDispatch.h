@@ -31,6 +31,25 @@ KOBWBValue ApplyBinary(const KOBWBEnvironment& environment, Binary code, const K
 KOBWBValue ApplyComparison(const KOBWBEnvironment& environment, Comparison code,
                            const KOBWBValue& a, const KOBWBValue& b);
 
+// The interval forms of the dispatch, for callers that keep their results in place:
+// when the value level would apply the function's real interval form to the operands
+// read as real intervals and give that interval as a RealInterval value, they store
+// the interval in image and answer true; otherwise they answer false and do nothing.
+// A binary function takes this way when one operand is a RealInterval and the other a
+// RealInterval or a single Integer or Real; a unary function when its operand is a
+// RealInterval. ApplyBinary and ApplyUnary go through them first, so both ways give
+// the same interval and the same error bits.
+bool BinaryOnRealIntervals(const KOBWBEnvironment& environment, Binary code, const KOBWBValue& a,
+                           const KOBWBValue& b, const KOBWBRealInterval* hint,
+                           KOBWBRealInterval& image);
+bool UnaryOnRealInterval(const KOBWBEnvironment& environment, Unary code, const KOBWBValue& x,
+                         const UnaryArguments& arguments, KOBWBRealInterval& image);
+
+// The interval forms of value functions that do more than one dispatch, with the
+// same contract; each gives what the function of the same name gives.
+bool PowOnRealIntervals(const KOBWBEnvironment& environment, const KOBWBValue& x,
+                        const KOBWBValue& y, KOBWBRealInterval& image);
+
 // A branch hint given as a value: its real interval, kept in storage, or null (no hint)
 // for a null, Undefined or Boolean value.
 const KOBWBRealInterval* HintOf(const KOBWBValue* hint, KOBWBRealInterval& storage);

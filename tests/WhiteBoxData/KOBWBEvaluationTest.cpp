@@ -6,7 +6,15 @@
 #include "KOBWBLimits.h"
 #include "KOBWBVariable.h"
 
+#include "KOBWBArithmetic.h"
+#include "KOBWBExponentials.h"
+#include "KOBWBPowers.h"
+#include "KOBWBTrigonometry.h"
+
 #include <gtest/gtest.h>
+
+#include <functional>
+#include <vector>
 
 namespace {
 
@@ -127,4 +135,63 @@ TEST(KOBWBEvaluation, ConditionsAndBooleans) {
     EXPECT_EQ(factory.CreateAnd(factory.CreateLess(x, two), factory.CreateEqual(one, one))->GetValue().GetAsBoolean(),
               KOBWBTrue);
     EXPECT_EQ(factory.CreateNotEqual(one, two)->GetValue().GetAsBoolean(), KOBWBTrue);
+}
+
+// Nodes keep interval results in their buffers without building values; whatever
+// the kinds of the operands, a node must give what its value function gives, kind,
+// bounds and error bits alike, also when its buffer held another kind before.
+TEST(KOBWBEvaluation, NodesGiveWhatTheValueFunctionsGive) {
+    KOBWBFactory factory;
+    KOBWBEnvironment& environment = factory.GetEnvironment();
+    KOBWBVariable* a = factory.CreateVariable();
+    KOBWBVariable* b = factory.CreateVariable();
+    KOBWBVariable* c = factory.CreateVariable();
+    using Function = std::function<KOBWBValue(const KOBWBValue&, const KOBWBValue&, const KOBWBValue&)>;
+    struct Case {
+        const char* name;
+        KOBWBExpression* node;
+        Function function;
+    };
+    const std::vector<Case> cases = {
+        {"sum", factory.CreateSum(a, b), [&](auto& x, auto& y, auto&) { return KOBWBSum(environment, x, y); }},
+        {"product of three", factory.CreateProduct(3, std::vector<KOBWBExpression*>{a, b, c}.data()),
+         [&](auto& x, auto& y, auto& z) { return KOBWBMul(environment, KOBWBMul(environment, x, y), z); }},
+        {"quotient", factory.CreateQuotient(a, b), [&](auto& x, auto& y, auto&) { return KOBWBDiv(environment, x, y); }},
+        {"power", factory.CreatePower(a, b), [&](auto& x, auto& y, auto&) { return KOBWBPow(environment, x, y); }},
+        {"atan2", factory.CreateAtan2(a, b),
+         [&](auto& x, auto& y, auto&) { return KOBWBAtan2(environment, x, y, nullptr); }},
+        {"sqrt", factory.CreateSqrt(a), [&](auto& x, auto&, auto&) { return KOBWBSqrt(environment, x); }},
+        {"sin", factory.CreateSin(a), [&](auto& x, auto&, auto&) { return KOBWBSin(environment, x); }},
+    };
+    const std::vector<KOBWBValue> operands = {
+        KOBWBValue(KOBWBRealInterval{-2, 3}),  KOBWBValue(KOBWBRealInterval{0.5, 4}),
+        KOBWBValue(KOBWBRealInterval{3, 1}),   KOBWBValue(2),
+        KOBWBValue(-1),                        KOBWBValue(-0.5),
+        KOBWBValue(KOBWBSingleReal_Any),       KOBWBValue(KOBWBSingleInteger_Nil),
+        KOBWBValue(KOBWBIntegerInterval{1, 3}), KOBWBValue(KOBWBCreateFraction(1, 3, 0, 0)),
+    };
+    for (const KOBWBValue& x : operands) {
+        for (const KOBWBValue& y : operands) {
+            const KOBWBValue& z = operands[0];
+            a->SetExprValue(x);
+            b->SetExprValue(y);
+            c->SetExprValue(z);
+            for (const Case& test : cases) {
+                environment.ClearError();
+                const KOBWBValue expected = test.function(x, y, z);
+                const unsigned expectedError = environment.GetError();
+                environment.ClearError();
+                factory.ResetBuffer(nullptr);
+                const KOBWBValue& actual = test.node->GetValue();
+                SCOPED_TRACE(testing::Message() << test.name << " of kinds " << x.GetType() << ", " << y.GetType());
+                EXPECT_EQ(actual.GetType(), expected.GetType());
+                EXPECT_EQ(actual.IsAFraction(), expected.IsAFraction());
+                EXPECT_EQ(environment.GetError(), expectedError);
+                const KOBWBRealInterval got = actual.GetAsRealInterval();
+                const KOBWBRealInterval want = expected.GetAsRealInterval();
+                EXPECT_EQ(got.lower, want.lower);
+                EXPECT_EQ(got.upper, want.upper);
+            }
+        }
+    }
 }
