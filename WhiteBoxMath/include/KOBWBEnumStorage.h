@@ -14,6 +14,8 @@
 namespace kobwb {
 
 constexpr int enumInitialCapacity = 50;
+// The capacity shares a word with the representation: up to 2^27 - 1 elements.
+constexpr int enumMaxCapacity = (1 << 27) - 1;
 
 // The representation a domain constructed without elements takes: an empty list is
 // nil and an interval without bounds is any.
@@ -27,11 +29,13 @@ template <class T>
 struct EnumStorage {
     T* elements = nullptr;
     int count = 0;
-    int capacity = enumInitialCapacity;
-    KOBWBEnumRepresentation representation = KOBWBEnumAny;
+    int capacity : 28;
+    KOBWBEnumRepresentation representation : 4;
 
-    EnumStorage() = default;
-    EnumStorage(const EnumStorage& other) { CopyFrom(other); }
+    EnumStorage() : capacity(enumInitialCapacity), representation(KOBWBEnumAny) {}
+    EnumStorage(const EnumStorage& other) : capacity(enumInitialCapacity), representation(KOBWBEnumAny) {
+        CopyFrom(other);
+    }
     EnumStorage(EnumStorage&& other) noexcept
         : elements(other.elements), count(other.count), capacity(other.capacity),
           representation(other.representation) {
@@ -50,7 +54,9 @@ struct EnumStorage {
     EnumStorage& operator=(EnumStorage&& other) noexcept {
         if (this != &other) {
             std::swap(elements, other.elements);
-            std::swap(capacity, other.capacity);
+            const int ownCapacity = capacity;
+            capacity = other.capacity;
+            other.capacity = ownCapacity;
             count = other.count;
             representation = other.representation;
             other.count = 0;
@@ -69,8 +75,9 @@ struct EnumStorage {
 
     bool Reserve(int wanted) {
         if (elements && wanted <= capacity) return true;
+        if (wanted > enumMaxCapacity) return false;
         int grown = capacity;
-        while (grown < wanted) grown *= 2;
+        while (grown < wanted) grown = grown > enumMaxCapacity / 2 ? enumMaxCapacity : grown * 2;
         T* data = static_cast<T*>(std::realloc(elements, sizeof(T) * static_cast<size_t>(grown)));
         if (!data) return false;
         elements = data;
