@@ -13,7 +13,7 @@ public:
     explicit KOBLVRListP(int capacity = 0) : m_list(capacity) {}
     KOBLVRListP(const KOBLVRListP& other) = default;
     KOBLVRListP& operator=(const KOBLVRListP& other) = default;
-    ~KOBLVRListP() = default;
+    virtual ~KOBLVRListP() = default;
 
     int Size() const { return m_list.Size(); }
     T* operator[](int i) const { return static_cast<T*>(m_list[i]); }

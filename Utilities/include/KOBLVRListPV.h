@@ -13,7 +13,7 @@ public:
 
     explicit KOBLVRListPV(int capacity = 0);
     KOBLVRListPV(const KOBLVRListPV& other);
-    ~KOBLVRListPV();
+    virtual ~KOBLVRListPV();
     KOBLVRListPV& operator=(const KOBLVRListPV& other);
 
     int Size() const { return m_count; }
