@@ -2,6 +2,7 @@
 #define KOBWBArithmetic_h
 
 #include "KOBWBInterval.h"
+#include "KOBWBIntervalKernels.h"
 #include "KOBWBValue.h"
 
 class KOBWBEnvironment;
@@ -25,25 +26,34 @@ class KOBWBEnvironment;
 // RealInterval value KOBWBReal_Nil. KOBWBSum, KOBWBSub, KOBWBMul and KOBWBDiv of two
 // exact numbers of which one is a fraction stay exact fractions while the result
 // fits in 32 bits, and otherwise fall back to real arithmetic without an error.
+//
+// The sum, difference and product of real intervals are defined inline, so that
+// they cost no more than the arithmetic itself.
 
-KOBWBX_API KOBWBRealInterval KOBWBSum(const KOBWBEnvironment& environment,
-                                      const KOBWBRealInterval& a, const KOBWBRealInterval& b);
+inline KOBWBRealInterval KOBWBSum(const KOBWBEnvironment& environment, const KOBWBRealInterval& a,
+                                  const KOBWBRealInterval& b) {
+    return kobwb::SumIntervals(environment, a, b);
+}
 KOBWBX_API KOBWBIntegerInterval KOBWBSum(const KOBWBEnvironment& environment,
                                          const KOBWBIntegerInterval& a,
                                          const KOBWBIntegerInterval& b);
 KOBWBX_API KOBWBValue KOBWBSum(const KOBWBEnvironment& environment, const KOBWBValue& a,
                                const KOBWBValue& b);
 
-KOBWBX_API KOBWBRealInterval KOBWBSub(const KOBWBEnvironment& environment,
-                                      const KOBWBRealInterval& a, const KOBWBRealInterval& b);
+inline KOBWBRealInterval KOBWBSub(const KOBWBEnvironment& environment, const KOBWBRealInterval& a,
+                                  const KOBWBRealInterval& b) {
+    return kobwb::SubIntervals(environment, a, b);
+}
 KOBWBX_API KOBWBIntegerInterval KOBWBSub(const KOBWBEnvironment& environment,
                                          const KOBWBIntegerInterval& a,
                                          const KOBWBIntegerInterval& b);
 KOBWBX_API KOBWBValue KOBWBSub(const KOBWBEnvironment& environment, const KOBWBValue& a,
                                const KOBWBValue& b);
 
-KOBWBX_API KOBWBRealInterval KOBWBMul(const KOBWBEnvironment& environment,
-                                      const KOBWBRealInterval& a, const KOBWBRealInterval& b);
+inline KOBWBRealInterval KOBWBMul(const KOBWBEnvironment& environment, const KOBWBRealInterval& a,
+                                  const KOBWBRealInterval& b) {
+    return kobwb::MulIntervals(environment, a, b);
+}
 KOBWBX_API KOBWBIntegerInterval KOBWBMul(const KOBWBEnvironment& environment,
                                          const KOBWBIntegerInterval& a,
                                          const KOBWBIntegerInterval& b);

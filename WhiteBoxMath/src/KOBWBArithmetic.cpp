@@ -10,21 +10,6 @@ using kobwb::ClampReal;
 using kobwb::ConsistentPair;
 using kobwb::Ordered;
 
-KOBWBRealInterval KOBWBSum(const KOBWBEnvironment& environment, const KOBWBRealInterval& a,
-                           const KOBWBRealInterval& b) {
-    return kobwb::SumIntervals(environment, a, b);
-}
-
-KOBWBRealInterval KOBWBSub(const KOBWBEnvironment& environment, const KOBWBRealInterval& a,
-                           const KOBWBRealInterval& b) {
-    return kobwb::SubIntervals(environment, a, b);
-}
-
-KOBWBRealInterval KOBWBMul(const KOBWBEnvironment& environment, const KOBWBRealInterval& a,
-                           const KOBWBRealInterval& b) {
-    return kobwb::MulIntervals(environment, a, b);
-}
-
 KOBWBRealInterval KOBWBDiv(const KOBWBEnvironment& environment, const KOBWBRealInterval& a,
                            const KOBWBRealInterval& b) {
     if (!ConsistentPair(environment, a, b)) return KOBWBReal_Nil;

@@ -1,6 +1,6 @@
 #include "KOBWBInterval.h"
 
-#include "KOBWBIntervalClamp.h"
+#include "KOBWBIntervalKernels.h"
 #include "KOBWBLimits.h"
 
 #include <climits>
