@@ -132,6 +132,14 @@ KOBWBEqNode* KOBWBModel::GetPrevEquation(const KOBWBEqNode* equation) const {
 }
 
 KOBWBEqNode* KOBWBModel::GetEquationById(int id) const {
+    // Ids are handed out in order and rarely removed, so an equation mostly sits
+    // at its id's distance from the first one; the search is for the others.
+    if (!m_equationsById.empty()) {
+        const long long guess = static_cast<long long>(id) - m_equationsById.front()->GetId();
+        if (guess >= 0 && guess < static_cast<long long>(m_equationsById.size()) &&
+            m_equationsById[static_cast<size_t>(guess)]->GetId() == id)
+            return m_equationsById[static_cast<size_t>(guess)];
+    }
     const auto found = std::lower_bound(
         m_equationsById.begin(), m_equationsById.end(), id,
         [](const KOBWBEqNode* equation, int wanted) { return equation->GetId() < wanted; });

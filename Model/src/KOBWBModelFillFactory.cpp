@@ -3,6 +3,7 @@
 #include "KOBWBEqNode.h"
 #include "KOBWBFactory.h"
 #include "KOBWBFactoryConversion.h"
+#include "KOBWBPrefetch.h"
 
 #include "KOBWBEquation.h"
 
@@ -16,6 +17,7 @@ long KOBWBModel::FillFactory(KOBWBFactory& factory, KOBLVRIntArray& equationIds,
         const KOBWBEqNode* equation = GetEquationById(equationIds[i]);
         equationIds[i] = -1;
         if (!equation) continue;
+        KOBWBPrefetchNextEquation(equation);
         conversion.BeginEquation(*equation);
         KOBWBExpression* left = conversion.ConvertTerm(equation->GetLeftTerm());
         KOBWBNode* rightTerm = equation->GetRightTerm();

@@ -5,7 +5,9 @@
 
 #include <cstddef>
 
-// An owned, NUL-terminated character string with value semantics.
+// An owned, NUL-terminated character string with value semantics. Texts of up
+// to inlineCapacity characters (names, units) are kept inside the string itself,
+// so that most strings cost no allocation; longer ones live on the heap.
 class KOBWBX_API KOBLVRString {
 public:
     KOBLVRString();
@@ -21,8 +23,8 @@ public:
     KOBLVRString& operator=(KOBLVRString&& other) noexcept;
     KOBLVRString& operator=(const char* text);
 
-    const char* str() const { return m_text ? m_text : ""; }
-    char* str();
+    const char* str() const { return m_heap ? m_heap : m_inline; }
+    char* str() { return m_heap ? m_heap : m_inline; }
     int Length() const { return static_cast<int>(m_length); }
     bool IsEmpty() const { return m_length == 0; }
     void clear();
@@ -37,9 +39,16 @@ private:
     void Append(const char* text, size_t length);
     bool Reserve(size_t capacity);
 
-    char* m_text = nullptr;
+    static constexpr size_t inlineCapacity = 15;
+
+    // Null while the text is inline.
+    char* m_heap = nullptr;
     size_t m_length = 0;
-    size_t m_capacity = 0;
+    union {
+        // The room on the heap, the final NUL aside.
+        size_t m_capacity;
+        char m_inline[inlineCapacity + 1] = {};
+    };
 };
 
 KOBWBX_API KOBLVRString operator+(const KOBLVRString& a, const KOBLVRString& b);

@@ -25,11 +25,9 @@ KOBLVRString::KOBLVRString(double value, size_t digits) {
 
 KOBLVRString::KOBLVRString(const KOBLVRString& other) { link(other); }
 
-KOBLVRString::KOBLVRString(KOBLVRString&& other) noexcept
-    : m_text(std::exchange(other.m_text, nullptr)), m_length(std::exchange(other.m_length, 0)),
-      m_capacity(std::exchange(other.m_capacity, 0)) {}
+KOBLVRString::KOBLVRString(KOBLVRString&& other) noexcept { *this = std::move(other); }
 
-KOBLVRString::~KOBLVRString() { std::free(m_text); }
+KOBLVRString::~KOBLVRString() { std::free(m_heap); }
 
 KOBLVRString& KOBLVRString::operator=(const KOBLVRString& other) {
     if (this != &other) link(other);
@@ -37,17 +35,23 @@ KOBLVRString& KOBLVRString::operator=(const KOBLVRString& other) {
 }
 
 KOBLVRString& KOBLVRString::operator=(KOBLVRString&& other) noexcept {
-    if (this != &other) {
-        std::free(m_text);
-        m_text = std::exchange(other.m_text, nullptr);
-        m_length = std::exchange(other.m_length, 0);
-        m_capacity = std::exchange(other.m_capacity, 0);
+    if (this == &other) return *this;
+    if (!other.m_heap) {
+        // An inline text is copied; there is no storage to take over.
+        clear();
+        Append(other.m_inline, other.m_length);
+    } else {
+        std::free(m_heap);
+        m_heap = std::exchange(other.m_heap, nullptr);
+        m_capacity = other.m_capacity;
     }
+    m_length = std::exchange(other.m_length, 0);
+    other.m_inline[0] = '\0';
     return *this;
 }
 
 KOBLVRString& KOBLVRString::operator=(const char* text) {
-    if (text && m_text && text >= m_text && text <= m_text + m_length) {
+    if (text && text >= str() && text <= str() + m_length) {
         KOBLVRString copy(text);
         *this = std::move(copy);
     } else {
@@ -56,14 +60,9 @@ KOBLVRString& KOBLVRString::operator=(const char* text) {
     return *this;
 }
 
-char* KOBLVRString::str() {
-    if (!m_text) Reserve(0);
-    return m_text;
-}
-
 void KOBLVRString::clear() {
     m_length = 0;
-    if (m_text) m_text[0] = '\0';
+    str()[0] = '\0';
 }
 
 KOBLVRString& KOBLVRString::operator+=(const KOBLVRString& other) {
@@ -96,19 +95,21 @@ void KOBLVRString::link(const KOBLVRString& other) {
 
 void KOBLVRString::Append(const char* text, size_t length) {
     if (!Reserve(m_length + length)) return;
-    std::memcpy(m_text + m_length, text, length);
+    char* end = str() + m_length;
+    std::memmove(end, text, length);
+    end[length] = '\0';
     m_length += length;
-    m_text[m_length] = '\0';
 }
 
 bool KOBLVRString::Reserve(size_t capacity) {
-    if (m_text && capacity <= m_capacity) return true;
-    size_t grown = m_capacity < 8 ? 8 : m_capacity * 2;
+    const size_t current = m_heap ? m_capacity : inlineCapacity;
+    if (capacity <= current) return true;
+    size_t grown = current * 2;
     if (grown < capacity) grown = capacity;
-    char* text = static_cast<char*>(std::realloc(m_text, grown + 1));
+    char* text = static_cast<char*>(std::realloc(m_heap, grown + 1));
     if (!text) return false;
-    if (!m_text) text[0] = '\0';
-    m_text = text;
+    if (!m_heap) std::memcpy(text, m_inline, m_length + 1);
+    m_heap = text;
     m_capacity = grown;
     return true;
 }

@@ -20,18 +20,24 @@ public:
     // Null when memory runs out.
     void* Allocate(std::size_t size) noexcept;
 
+    static constexpr std::size_t hugePage = 2 * 1024 * 1024;
+
 private:
     // Each block begins with a link to the block made before it.
     struct Block {
         Block* previous;
     };
 
-    static constexpr std::size_t blockSize = 256 * 1024;
+    // Blocks double from the first size up to the last, so that a small factory
+    // stays small and a large one needs few blocks.
+    static constexpr std::size_t firstBlockSize = 16 * 1024;
+    static constexpr std::size_t maxBlockSize = hugePage;
     static constexpr std::size_t alignment = alignof(std::max_align_t);
 
     Block* m_last = nullptr;
     unsigned char* m_bottom = nullptr;
     unsigned char* m_top = nullptr;
+    std::size_t m_blockSize = firstBlockSize;
 };
 
 } // namespace kobwb

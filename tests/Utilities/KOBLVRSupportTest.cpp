@@ -31,6 +31,42 @@ TEST(KOBLVRString, ValueSemanticsAndConcatenation) {
     EXPECT_EQ(a, "");
 }
 
+// Short texts live inside the string and long ones on the heap: growth across
+// the boundary, moves and copies either way, and appending a string to itself
+// must keep every character.
+TEST(KOBLVRString, TextsAcrossTheInlineBoundary) {
+    KOBLVRString text("0123456789abcde");
+    EXPECT_EQ(text.Length(), 15);
+    text += "f";
+    EXPECT_EQ(text, "0123456789abcdef");
+    text += text;
+    EXPECT_EQ(text, "0123456789abcdef0123456789abcdef");
+
+    KOBLVRString shortText("P12_x");
+    KOBLVRString moved(std::move(shortText));
+    EXPECT_EQ(moved, "P12_x");
+    EXPECT_TRUE(shortText.IsEmpty());
+    EXPECT_STREQ(shortText.str(), "");
+
+    KOBLVRString longText = text;
+    KOBLVRString taken(std::move(longText));
+    EXPECT_EQ(taken, text);
+    EXPECT_STREQ(longText.str(), "");
+    taken = std::move(moved);
+    EXPECT_EQ(taken, "P12_x");
+    moved = std::move(text);
+    EXPECT_EQ(moved, "0123456789abcdef0123456789abcdef");
+
+    KOBLVRString self("ab");
+    self += self;
+    self = self.str() + 1;
+    EXPECT_EQ(self, "bab");
+    KOBLVRString reserved(40u);
+    EXPECT_TRUE(reserved.IsEmpty());
+    reserved += "x";
+    EXPECT_EQ(reserved, "x");
+}
+
 TEST(KOBLVRIntArray, GrowsSortsSearchesAndDeduplicates) {
     KOBLVRIntArray array;
     array.SetDimension(3);
