@@ -11,6 +11,10 @@
 class KOBWBEnvironment;
 class KOBWBVariable;
 
+namespace kobwb {
+struct PropertyTable;
+}
+
 // A node of an expression graph. The factory that made it owns it. Its value is
 // computed on demand and kept in the value buffer until the factory resets it.
 class KOBWBX_API KOBWBExpression {
@@ -92,23 +96,24 @@ protected:
     static constexpr unsigned bufferValid = 8;
 
 private:
-    struct PropertyTable;
-
     const KOBWBValue& Evaluate(bool initialiseEnvironment);
+    // The node's stored property values; null while it has none.
+    const kobwb::PropertyTable* Properties() const;
 
     KOBWBExpressionType m_type;
     // The expression value is the buffer itself since the last evaluation, rather
-    // than a copy of it; a value given to SetExprValue is kept apart, and only
-    // then, so that a node carries one value in the common case.
+    // than a copy of it. A value given to SetExprValue, and the node's property
+    // values, are rare: the factory keeps them beside the nodes that have them, so
+    // that a node is only what evaluation reads.
     bool m_exprValueIsBuffer = false;
+    bool m_hasOwnValue = false;
+    bool m_hasProperties = false;
     KOBWBFactory& m_factory;
     unsigned m_flags = 0;
     // The factory's buffer generation at the last evaluation: a buffer filled in
     // an earlier generation is stale, so resetting every buffer is one increment.
     unsigned m_generation = 0;
     KOBWBValue m_buffer;
-    std::unique_ptr<KOBWBValue> m_exprValue;
-    std::unique_ptr<PropertyTable> m_properties;
 };
 
 #endif

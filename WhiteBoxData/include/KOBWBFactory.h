@@ -22,6 +22,7 @@ class KOBWBVariable;
 
 namespace kobwb {
 class NodeArena;
+struct NodeSideTables;
 }
 
 // Makes and owns every node, equation and handed-over black box of one equation
@@ -200,6 +201,7 @@ private:
     friend class KOBWBExpression;
 
     void* AllocateNode(std::size_t size);
+    kobwb::NodeSideTables& SideTables();
 
     struct PropertyRecord {
         KOBLVRString name;
@@ -228,6 +230,8 @@ private:
     std::unique_ptr<std::vector<PropertyRecord>> m_properties;
     unsigned int m_level;
     std::unique_ptr<kobwb::NodeArena> m_arena;
+    // Values given to SetExprValue and property values, for the nodes that have them.
+    std::unique_ptr<kobwb::NodeSideTables> m_sideTables;
 };
 
 #endif

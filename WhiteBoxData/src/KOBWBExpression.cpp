@@ -1,23 +1,24 @@
 #include "KOBWBExpression.h"
 
 #include "KOBWBFactory.h"
+#include "KOBWBNodeSideTables.h"
 #include "KOBWBVariable.h"
 
 #include <new>
 #include <unordered_set>
 #include <vector>
 
-// Per-node values of the factory's registered properties; -1 means "the default".
-struct KOBWBExpression::PropertyTable {
-    int count = 0;
-    int capacity = 0;
-    std::unique_ptr<int[]> data;
-};
+using kobwb::PropertyTable;
 
 KOBWBExpression::KOBWBExpression(KOBWBFactory& factory, KOBWBExpressionType type)
     : m_type(type), m_factory(factory) {}
 
-KOBWBExpression::~KOBWBExpression() = default;
+KOBWBExpression::~KOBWBExpression() {
+    if (!m_hasOwnValue && !m_hasProperties) return;
+    kobwb::NodeSideTables& tables = m_factory.SideTables();
+    tables.ownValues.erase(this);
+    tables.properties.erase(this);
+}
 
 void* KOBWBExpression::operator new(std::size_t size, KOBWBFactory& factory) noexcept {
     return factory.AllocateNode(size);
@@ -42,14 +43,15 @@ void KOBWBExpression::ResetBuffer(unsigned char) { m_flags = 0; }
 const KOBWBValue& KOBWBExpression::GetExprValue() const {
     static const KOBWBValue undefined;
     if (m_exprValueIsBuffer) return m_buffer;
-    return m_exprValue ? *m_exprValue : undefined;
+    if (!m_hasOwnValue) return undefined;
+    const auto& values = m_factory.SideTables().ownValues;
+    const auto own = values.find(this);
+    return own == values.end() ? undefined : own->second;
 }
 
 void KOBWBExpression::SetExprValue(const KOBWBValue& value) {
-    if (m_exprValue)
-        *m_exprValue = value;
-    else
-        m_exprValue.reset(new (std::nothrow) KOBWBValue(value));
+    m_factory.SideTables().ownValues[this] = value;
+    m_hasOwnValue = true;
     m_exprValueIsBuffer = false;
 }
 
@@ -100,18 +102,16 @@ int KOBWBExpression::FindPresentVariables(KOBWBVariable**& out) {
 
 int KOBWBExpression::GetProperty(int property) const {
     const int fallback = m_factory.GetDefaultPropertyValue(property);
-    if (!m_properties || property < 0 || property >= m_properties->count) return fallback;
-    const int stored = m_properties->data[property];
+    const PropertyTable* table = Properties();
+    if (!table || property < 0 || property >= table->count) return fallback;
+    const int stored = table->data[property];
     return stored == -1 ? fallback : stored;
 }
 
 void KOBWBExpression::SetProperty(int property, int value) {
-    if (!m_properties) {
-        if (value == m_factory.GetDefaultPropertyValue(property)) return;
-        m_properties.reset(new (std::nothrow) PropertyTable);
-        if (!m_properties) return;
-    }
-    PropertyTable& table = *m_properties;
+    if (!m_hasProperties && value == m_factory.GetDefaultPropertyValue(property)) return;
+    PropertyTable& table = m_factory.SideTables().properties[this];
+    m_hasProperties = true;
     if (property < table.count) {
         table.data[property] = value;
         return;
@@ -131,10 +131,21 @@ void KOBWBExpression::SetProperty(int property, int value) {
     table.data[property] = value;
 }
 
-int KOBWBExpression::GetPropertyTableSize() const { return m_properties ? m_properties->count : 0; }
+const PropertyTable* KOBWBExpression::Properties() const {
+    if (!m_hasProperties) return nullptr;
+    const auto& tables = m_factory.SideTables().properties;
+    const auto table = tables.find(this);
+    return table == tables.end() ? nullptr : &table->second;
+}
+
+int KOBWBExpression::GetPropertyTableSize() const {
+    const PropertyTable* table = Properties();
+    return table ? table->count : 0;
+}
 
 int KOBWBExpression::GetPropertyTableCapacity() const {
-    return m_properties ? m_properties->capacity : 0;
+    const PropertyTable* table = Properties();
+    return table ? table->capacity : 0;
 }
 
 unsigned char KOBWBExpression::ReplaceVar(KOBWBVariable* var, KOBWBExpression* by) {

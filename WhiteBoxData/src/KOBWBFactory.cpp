@@ -5,6 +5,7 @@
 #include "KOBWBConstant.h"
 #include "KOBWBEquation.h"
 #include "KOBWBNodeArena.h"
+#include "KOBWBNodeSideTables.h"
 #include "KOBWBVariable.h"
 
 #include <cstring>
@@ -31,6 +32,11 @@ KOBWBFactory::~KOBWBFactory() {
 }
 
 void* KOBWBFactory::AllocateNode(std::size_t size) { return m_arena ? m_arena->Allocate(size) : nullptr; }
+
+kobwb::NodeSideTables& KOBWBFactory::SideTables() {
+    if (!m_sideTables) m_sideTables.reset(new kobwb::NodeSideTables);
+    return *m_sideTables;
+}
 
 KOBWBExpression* KOBWBFactory::GetExpression(int i) const {
     return i >= 0 && i < m_expressions.Size() ? m_expressions[i] : nullptr;
