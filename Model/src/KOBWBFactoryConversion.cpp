@@ -141,6 +141,20 @@ KOBWBFactoryConversion::Converted KOBWBFactoryConversion::Chain(KOBWBExpressionT
     return {product ? m_factory.CreateProduct(left, right) : m_factory.CreateSum(left, right), true};
 }
 
+bool KOBWBFactoryConversion::UnitFactor(const KOBLVRString& unit, KOBWBValue& factor) {
+    // Nodes share the texts of the known units, so the last one is found again by
+    // its address; the reading of feet and minutes depends on the equation.
+    if (&unit == m_lastUnit) {
+        factor = m_lastFactor;
+        return true;
+    }
+    const bool ambiguous = KOBWBIsAmbiguousUnit(unit.str());
+    if (!KOBWBGetUnitFactor(unit.str(), ambiguous && IsAmongAngles(), factor)) return false;
+    m_lastUnit = ambiguous ? nullptr : &unit;
+    m_lastFactor = factor;
+    return true;
+}
+
 KOBWBFactoryConversion::Converted KOBWBFactoryConversion::Build(KOBWBNode* node, const Converted* children,
                                                                 int count) {
     const Converted failed = {nullptr, false};
@@ -151,17 +165,17 @@ KOBWBFactoryConversion::Converted KOBWBFactoryConversion::Build(KOBWBNode* node,
         expressions.push_back(children[i].expression);
     }
     KOBWBValue factor(1);
+    bool unitFactor = false;
     if (node->HasUnit()) {
-        const char* unit = node->GetUnit().str();
-        const bool amongAngles = KOBWBIsAmbiguousUnit(unit) && IsAmongAngles();
-        if (!KOBWBGetUnitFactor(unit, amongAngles, factor)) return failed;
+        if (!UnitFactor(node->GetUnit(), factor)) return failed;
+        unitFactor = !factor.IsAKindOf(KOBWBIntegerValue) || factor.GetAsInteger() != 1;
     }
     Converted built = failed;
     switch (node->GetNodeType()) {
     case KOBWBConstNodeType: {
         const KOBWBValue value = static_cast<KOBWBConstNode*>(node)->GetValue();
-        const KOBWBValue scaled = node->HasUnit() ? KOBWBMul(m_factory.GetEnvironment(), value, factor) : value;
-        return {m_factory.CreateConstant(scaled), false};
+        return {m_factory.CreateConstant(unitFactor ? KOBWBMul(m_factory.GetEnvironment(), value, factor) : value),
+                false};
     }
     case KOBWBVarNodeType: built.expression = Variable(node); break;
     case KOBWBOpNodeType: {
@@ -188,7 +202,6 @@ KOBWBFactoryConversion::Converted KOBWBFactoryConversion::Build(KOBWBNode* node,
     }
     default: return failed;
     }
-    if (!built.expression || !node->HasUnit() || factor.IsEqualTo(m_factory.GetEnvironment(), KOBWBValue(1)))
-        return built;
+    if (!built.expression || !unitFactor) return built;
     return {m_factory.CreateProduct(built.expression, m_factory.CreateConstant(factor)), false};
 }

@@ -4,6 +4,7 @@
 #include "KOBWBDataLists.h"
 #include "KOBWBExpressionType.h"
 #include "KOBWBModelLists.h"
+#include "KOBWBValue.h"
 
 #include <string>
 #include <unordered_map>
@@ -46,6 +47,8 @@ private:
     };
 
     Converted Build(KOBWBNode* node, const Converted* children, int count);
+    // The factor into the factory's units of a unit text; false for an unknown unit.
+    bool UnitFactor(const KOBLVRString& unit, KOBWBValue& factor);
     // Whether the ambiguous units of the current equation ("'" and '"') are
     // minutes and seconds of arc: the equation involves an angle. Decided when
     // first asked.
@@ -66,6 +69,8 @@ private:
     std::vector<KOBWBExpression*> m_childExpressions;
     const KOBWBEqNode* m_equation = nullptr;
     enum class Angles { Unknown, Yes, No } m_amongAngles = Angles::Unknown;
+    const KOBLVRString* m_lastUnit = nullptr;
+    KOBWBValue m_lastFactor;
 };
 
 #endif
