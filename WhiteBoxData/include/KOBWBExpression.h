@@ -6,7 +6,6 @@
 #include "KOBWBValue.h"
 
 #include <cstddef>
-#include <memory>
 
 class KOBWBEnvironment;
 class KOBWBVariable;
@@ -41,8 +40,8 @@ public:
     virtual int GetNbOfParameters() const;
     // d/dv as a new graph of the same factory; null when there is none.
     virtual KOBWBExpression* Differentiate(KOBWBVariable* v) = 0;
-    // A primitive by v from the table of known integrals; integrable tells whether
-    // one was found.
+    // A primitive by v from a table of known integrals, integrable telling whether
+    // one was found. No table is offered yet: every node answers null and 0.
     virtual KOBWBExpression* IntegrateTable(KOBWBVariable* v, unsigned char& integrable) = 0;
     // 1 when v does not occur in the subgraph.
     virtual unsigned char IsFree(KOBWBVariable* v) const = 0;
