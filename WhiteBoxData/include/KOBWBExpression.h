@@ -96,6 +96,8 @@ protected:
 
 private:
     const KOBWBValue& Evaluate(bool initialiseEnvironment);
+    // Brings the buffers of the subgraph up to date bottom-up, without recursion.
+    void EvaluateBelowWithoutRecursion();
     // The node's stored property values; null while it has none.
     const kobwb::PropertyTable* Properties() const;
 

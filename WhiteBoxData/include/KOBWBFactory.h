@@ -226,6 +226,8 @@ private:
     unsigned char m_variablesSorted = 0;
     unsigned char m_bufferUsed = 0;
     unsigned m_bufferGeneration = 1;
+    // How many evaluations are nested in the current one.
+    int m_evaluationDepth = 0;
     KOBWBEnvironment m_environment;
     std::unique_ptr<std::vector<PropertyRecord>> m_properties;
     unsigned int m_level;

@@ -55,10 +55,41 @@ void KOBWBExpression::SetExprValue(const KOBWBValue& value) {
     m_exprValueIsBuffer = false;
 }
 
+namespace {
+// Evaluations nested deeper than this prepare their subgraph with an explicit stack
+// before computing, so that a long chain of nodes cannot exhaust the call stack.
+constexpr int deepEvaluation = 1000;
+} // namespace
+
+void KOBWBExpression::EvaluateBelowWithoutRecursion() {
+    struct Frame {
+        KOBWBExpression* node;
+        int nextChild;
+    };
+    std::vector<Frame> frames{{this, 0}};
+    while (!frames.empty()) {
+        const size_t top = frames.size() - 1;
+        KOBWBExpression* node = frames[top].node;
+        // A condition evaluates only the branch it chooses: its children are left to it.
+        const bool descends = node->m_type != KOBWBIfThenElseType;
+        if (descends && frames[top].nextChild < node->GetNbOfChildren()) {
+            KOBWBExpression* child = node->GetChild(frames[top].nextChild++);
+            if (child && child->GetNbOfChildren() > 0 && !child->IsBufferValid()) frames.push_back({child, 0});
+            continue;
+        }
+        frames.pop_back();
+        if (node != this) node->GetValue();
+    }
+}
+
 const KOBWBValue& KOBWBExpression::Evaluate(bool initialiseEnvironment) {
+    int& depth = m_factory.m_evaluationDepth;
+    if (depth >= deepEvaluation) EvaluateBelowWithoutRecursion();
     m_factory.SetBufferUsed();
     if (initialiseEnvironment) m_factory.InitEnvForEval();
+    ++depth;
     DoEval(m_buffer);
+    --depth;
     m_exprValueIsBuffer = true;
     m_flags |= bufferValid;
     m_generation = m_factory.GetBufferGeneration();
@@ -73,12 +104,17 @@ double KOBWBExpression::DoEval() {
 }
 
 unsigned char KOBWBExpression::IsConstant() const {
-    if (m_type == KOBWBVariableType) return 0;
-    if (m_type == KOBWBConstantType) return 1;
-    const int count = GetNbOfChildren();
-    for (int i = 0; i < count; ++i) {
-        const KOBWBExpression* child = GetChild(i);
-        if (!child || !child->IsConstant()) return 0;
+    std::vector<const KOBWBExpression*> pending{this};
+    while (!pending.empty()) {
+        const KOBWBExpression* node = pending.back();
+        pending.pop_back();
+        if (node->m_type == KOBWBVariableType) return 0;
+        if (node->m_type == KOBWBConstantType) continue;
+        for (int i = 0; i < node->GetNbOfChildren(); ++i) {
+            const KOBWBExpression* child = node->GetChild(i);
+            if (!child) return 0;
+            pending.push_back(child);
+        }
     }
     return 1;
 }

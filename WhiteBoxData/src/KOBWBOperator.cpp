@@ -88,22 +88,48 @@ unsigned char KOBWBOperator::IsEqualTo(const KOBWBExpression* other) const {
     return 1;
 }
 
-unsigned char KOBWBOperator::IsFree(KOBWBVariable* v) const {
-    for (int i = 0; i < m_children.Size(); ++i) {
-        const KOBWBExpression* child = m_children[i];
-        if (child && !child->IsFree(v)) return 0;
+namespace {
+
+// Calls visit on every leaf below node (a node without children), along every
+// path, with an explicit stack so that a deep graph cannot exhaust the call stack;
+// stops and answers false as soon as visit does.
+template <class Visit> bool VisitLeaves(const KOBWBExpression* node, Visit visit) {
+    std::vector<const KOBWBExpression*> pending;
+    for (int i = 0; i < node->GetNbOfChildren(); ++i) pending.push_back(node->GetChild(i));
+    while (!pending.empty()) {
+        const KOBWBExpression* current = pending.back();
+        pending.pop_back();
+        if (!current) continue;
+        const int count = current->GetNbOfChildren();
+        if (count == 0 && !visit(current)) return false;
+        for (int i = 0; i < count; ++i) pending.push_back(current->GetChild(i));
     }
-    return 1;
+    return true;
+}
+
+} // namespace
+
+unsigned char KOBWBOperator::IsFree(KOBWBVariable* v) const {
+    return VisitLeaves(this, [v](const KOBWBExpression* leaf) { return leaf->IsFree(v) != 0; }) ? 1 : 0;
 }
 
 void KOBWBOperator::FillPresentVariables(unsigned char* mask) const {
-    for (int i = 0; i < m_children.Size(); ++i)
-        if (m_children[i]) m_children[i]->FillPresentVariables(mask);
+    VisitLeaves(this, [mask](const KOBWBExpression* leaf) {
+        leaf->FillPresentVariables(mask);
+        return true;
+    });
 }
 
 void KOBWBOperator::ResetBuffer(unsigned char recursive) {
     KOBWBExpression::ResetBuffer(0);
     if (!recursive) return;
-    for (int i = 0; i < m_children.Size(); ++i)
-        if (m_children[i]) m_children[i]->ResetBuffer(1);
+    std::vector<KOBWBExpression*> pending;
+    for (int i = 0; i < m_children.Size(); ++i) pending.push_back(m_children[i]);
+    while (!pending.empty()) {
+        KOBWBExpression* node = pending.back();
+        pending.pop_back();
+        if (!node) continue;
+        node->KOBWBExpression::ResetBuffer(0);
+        for (int i = 0; i < node->GetNbOfChildren(); ++i) pending.push_back(node->GetChild(i));
+    }
 }

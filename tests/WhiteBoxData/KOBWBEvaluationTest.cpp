@@ -195,3 +195,24 @@ TEST(KOBWBEvaluation, NodesGiveWhatTheValueFunctionsGive) {
         }
     }
 }
+
+TEST(KOBWBEvaluation, DeepChainsDoNotExhaustTheStack) {
+    KOBWBFactory factory(0);
+    KOBWBVariable* x = factory.CreateVariable();
+    KOBWBVariable* y = factory.CreateVariable();
+    x->SetExprValue(KOBWBValue(1.0));
+    KOBWBExpression* chain = x;
+    constexpr int depth = 200000;
+    for (int i = 0; i < depth; ++i) chain = factory.CreateSum(chain, i % 2 ? x : factory.CreateRealConstant(1.0));
+    EXPECT_EQ(chain->Eval(), depth + 1.0);
+    EXPECT_FALSE(chain->IsConstant());
+    EXPECT_FALSE(chain->IsFree(x));
+    EXPECT_TRUE(chain->IsFree(y));
+    KOBWBVariable** present = nullptr;
+    ASSERT_EQ(chain->FindPresentVariables(present), 1);
+    delete[] present;
+    factory.ResetBuffer(chain);
+    EXPECT_FALSE(chain->GetChild(0)->IsBufferValid());
+    x->SetExprValue(KOBWBValue(3.0));
+    EXPECT_EQ(chain->Eval(), 3.0 + depth / 2 * 3.0 + depth / 2);
+}
