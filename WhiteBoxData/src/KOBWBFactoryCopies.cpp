@@ -55,7 +55,42 @@ public:
                 KOBWBExpression* (KOBWBFactory::*copyNode)(KOBWBExpression*))
         : m_factory(factory), m_substitution(substitution), m_copyNode(copyNode) {}
 
-    KOBWBExpression* Copy(KOBWBExpression* node) {
+    // Copies root and what lies below it, with an explicit stack so that a deep
+    // graph cannot exhaust the call stack: each copy is made over the original
+    // children, which are then exchanged for their copies one by one.
+    KOBWBExpression* Copy(KOBWBExpression* root) {
+        bool made = false;
+        KOBWBExpression* rootCopy = Resolve(root, made);
+        if (!made) return rootCopy;
+        struct Frame {
+            KOBWBExpression* node;
+            KOBWBExpression* copy;
+            int nextChild;
+        };
+        std::vector<Frame> frames{{root, rootCopy, 0}};
+        while (!frames.empty()) {
+            const size_t top = frames.size() - 1;
+            KOBWBExpression* node = frames[top].node;
+            KOBWBExpression* copy = frames[top].copy;
+            if (!copy || frames[top].nextChild >= node->GetNbOfChildren()) {
+                frames.pop_back();
+                continue;
+            }
+            const int i = frames[top].nextChild++;
+            KOBWBExpression* child = node->GetChild(i);
+            KOBWBExpression* childCopy = Resolve(child, made);
+            if (childCopy) copy->ReplaceChild(i, childCopy);
+            if (made) frames.push_back({child, childCopy, 0});
+        }
+        return rootCopy;
+    }
+
+private:
+    // The counterpart of node in the copy: its substitute for a variable, the copy
+    // already made for a node met before, or a new copy (made tells so, and its
+    // children are still to be copied).
+    KOBWBExpression* Resolve(KOBWBExpression* node, bool& made) {
+        made = false;
         if (!node) return nullptr;
         if (node->GetType() == KOBWBVariableType) {
             const int index = static_cast<KOBWBVariable*>(node)->GetIdx();
@@ -66,15 +101,11 @@ public:
         const auto known = m_copies.find(node);
         if (known != m_copies.end()) return known->second;
         KOBWBExpression* copy = (m_factory.*m_copyNode)(node);
-        for (int i = 0; copy && i < node->GetNbOfChildren(); ++i) {
-            KOBWBExpression* child = Copy(node->GetChild(i));
-            if (child) copy->ReplaceChild(i, child);
-        }
         m_copies.emplace(node, copy);
+        made = copy != nullptr;
         return copy;
     }
 
-private:
     KOBWBFactory& m_factory;
     KOBLVRListPKOBWBExpression& m_substitution;
     KOBWBExpression* (KOBWBFactory::*m_copyNode)(KOBWBExpression*);

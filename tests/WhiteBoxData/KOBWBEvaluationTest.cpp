@@ -215,4 +215,9 @@ TEST(KOBWBEvaluation, DeepChainsDoNotExhaustTheStack) {
     EXPECT_FALSE(chain->GetChild(0)->IsBufferValid());
     x->SetExprValue(KOBWBValue(3.0));
     EXPECT_EQ(chain->Eval(), 3.0 + depth / 2 * 3.0 + depth / 2);
+
+    KOBWBEquation* equation = factory.AddEquation(chain, KOBWBEqEqual);
+    equation->DuplicateRoot();
+    ASSERT_NE(equation->GetRoot(), chain);
+    EXPECT_EQ(equation->GetRoot()->Eval(), chain->Eval());
 }
