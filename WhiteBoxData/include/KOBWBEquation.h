@@ -22,7 +22,7 @@ public:
 
     KOBWBFactory* GetFactory() const { return m_factory; }
     KOBWBExpression* GetRoot() const { return m_root; }
-    void SetRoot(KOBWBExpression* root) { m_root = root; }
+    void SetRoot(KOBWBExpression* root);
     KOBWBEquationType GetType() const { return m_type; }
     int GetId() const { return m_id; }
     KOBWBEquation* GetNext() const { return m_next; }

@@ -11,6 +11,7 @@ class KOBWBEnvironment;
 class KOBWBVariable;
 
 namespace kobwb {
+class EvaluationPlans;
 struct PropertyTable;
 }
 
@@ -63,12 +64,11 @@ public:
     void Eval(KOBWBValue& result);
     // Evaluates through the buffer; a valid buffer is returned as it is.
     const KOBWBValue& GetValue() {
-        if (IsBufferValid()) return m_buffer;
+        if (IsBufferFilled()) return m_buffer;
         return Evaluate(false);
     }
-    bool IsBufferValid() const {
-        return (m_flags & bufferValid) && m_generation == m_factory.GetBufferGeneration();
-    }
+    // Whether GetValue answers without computing.
+    bool IsBufferValid() const;
 
     // 0 for a variable, 1 for a constant; an operator is constant when every
     // child is.
@@ -91,25 +91,60 @@ protected:
     virtual void DoEval(KOBWBValue& result) = 0;
     virtual double DoEval();
 
+    // Records that a children list changed, which outdates every evaluation plan
+    // of the factory.
+    void NoteStructureChange();
+    // Whether an evaluation plan computed the node's value in the current generation
+    // and kept it beside the node, leaving the buffer to be written when asked for.
+    bool HasPendingValue() const;
+    // Writes a pending value into the buffer, as the node's own evaluation would
+    // have left it.
+    void WritePendingValue();
+    // A leaf tells that its value changed, so that plans read it again.
+    void LeafValueChanged();
+
     // The flag bit that marks a valid value buffer.
     static constexpr unsigned bufferValid = 8;
 
 private:
+    friend class KOBWBEquation;
+    friend class kobwb::EvaluationPlans;
+
+    // The other bits of the flag word.
+    static constexpr unsigned exprValueIsBuffer = 16;
+    static constexpr unsigned hasOwnValue = 32;
+    static constexpr unsigned hasProperties = 64;
+    static constexpr unsigned equationRoot = 128;
+
+    bool IsBufferFilled() const {
+        return (m_flags & bufferValid) && m_generation == m_factory.GetBufferGeneration();
+    }
     const KOBWBValue& Evaluate(bool initialiseEnvironment);
+    // Marks the buffer, just computed, valid in the current generation.
+    void MarkBufferComputed() {
+        m_flags |= bufferValid | exprValueIsBuffer;
+        m_generation = m_factory.GetBufferGeneration();
+        if (m_slot >= 0) UpdateSlot();
+    }
+    // Keeps the slot of the node's evaluation plans in step with the buffer.
+    void UpdateSlot();
+    // Operators at the root of an equation evaluate through a plan of their graph.
+    void MarkAsEquationRoot();
     // Brings the buffers of the subgraph up to date bottom-up, without recursion.
     void EvaluateBelowWithoutRecursion();
     // The node's stored property values; null while it has none.
     const kobwb::PropertyTable* Properties() const;
 
     KOBWBExpressionType m_type;
-    // The expression value is the buffer itself since the last evaluation, rather
-    // than a copy of it. A value given to SetExprValue, and the node's property
-    // values, are rare: the factory keeps them beside the nodes that have them, so
-    // that a node is only what evaluation reads.
-    bool m_exprValueIsBuffer = false;
-    bool m_hasOwnValue = false;
-    bool m_hasProperties = false;
+    // The node's place among the factory's evaluation slots, -1 while no evaluation
+    // plan lists it.
+    int m_slot = -1;
     KOBWBFactory& m_factory;
+    // The expression value is the buffer itself since the last evaluation, rather
+    // than a copy of it (flag exprValueIsBuffer). A value given to SetExprValue, and
+    // the node's property values, are rare: the factory keeps them beside the nodes
+    // that have them (flags hasOwnValue and hasProperties), so that a node is only
+    // what evaluation reads.
     unsigned m_flags = 0;
     // The factory's buffer generation at the last evaluation: a buffer filled in
     // an earlier generation is stale, so resetting every buffer is one increment.

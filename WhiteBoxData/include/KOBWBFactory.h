@@ -21,6 +21,7 @@ class KOBWBValue;
 class KOBWBVariable;
 
 namespace kobwb {
+class EvaluationPlans;
 class NodeArena;
 struct NodeSideTables;
 }
@@ -199,9 +200,11 @@ protected:
 private:
     friend class KOBWBEquation;
     friend class KOBWBExpression;
+    friend class kobwb::EvaluationPlans;
 
     void* AllocateNode(std::size_t size);
     kobwb::NodeSideTables& SideTables();
+    kobwb::EvaluationPlans& EvaluationPlans();
 
     struct PropertyRecord {
         KOBLVRString name;
@@ -228,6 +231,11 @@ private:
     unsigned m_bufferGeneration = 1;
     // How many evaluations are nested in the current one.
     int m_evaluationDepth = 0;
+    // Counts the changes to children lists; evaluation plans made at another count
+    // are out of date.
+    unsigned long long m_structureVersion = 0;
+    // Made when an equation root is first evaluated.
+    std::unique_ptr<kobwb::EvaluationPlans> m_evaluationPlans;
     KOBWBEnvironment m_environment;
     std::unique_ptr<std::vector<PropertyRecord>> m_properties;
     unsigned int m_level;

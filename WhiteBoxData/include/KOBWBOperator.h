@@ -30,16 +30,6 @@ protected:
     KOBWBOperator(KOBWBFactory& factory, KOBWBExpressionType type,
                   std::initializer_list<KOBWBExpression*> children);
 
-    // Keeps an interval result in the buffer. A buffer that already holds a real
-    // interval takes the new bounds in place, which leaves it as assigning the value
-    // would, without building and moving a whole value.
-    static void StoreInterval(KOBWBValue& result, const KOBWBRealInterval& image) {
-        if (result.GetRealIntervalPayload())
-            result.Set(image);
-        else
-            result = KOBWBValue(image);
-    }
-
     KOBLVRListPKOBWBExpression m_children;
 };
 

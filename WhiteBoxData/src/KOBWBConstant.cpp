@@ -23,7 +23,11 @@ KOBWBExpression* KOBWBConstant::IntegrateTable(KOBWBVariable*, unsigned char& in
 }
 
 void KOBWBConstant::SetValue(const KOBWBValue& value, KOBWBExpression* node) {
+    // A buffer left valid by the reset below keeps the value it had: one that a plan
+    // has not written yet receives it now, before the value changes.
+    if (node && HasPendingValue()) WritePendingValue();
     m_value = value;
+    LeafValueChanged();
     GetFactory().ResetBuffer(node);
 }
 

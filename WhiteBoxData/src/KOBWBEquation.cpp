@@ -8,7 +8,14 @@
 
 KOBWBEquation::KOBWBEquation(KOBWBFactory* factory, KOBWBExpression* root, KOBWBEquationType type,
                              int id)
-    : m_factory(factory), m_root(root), m_type(type), m_id(id) {}
+    : m_factory(factory), m_root(root), m_type(type), m_id(id) {
+    if (m_root) m_root->MarkAsEquationRoot();
+}
+
+void KOBWBEquation::SetRoot(KOBWBExpression* root) {
+    m_root = root;
+    if (m_root) m_root->MarkAsEquationRoot();
+}
 
 KOBWBEquation::~KOBWBEquation() {
     if (m_prev) m_prev->m_next = m_next;
@@ -73,5 +80,5 @@ unsigned char KOBWBEquation::AreVarConsistent() const {
 }
 
 void KOBWBEquation::DuplicateRoot() {
-    if (m_root) m_root = m_factory->CloneExpression(m_root);
+    if (m_root) SetRoot(m_factory->CloneExpression(m_root));
 }

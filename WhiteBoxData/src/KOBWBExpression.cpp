@@ -1,7 +1,9 @@
 #include "KOBWBExpression.h"
 
+#include "KOBWBEvaluationPlans.h"
 #include "KOBWBFactory.h"
 #include "KOBWBNodeSideTables.h"
+#include "KOBWBOperatorEvaluation.h"
 #include "KOBWBVariable.h"
 
 #include <new>
@@ -14,7 +16,7 @@ KOBWBExpression::KOBWBExpression(KOBWBFactory& factory, KOBWBExpressionType type
     : m_type(type), m_factory(factory) {}
 
 KOBWBExpression::~KOBWBExpression() {
-    if (!m_hasOwnValue && !m_hasProperties) return;
+    if (!(m_flags & (hasOwnValue | hasProperties))) return;
     kobwb::NodeSideTables& tables = m_factory.SideTables();
     tables.ownValues.erase(this);
     tables.properties.erase(this);
@@ -38,21 +40,58 @@ double KOBWBExpression::GetParameter(int) { return 0.0; }
 
 int KOBWBExpression::GetNbOfParameters() const { return 0; }
 
-void KOBWBExpression::ResetBuffer(unsigned char) { m_flags = 0; }
+void KOBWBExpression::ResetBuffer(unsigned char) {
+    m_flags &= ~bufferValid;
+    if (m_slot >= 0) m_factory.m_evaluationPlans->Slot(m_slot).generation = 0;
+}
+
+bool KOBWBExpression::IsBufferValid() const { return IsBufferFilled() || HasPendingValue(); }
+
+bool KOBWBExpression::HasPendingValue() const {
+    return m_slot >= 0 && !IsBufferFilled() &&
+           m_factory.m_evaluationPlans->Slot(m_slot).generation ==
+               m_factory.GetBufferGeneration();
+}
+
+void KOBWBExpression::WritePendingValue() {
+    const kobwb::RealOperand& operand = m_factory.m_evaluationPlans->Slot(m_slot).operand;
+    // A leaf's value is a copy of its own; a plan keeps an operator's value only
+    // when it is an interval, which the node's evaluation would have stored.
+    if (kobwb::FamilyOf(m_type) == kobwb::OperatorFamily::Leaf)
+        DoEval(m_buffer);
+    else if (operand.kind == kobwb::RealOperand::Kind::Interval)
+        kobwb::StoreInterval(m_buffer, operand.interval);
+    else
+        return;
+    MarkBufferComputed();
+}
+
+void KOBWBExpression::LeafValueChanged() {
+    if (m_slot >= 0) m_factory.m_evaluationPlans->LeafValueChanged(m_slot);
+}
+
+void KOBWBExpression::UpdateSlot() {
+    kobwb::EvaluationSlot& slot = m_factory.m_evaluationPlans->Slot(m_slot);
+    kobwb::ReadRealOperand(m_buffer, slot.operand);
+    slot.generation = m_generation;
+}
 
 const KOBWBValue& KOBWBExpression::GetExprValue() const {
     static const KOBWBValue undefined;
-    if (m_exprValueIsBuffer) return m_buffer;
-    if (!m_hasOwnValue) return undefined;
+    // The node's value computed by a plan is its expression value, as if its own
+    // evaluation had run; a node is never made const, so it may write its buffer.
+    if (HasPendingValue()) const_cast<KOBWBExpression*>(this)->WritePendingValue();
+    if (m_flags & exprValueIsBuffer) return m_buffer;
+    if (!(m_flags & hasOwnValue)) return undefined;
     const auto& values = m_factory.SideTables().ownValues;
     const auto own = values.find(this);
     return own == values.end() ? undefined : own->second;
 }
 
 void KOBWBExpression::SetExprValue(const KOBWBValue& value) {
+    if (HasPendingValue()) WritePendingValue();
     m_factory.SideTables().ownValues[this] = value;
-    m_hasOwnValue = true;
-    m_exprValueIsBuffer = false;
+    m_flags = (m_flags | hasOwnValue) & ~exprValueIsBuffer;
 }
 
 namespace {
@@ -83,23 +122,37 @@ void KOBWBExpression::EvaluateBelowWithoutRecursion() {
 }
 
 const KOBWBValue& KOBWBExpression::Evaluate(bool initialiseEnvironment) {
+    if (HasPendingValue()) {
+        WritePendingValue();
+        if (IsBufferFilled()) return m_buffer;
+    }
     int& depth = m_factory.m_evaluationDepth;
+    if ((m_flags & equationRoot) && depth == 0 &&
+        m_factory.EvaluationPlans().Evaluate(*this, initialiseEnvironment))
+        return m_buffer;
     if (depth >= deepEvaluation) EvaluateBelowWithoutRecursion();
     m_factory.SetBufferUsed();
     if (initialiseEnvironment) m_factory.InitEnvForEval();
     ++depth;
     DoEval(m_buffer);
     --depth;
-    m_exprValueIsBuffer = true;
-    m_flags |= bufferValid;
-    m_generation = m_factory.GetBufferGeneration();
+    MarkBufferComputed();
     return m_buffer;
 }
 
-void KOBWBExpression::Eval(KOBWBValue& result) { result = IsBufferValid() ? m_buffer : Evaluate(true); }
+void KOBWBExpression::MarkAsEquationRoot() {
+    const kobwb::OperatorFamily family = kobwb::FamilyOf(m_type);
+    if (family != kobwb::OperatorFamily::Leaf && family != kobwb::OperatorFamily::None &&
+        family != kobwb::OperatorFamily::IfThenElse && family != kobwb::OperatorFamily::BlackBox)
+        m_flags |= equationRoot;
+}
+
+void KOBWBExpression::NoteStructureChange() { ++m_factory.m_structureVersion; }
+
+void KOBWBExpression::Eval(KOBWBValue& result) { result = IsBufferFilled() ? m_buffer : Evaluate(true); }
 
 double KOBWBExpression::DoEval() {
-    const KOBWBValue& value = IsBufferValid() ? m_buffer : Evaluate(true);
+    const KOBWBValue& value = IsBufferFilled() ? m_buffer : Evaluate(true);
     return value.GetAsDouble();
 }
 
@@ -145,9 +198,9 @@ int KOBWBExpression::GetProperty(int property) const {
 }
 
 void KOBWBExpression::SetProperty(int property, int value) {
-    if (!m_hasProperties && value == m_factory.GetDefaultPropertyValue(property)) return;
+    if (!(m_flags & hasProperties) && value == m_factory.GetDefaultPropertyValue(property)) return;
     PropertyTable& table = m_factory.SideTables().properties[this];
-    m_hasProperties = true;
+    m_flags |= hasProperties;
     if (property < table.count) {
         table.data[property] = value;
         return;
@@ -168,7 +221,7 @@ void KOBWBExpression::SetProperty(int property, int value) {
 }
 
 const PropertyTable* KOBWBExpression::Properties() const {
-    if (!m_hasProperties) return nullptr;
+    if (!(m_flags & hasProperties)) return nullptr;
     const auto& tables = m_factory.SideTables().properties;
     const auto table = tables.find(this);
     return table == tables.end() ? nullptr : &table->second;

@@ -4,6 +4,7 @@
 #include "KOBWBBlackBox.h"
 #include "KOBWBConstant.h"
 #include "KOBWBEquation.h"
+#include "KOBWBEvaluationPlans.h"
 #include "KOBWBNodeArena.h"
 #include "KOBWBNodeSideTables.h"
 #include "KOBWBVariable.h"
@@ -36,6 +37,11 @@ void* KOBWBFactory::AllocateNode(std::size_t size) { return m_arena ? m_arena->A
 kobwb::NodeSideTables& KOBWBFactory::SideTables() {
     if (!m_sideTables) m_sideTables.reset(new kobwb::NodeSideTables);
     return *m_sideTables;
+}
+
+kobwb::EvaluationPlans& KOBWBFactory::EvaluationPlans() {
+    if (!m_evaluationPlans) m_evaluationPlans.reset(new kobwb::EvaluationPlans);
+    return *m_evaluationPlans;
 }
 
 KOBWBExpression* KOBWBFactory::GetExpression(int i) const {

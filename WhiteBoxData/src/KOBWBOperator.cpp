@@ -50,6 +50,7 @@ const KOBWBExpression* KOBWBOperator::GetChild(int i) const {
 unsigned char KOBWBOperator::ReplaceChild(int i, KOBWBExpression* child) {
     if (i < 0 || i >= m_children.Size() || !child) return 0;
     m_children[i] = child;
+    NoteStructureChange();
     return 1;
 }
 

@@ -43,67 +43,62 @@ KOBWBValue Atan(const KOBWBEnvironment& env, const KOBWBValue& x) { return KOBWB
 KOBWBValue Sum(const KOBWBEnvironment& env, const KOBWBValue& a, const KOBWBValue& b) { return KOBWBSum(env, a, b); }
 KOBWBValue Mul(const KOBWBEnvironment& env, const KOBWBValue& a, const KOBWBValue& b) { return KOBWBMul(env, a, b); }
 
-// Interval forms of the value functions that are one dispatch of the arithmetic.
-template <Binary code>
-bool BinaryForm(const KOBWBEnvironment& env, const KOBWBValue& a, const KOBWBValue& b, KOBWBRealInterval& image) {
-    return BinaryOnRealIntervals(env, code, a, b, nullptr, image);
-}
-template <Unary code>
-bool UnaryForm(const KOBWBEnvironment& env, const KOBWBValue& x, KOBWBRealInterval& image) {
-    return UnaryOnRealInterval(env, code, x, {}, image);
-}
+constexpr IntervalForm noForm = {IntervalForm::Kind::None, 0};
+constexpr IntervalForm UnaryForm(Unary code) { return {IntervalForm::Kind::Unary, static_cast<int>(code)}; }
+constexpr IntervalForm BinaryForm(Binary code) { return {IntervalForm::Kind::Binary, static_cast<int>(code)}; }
+constexpr IntervalForm powerForm = {IntervalForm::Kind::Power, 0};
 
-constexpr OperatorInfo unused = {static_cast<KOBWBExpressionType>(0), F::None, 0, "", nullptr, nullptr, nullptr, nullptr};
+constexpr OperatorInfo unused = {static_cast<KOBWBExpressionType>(0), F::None, 0, "", nullptr, nullptr, noForm};
 
 constexpr OperatorInfo table[] = {
     unused,
-    {KOBWBVariableType, F::Leaf, 0, "variable", nullptr, nullptr, nullptr, nullptr},
-    {KOBWBConstantType, F::Leaf, 0, "constant", nullptr, nullptr, nullptr, nullptr},
-    {KOBWBNotType, F::Boolean, 1, "not", Not, nullptr, nullptr, nullptr},
-    {KOBWBOrType, F::Boolean, 2, "or", nullptr, Or, nullptr, nullptr},
-    {KOBWBAndType, F::Boolean, 2, "and", nullptr, And, nullptr, nullptr},
-    {KOBWBEqualType, F::Boolean, 2, "==", nullptr, KOBWBEqual, nullptr, nullptr},
-    {KOBWBNotEqualType, F::Boolean, 2, "!=", nullptr, KOBWBNotEqual, nullptr, nullptr},
-    {KOBWBLessEqualType, F::Boolean, 2, "<=", nullptr, KOBWBLessEqual, nullptr, nullptr},
-    {KOBWBImplicationType, F::Boolean, 2, "=>", nullptr, Implication, nullptr, nullptr},
-    {KOBWBSumType, F::Algebraic, naryArity, "+", nullptr, Sum, nullptr, BinaryForm<Binary::Sum>},
-    {KOBWBProductType, F::Algebraic, naryArity, "*", nullptr, Mul, nullptr, BinaryForm<Binary::Mul>},
-    {KOBWBQuotientType, F::Binary, 2, "/", nullptr, KOBWBDiv, nullptr, BinaryForm<Binary::Div>},
-    {KOBWBPowerType, F::Binary, 2, "^", nullptr, KOBWBPow, nullptr, PowOnRealIntervals},
-    {KOBWBRootType, F::Binary, 2, "root", nullptr, Root, nullptr, nullptr},
-    {KOBWBSqrtType, F::Unary, 1, "sqrt", KOBWBSqrt, nullptr, UnaryForm<Unary::Sqrt>, nullptr},
-    {KOBWBLogType, F::Unary, 1, "log", KOBWBLog, nullptr, UnaryForm<Unary::Log>, nullptr},
-    {KOBWBLnType, F::Unary, 1, "ln", KOBWBLn, nullptr, UnaryForm<Unary::Ln>, nullptr},
-    {KOBWBExpType, F::Unary, 1, "exp", KOBWBExp, nullptr, UnaryForm<Unary::Exp>, nullptr},
-    {KOBWBSinType, F::Trigonometric, 1, "sin", KOBWBSin, nullptr, UnaryForm<Unary::Sin>, nullptr},
-    {KOBWBCosType, F::Trigonometric, 1, "cos", KOBWBCos, nullptr, UnaryForm<Unary::Cos>, nullptr},
-    {KOBWBTanType, F::Trigonometric, 1, "tan", KOBWBTan, nullptr, nullptr, nullptr},
-    {KOBWBAsinType, F::Trigonometric, 1, "asin", Asin, nullptr, nullptr, nullptr},
-    {KOBWBAcosType, F::Trigonometric, 1, "acos", Acos, nullptr, nullptr, nullptr},
-    {KOBWBAtanType, F::Trigonometric, 1, "atan", Atan, nullptr, nullptr, nullptr},
-    {KOBWBAtan2Type, F::Binary, 2, "atan2", nullptr, Atan2, nullptr, BinaryForm<Binary::Atan2>},
-    {KOBWBDimType, F::Binary, 2, "dim", nullptr, KOBWBDim, nullptr, BinaryForm<Binary::Dim>},
-    {KOBWBSignType, F::Binary, 2, "sign", nullptr, KOBWBSign, nullptr, nullptr},
-    {KOBWBStepType, F::Unary, 1, "step", nullptr, nullptr, nullptr, nullptr},
-    {KOBWBSinhType, F::Trigonometric, 1, "sinh", KOBWBSinh, nullptr, nullptr, nullptr},
-    {KOBWBCoshType, F::Trigonometric, 1, "cosh", KOBWBCosh, nullptr, nullptr, nullptr},
-    {KOBWBTanhType, F::Trigonometric, 1, "tanh", KOBWBTanh, nullptr, nullptr, nullptr},
-    {KOBWBAsinhType, F::Trigonometric, 1, "asinh", KOBWBAsinh, nullptr, nullptr, nullptr},
-    {KOBWBAcoshType, F::Trigonometric, 1, "acosh", KOBWBAcosh, nullptr, nullptr, nullptr},
-    {KOBWBAtanhType, F::Trigonometric, 1, "atanh", KOBWBAtanh, nullptr, nullptr, nullptr},
-    {KOBWBAbsType, F::Unary, 1, "abs", KOBWBAbs, nullptr, nullptr, nullptr},
-    {KOBWBCeilType, F::Unary, 1, "ceil", KOBWBCeil, nullptr, nullptr, nullptr},
-    {KOBWBFloorType, F::Unary, 1, "floor", KOBWBFloor, nullptr, nullptr, nullptr},
-    {KOBWBRoundType, F::Unary, 1, "round", KOBWBRound, nullptr, nullptr, nullptr},
-    {KOBWBTruncType, F::Unary, 1, "trunc", KOBWBTrunc, nullptr, nullptr, nullptr},
-    {KOBWBModType, F::Binary, 2, "mod", nullptr, KOBWBMod, nullptr, nullptr},
-    {KOBWBMinType, F::Algebraic, naryArity, "min", nullptr, KOBWBMin, nullptr, nullptr},
-    {KOBWBMaxType, F::Algebraic, naryArity, "max", nullptr, KOBWBMax, nullptr, nullptr},
-    {KOBWBIfThenElseType, F::IfThenElse, 3, "if", nullptr, nullptr, nullptr, nullptr},
-    {KOBWBBlackBoxType, F::BlackBox, naryArity, "blackbox", nullptr, nullptr, nullptr, nullptr},
+    {KOBWBVariableType, F::Leaf, 0, "variable", nullptr, nullptr, noForm},
+    {KOBWBConstantType, F::Leaf, 0, "constant", nullptr, nullptr, noForm},
+    {KOBWBNotType, F::Boolean, 1, "not", Not, nullptr, noForm},
+    {KOBWBOrType, F::Boolean, 2, "or", nullptr, Or, noForm},
+    {KOBWBAndType, F::Boolean, 2, "and", nullptr, And, noForm},
+    {KOBWBEqualType, F::Boolean, 2, "==", nullptr, KOBWBEqual, noForm},
+    {KOBWBNotEqualType, F::Boolean, 2, "!=", nullptr, KOBWBNotEqual, noForm},
+    {KOBWBLessEqualType, F::Boolean, 2, "<=", nullptr, KOBWBLessEqual, noForm},
+    {KOBWBImplicationType, F::Boolean, 2, "=>", nullptr, Implication, noForm},
+    {KOBWBSumType, F::Algebraic, naryArity, "+", nullptr, Sum, BinaryForm(Binary::Sum)},
+    {KOBWBProductType, F::Algebraic, naryArity, "*", nullptr, Mul, BinaryForm(Binary::Mul)},
+    {KOBWBQuotientType, F::Binary, 2, "/", nullptr, KOBWBDiv, BinaryForm(Binary::Div)},
+    {KOBWBPowerType, F::Binary, 2, "^", nullptr, KOBWBPow, powerForm},
+    {KOBWBRootType, F::Binary, 2, "root", nullptr, Root, noForm},
+    {KOBWBSqrtType, F::Unary, 1, "sqrt", KOBWBSqrt, nullptr, UnaryForm(Unary::Sqrt)},
+    {KOBWBLogType, F::Unary, 1, "log", KOBWBLog, nullptr, UnaryForm(Unary::Log)},
+    {KOBWBLnType, F::Unary, 1, "ln", KOBWBLn, nullptr, UnaryForm(Unary::Ln)},
+    {KOBWBExpType, F::Unary, 1, "exp", KOBWBExp, nullptr, UnaryForm(Unary::Exp)},
+    {KOBWBSinType, F::Trigonometric, 1, "sin", KOBWBSin, nullptr, UnaryForm(Unary::Sin)},
+    {KOBWBCosType, F::Trigonometric, 1, "cos", KOBWBCos, nullptr, UnaryForm(Unary::Cos)},
+    {KOBWBTanType, F::Trigonometric, 1, "tan", KOBWBTan, nullptr, noForm},
+    {KOBWBAsinType, F::Trigonometric, 1, "asin", Asin, nullptr, noForm},
+    {KOBWBAcosType, F::Trigonometric, 1, "acos", Acos, nullptr, noForm},
+    {KOBWBAtanType, F::Trigonometric, 1, "atan", Atan, nullptr, noForm},
+    {KOBWBAtan2Type, F::Binary, 2, "atan2", nullptr, Atan2, BinaryForm(Binary::Atan2)},
+    {KOBWBDimType, F::Binary, 2, "dim", nullptr, KOBWBDim, BinaryForm(Binary::Dim)},
+    {KOBWBSignType, F::Binary, 2, "sign", nullptr, KOBWBSign, noForm},
+    {KOBWBStepType, F::Unary, 1, "step", nullptr, nullptr, noForm},
+    {KOBWBSinhType, F::Trigonometric, 1, "sinh", KOBWBSinh, nullptr, noForm},
+    {KOBWBCoshType, F::Trigonometric, 1, "cosh", KOBWBCosh, nullptr, noForm},
+    {KOBWBTanhType, F::Trigonometric, 1, "tanh", KOBWBTanh, nullptr, noForm},
+    {KOBWBAsinhType, F::Trigonometric, 1, "asinh", KOBWBAsinh, nullptr, noForm},
+    {KOBWBAcoshType, F::Trigonometric, 1, "acosh", KOBWBAcosh, nullptr, noForm},
+    {KOBWBAtanhType, F::Trigonometric, 1, "atanh", KOBWBAtanh, nullptr, noForm},
+    {KOBWBAbsType, F::Unary, 1, "abs", KOBWBAbs, nullptr, noForm},
+    {KOBWBCeilType, F::Unary, 1, "ceil", KOBWBCeil, nullptr, noForm},
+    {KOBWBFloorType, F::Unary, 1, "floor", KOBWBFloor, nullptr, noForm},
+    {KOBWBRoundType, F::Unary, 1, "round", KOBWBRound, nullptr, noForm},
+    {KOBWBTruncType, F::Unary, 1, "trunc", KOBWBTrunc, nullptr, noForm},
+    {KOBWBModType, F::Binary, 2, "mod", nullptr, KOBWBMod, noForm},
+    {KOBWBMinType, F::Algebraic, naryArity, "min", nullptr, KOBWBMin, noForm},
+    {KOBWBMaxType, F::Algebraic, naryArity, "max", nullptr, KOBWBMax, noForm},
+    {KOBWBIfThenElseType, F::IfThenElse, 3, "if", nullptr, nullptr, noForm},
+    {KOBWBBlackBoxType, F::BlackBox, naryArity, "blackbox", nullptr, nullptr, noForm},
     unused,
     unused,
-    {KOBWBIntegrateType, F::Integrate, 2, "integrate", nullptr, nullptr, nullptr, nullptr},
+    {KOBWBIntegrateType, F::Integrate, 2, "integrate", nullptr, nullptr, noForm},
 };
 
 constexpr int tableSize = static_cast<int>(sizeof table / sizeof table[0]);

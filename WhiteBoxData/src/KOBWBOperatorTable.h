@@ -3,6 +3,7 @@
 
 #include "KOBWBExpressionType.h"
 #include "KOBWBValue.h"
+#include "KOBWBValueDispatch.h"
 
 class KOBWBEnvironment;
 
@@ -29,13 +30,14 @@ constexpr int naryArity = -1;
 
 typedef KOBWBValue (*UnaryFunction)(const KOBWBEnvironment&, const KOBWBValue&);
 typedef KOBWBValue (*BinaryFunction)(const KOBWBEnvironment&, const KOBWBValue&, const KOBWBValue&);
-// The interval form of a value function: when the function gives a RealInterval that
-// is its real interval form applied to the operands, the form stores that interval and
-// answers true, so that a node can keep it in its buffer without building a value;
-// otherwise it answers false and does nothing.
-typedef bool (*UnaryIntervalForm)(const KOBWBEnvironment&, const KOBWBValue&, KOBWBRealInterval&);
-typedef bool (*BinaryIntervalForm)(const KOBWBEnvironment&, const KOBWBValue&, const KOBWBValue&,
-                                   KOBWBRealInterval&);
+// The interval form of a value function: the function of the arithmetic's operation
+// table whose real interval form the value function applies to operands it can read
+// as real intervals, or the power, which picks its function by its exponent.
+struct IntervalForm {
+    enum class Kind : unsigned char { None, Unary, Binary, Power };
+    Kind kind;
+    int code;
+};
 
 struct OperatorInfo {
     KOBWBExpressionType code;
@@ -44,15 +46,40 @@ struct OperatorInfo {
     const char* name;
     UnaryFunction unary;
     BinaryFunction binary;
-    // Null for the functions that have none.
-    UnaryIntervalForm unaryInterval;
-    BinaryIntervalForm binaryInterval;
+    IntervalForm interval;
 };
 
 // The row of a code; a row of family None for codes no node may carry.
 const OperatorInfo& GetOperatorInfo(int code);
 
 inline OperatorFamily FamilyOf(int code) { return GetOperatorInfo(code).family; }
+
+inline bool HasUnaryForm(const OperatorInfo& info) { return info.interval.kind == IntervalForm::Kind::Unary; }
+inline bool HasBinaryForm(const OperatorInfo& info) {
+    return info.interval.kind == IntervalForm::Kind::Binary || info.interval.kind == IntervalForm::Kind::Power;
+}
+inline const UnaryOperation& UnaryOperationOf(const OperatorInfo& info) {
+    return OperationOf(static_cast<Unary>(info.interval.code));
+}
+inline const BinaryOperation& BinaryOperationOf(const OperatorInfo& info) {
+    return OperationOf(static_cast<Binary>(info.interval.code));
+}
+
+// The interval form of a row applied to operands read with ReadRealOperand: when the
+// value function gives a RealInterval that is its real interval form applied to the
+// operands, the form stores that interval and answers true, so that a node can keep it
+// in its buffer, or an evaluation plan beside the node, without building a value;
+// otherwise, and for rows without such a form, it answers false and does nothing.
+inline bool ApplyIntervalForm(const OperatorInfo& info, const KOBWBEnvironment& environment, const RealOperand& x,
+                              KOBWBRealInterval& image) {
+    return HasUnaryForm(info) && UnaryOnRealOperand(environment, UnaryOperationOf(info), x, {}, image);
+}
+inline bool ApplyIntervalForm(const OperatorInfo& info, const KOBWBEnvironment& environment, const RealOperand& a,
+                              const RealOperand& b, KOBWBRealInterval& image) {
+    if (info.interval.kind == IntervalForm::Kind::Power) return PowOnRealOperands(environment, a, b, image);
+    return info.interval.kind == IntervalForm::Kind::Binary &&
+           BinaryOnRealOperands(environment, BinaryOperationOf(info), a, b, nullptr, image);
+}
 
 } // namespace kobwb
 

@@ -1,6 +1,6 @@
 #include "KOBWBUnaryOperator.h"
 
-#include "KOBWBOperatorTable.h"
+#include "KOBWBOperatorEvaluation.h"
 #include "KOBWBStep.h"
 
 #include <new>
@@ -34,12 +34,6 @@ void KOBWBUnaryOperator::DoEval(KOBWBValue& result) {
         if (m_parameters) result = KOBWBStep(GetEnvironment(), child->GetValue(), m_parameters.get());
         return;
     }
-    const kobwb::OperatorInfo& info = kobwb::GetOperatorInfo(GetType());
-    if (info.family != kobwb::OperatorFamily::Unary || !info.unary) return;
-    const KOBWBValue& x = child->GetValue();
-    KOBWBRealInterval image;
-    if (info.unaryInterval && info.unaryInterval(GetEnvironment(), x, image))
-        StoreInterval(result, image);
-    else
-        result = info.unary(GetEnvironment(), x);
+    kobwb::ComputeUnary(kobwb::GetOperatorInfo(GetType()), kobwb::OperatorFamily::Unary, GetEnvironment(), m_children,
+                        result);
 }

@@ -104,35 +104,9 @@ KOBWBValue KOBWBPow(const KOBWBEnvironment& environment, const KOBWBValue& x, in
                              arguments);
 }
 
-namespace {
-
-// An exponent that is a single number with an integral value.
-bool IsIntegralExponent(const KOBWBValue& y, int& n) {
-    const KOBWBValueType type = y.GetType();
-    if (type != KOBWBIntegerValue && type != KOBWBRealValue) return false;
-    if (!KOBWBIsExact(y, KOBWBAbsPrecision)) return false;
-    const double v = y.GetAsReal();
-    if (v != std::trunc(v) || std::fabs(v) > KOBWBMaxInteger) return false;
-    n = static_cast<int>(v);
-    return true;
-}
-
-} // namespace
-
-bool kobwb::PowOnRealIntervals(const KOBWBEnvironment& environment, const KOBWBValue& x,
-                               const KOBWBValue& y, KOBWBRealInterval& image) {
-    int n = 0;
-    if (!IsIntegralExponent(y, n))
-        return BinaryOnRealIntervals(environment, Binary::Pow, x, y, nullptr, image);
-    UnaryArguments arguments;
-    arguments.index = n;
-    return UnaryOnRealInterval(environment, n >= 0 ? Unary::Power : Unary::RealPower, x, arguments,
-                               image);
-}
-
 KOBWBValue KOBWBPow(const KOBWBEnvironment& environment, const KOBWBValue& x, const KOBWBValue& y) {
-    int n = 0;
-    if (IsIntegralExponent(y, n)) return KOBWBPow(environment, x, n);
+    const kobwb::RealOperand exponent = kobwb::ReadRealOperand(y);
+    if (exponent.integral) return KOBWBPow(environment, x, exponent.exponent);
     return kobwb::ApplyBinary(environment, kobwb::Binary::Pow, x, y);
 }
 

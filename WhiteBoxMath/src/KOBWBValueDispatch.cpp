@@ -4,6 +4,8 @@
 #include "KOBWBEnumImages.h"
 #include "KOBWBOutcomes.h"
 
+#include <cmath>
+
 namespace kobwb {
 
 namespace {
@@ -255,37 +257,51 @@ KOBWBValue BinaryOnAnyKinds(const KOBWBEnvironment& environment, const BinaryOpe
 
 namespace {
 
-// A single Integer or Real, read as the real interval the generic dispatch gives it;
-// other kinds are not read. Fractions are left to the generic dispatch.
-bool ReadSingle(const KOBWBValue& v, KOBWBRealInterval& interval) {
-    if (v.IsAFraction()) return false;
-    const KOBWBValueType type = v.GetType();
-    if (type != KOBWBRealValue && type != KOBWBIntegerValue) return false;
-    interval = v.GetAsRealInterval();
+// An exponent that is a single number with an integral value.
+bool IsIntegralExponent(const KOBWBValue& y, int& n) {
+    const KOBWBValueType type = y.GetType();
+    if (type != KOBWBIntegerValue && type != KOBWBRealValue) return false;
+    if (!KOBWBIsExact(y, KOBWBAbsPrecision)) return false;
+    const double v = y.GetAsReal();
+    if (v != std::trunc(v) || std::fabs(v) > KOBWBMaxInteger) return false;
+    n = static_cast<int>(v);
     return true;
 }
 
 } // namespace
 
-// A RealInterval is neither an exact number nor of an integer kind nor an
-// enumeration, so with one of them and a single number or a RealInterval the
-// generic dispatch applies the real form to both operands read as intervals.
+// Fractions are left to the generic dispatch, except as integral exponents.
+void ReadRealOperand(const KOBWBValue& v, RealOperand& operand) {
+    operand.exponent = 0;
+    if (const KOBWBRealInterval* real = v.GetRealIntervalPayload()) {
+        operand.interval = *real;
+        operand.kind = RealOperand::Kind::Interval;
+        operand.integral = false;
+        return;
+    }
+    operand.integral = IsIntegralExponent(v, operand.exponent);
+    const KOBWBValueType type = v.GetType();
+    if (!v.IsAFraction() && (type == KOBWBRealValue || type == KOBWBIntegerValue)) {
+        operand.interval = v.GetAsRealInterval();
+        operand.kind = RealOperand::Kind::Single;
+    } else {
+        operand.interval = {0.0, 0.0};
+        operand.kind = RealOperand::Kind::Other;
+    }
+}
+
 bool BinaryOnRealIntervals(const KOBWBEnvironment& environment, Binary code, const KOBWBValue& a,
                            const KOBWBValue& b, const KOBWBRealInterval* hint,
                            KOBWBRealInterval& image) {
     const KOBWBRealInterval* realA = a.GetRealIntervalPayload();
     const KOBWBRealInterval* realB = b.GetRealIntervalPayload();
-    KOBWBRealInterval single;
     if (realA && realB) {
-    } else if (realA && ReadSingle(b, single)) {
-        realB = &single;
-    } else if (realB && ReadSingle(a, single)) {
-        realA = &single;
-    } else {
-        return false;
+        image = OperationOf(code).real(environment, *realA, *realB, hint);
+        return true;
     }
-    image = OperationOf(code).real(environment, *realA, *realB, hint);
-    return true;
+    if (!realA && !realB) return false;
+    return BinaryOnRealOperands(environment, OperationOf(code), ReadRealOperand(a), ReadRealOperand(b), hint,
+                                image);
 }
 
 bool UnaryOnRealInterval(const KOBWBEnvironment& environment, Unary code, const KOBWBValue& x,
@@ -294,6 +310,11 @@ bool UnaryOnRealInterval(const KOBWBEnvironment& environment, Unary code, const 
     if (!real) return false;
     image = OperationOf(code).real(environment, *real, arguments);
     return true;
+}
+
+bool PowOnRealIntervals(const KOBWBEnvironment& environment, const KOBWBValue& x, const KOBWBValue& y,
+                        KOBWBRealInterval& image) {
+    return PowOnRealOperands(environment, ReadRealOperand(x), ReadRealOperand(y), image);
 }
 
 KOBWBValue ApplyUnary(const KOBWBEnvironment& environment, Unary code, const KOBWBValue& x,

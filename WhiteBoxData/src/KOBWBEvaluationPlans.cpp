@@ -1,0 +1,218 @@
+#include "KOBWBEvaluationPlans.h"
+
+#include "KOBWBAlgebraicOperator.h"
+#include "KOBWBBinaryOperator.h"
+#include "KOBWBConstant.h"
+#include "KOBWBFactory.h"
+#include "KOBWBOperatorEvaluation.h"
+#include "KOBWBTrigonometricOperator.h"
+#include "KOBWBUnaryOperator.h"
+
+#include <typeinfo>
+#include <unordered_set>
+
+namespace kobwb {
+
+namespace {
+
+// How many steps ahead the memory of a leaf's value is asked for: leaves lie away from
+// the slots. As roots are mostly evaluated in the order their plans were made, the
+// steps ahead may well be those of the next plans.
+constexpr std::size_t prefetchDistance = 24;
+
+// How many plans ahead the node of a root is asked for.
+constexpr std::size_t rootsAhead = 2;
+
+// Nodes with more children evaluate themselves.
+constexpr int maxListedChildren = 0xffff;
+
+// Nodes that evaluate their children themselves, and only those they need.
+bool EvaluatesItsOwnChildren(OperatorFamily family) {
+    return family == OperatorFamily::IfThenElse || family == OperatorFamily::BlackBox;
+}
+
+bool HasNullChild(const KOBWBExpression& node) {
+    for (int i = 0; i < node.GetNbOfChildren(); ++i)
+        if (!node.GetChild(i)) return true;
+    return false;
+}
+
+const KOBWBValue& LeafValue(const KOBWBExpression& leaf) {
+    return static_cast<const KOBWBConstant&>(leaf).KOBWBConstant::GetExprValue();
+}
+
+// Marks an operand whose interval was just computed as the RealInterval it now is.
+void MakeInterval(RealOperand& operand) {
+    operand.kind = RealOperand::Kind::Interval;
+    operand.integral = false;
+    operand.exponent = 0;
+}
+
+} // namespace
+
+int EvaluationPlans::SlotOf(KOBWBExpression& node) {
+    if (node.m_slot < 0) {
+        node.m_slot = static_cast<int>(m_slots.size());
+        m_slots.emplace_back();
+        m_nodeOfSlot.push_back(&node);
+        m_planOfSlot.push_back(-1);
+    }
+    return node.m_slot;
+}
+
+EvaluationPlans::Plan EvaluationPlans::Make(KOBWBExpression& root) {
+    struct Frame {
+        KOBWBExpression* node;
+        int nextChild;
+    };
+    const Plan plan{&root, m_steps.size(), 0, m_childSlots.size()};
+    std::unordered_set<const KOBWBExpression*> listed{&root};
+    std::vector<Frame> frames{{&root, 0}};
+    while (!frames.empty()) {
+        Frame& top = frames.back();
+        KOBWBExpression* node = top.node;
+        const OperatorInfo& info = GetOperatorInfo(node->GetType());
+        const int count = node->GetNbOfChildren();
+        if (!EvaluatesItsOwnChildren(info.family) && top.nextChild < count) {
+            KOBWBExpression* child = node->GetChild(top.nextChild++);
+            if (child && listed.insert(child).second) frames.push_back({child, 0});
+            continue;
+        }
+        frames.pop_back();
+        Step step{{node}, SlotOf(*node), 0, Kind::Node};
+        const std::type_info& type = typeid(*node);
+        const bool complete = count > 0 && count <= maxListedChildren && !HasNullChild(*node);
+        const bool power = info.interval.kind == IntervalForm::Kind::Power;
+        if (info.family == OperatorFamily::Leaf && dynamic_cast<KOBWBConstant*>(node)) {
+            step.kind = Kind::Leaf;
+        } else if (type == typeid(KOBWBAlgebraicOperator) && info.family == OperatorFamily::Algebraic &&
+                   info.interval.kind == IntervalForm::Kind::Binary && count >= 2 && complete) {
+            step.kind = Kind::Fold;
+            step.binary = &BinaryOperationOf(info);
+        } else if (type == typeid(KOBWBBinaryOperator) && info.family == OperatorFamily::Binary &&
+                   HasBinaryForm(info) && count == 2 && complete) {
+            step.kind = power ? Kind::Power : Kind::Binary;
+            if (!power) step.binary = &BinaryOperationOf(info);
+        } else if (((type == typeid(KOBWBUnaryOperator) && info.family == OperatorFamily::Unary) ||
+                    (type == typeid(KOBWBTrigonometricOperator) && info.family == OperatorFamily::Trigonometric)) &&
+                   info.unary && HasUnaryForm(info) && count == 1 && complete) {
+            step.kind = Kind::Unary;
+            step.unary = &UnaryOperationOf(info);
+        }
+        if (step.kind != Kind::Leaf && step.kind != Kind::Node) {
+            step.childCount = static_cast<unsigned short>(count);
+            for (int i = 0; i < count; ++i) m_childSlots.push_back(SlotOf(*node->GetChild(i)));
+        }
+        m_steps.push_back(step);
+    }
+    const std::size_t budget =
+        stepsPerNode * static_cast<std::size_t>(root.GetFactory().GetNbOfExpressions()) + stepsAllowance;
+    if (m_steps.size() > budget) {
+        m_steps.resize(plan.firstStep);
+        m_childSlots.resize(plan.firstChild);
+        return plan;
+    }
+    return {&root, plan.firstStep, m_steps.size() - plan.firstStep, plan.firstChild};
+}
+
+void EvaluationPlans::Run(const Plan& plan, KOBWBFactory& factory) {
+    const KOBWBEnvironment& environment = factory.GetEnvironment();
+    const unsigned& generation = factory.m_bufferGeneration;
+    const Step* const steps = m_steps.data() + plan.firstStep;
+    const int* children = m_childSlots.data() + plan.firstChild;
+    EvaluationSlot* slots = m_slots.data();
+    const std::size_t ahead = m_steps.size() - plan.firstStep;
+    for (std::size_t s = 0; s < plan.stepCount; ++s) {
+        if (s + prefetchDistance < ahead) {
+            const Step& later = steps[s + prefetchDistance];
+            if (later.kind == Kind::Leaf && !slots[later.slot].lasting) {
+                const char* value = reinterpret_cast<const char*>(&LeafValue(*later.node));
+                __builtin_prefetch(value);
+                __builtin_prefetch(value + sizeof(KOBWBValue) / 2);
+            }
+        }
+        const Step& step = steps[s];
+        const int* own = children;
+        children += step.childCount;
+        EvaluationSlot& slot = slots[step.slot];
+        if (slot.generation == generation) continue;
+        // The children were computed by the steps before, unless an evaluation with
+        // side effects has reset some of them since: the node then evaluates itself.
+        bool current = true;
+        for (int i = 0; i < step.childCount; ++i) current = current && slots[own[i]].generation == generation;
+        // The interval is computed into the slot itself: results pass from step to
+        // step through memory, and a value copied whole right after being written in
+        // halves would wait for the writes.
+        RealOperand& result = slot.operand;
+        bool computed = false;
+        if (current) switch (step.kind) {
+            case Kind::Leaf:
+                // The slot is out of date, so is the buffer: the leaf would copy its
+                // value, which is read only when it was set since the last reading.
+                if (!slot.lasting) ReadRealOperand(LeafValue(*step.node), result);
+                slot.lasting = true;
+                slot.generation = generation;
+                continue;
+            case Kind::Fold:
+                result = slots[own[0]].operand;
+                computed = true;
+                for (int i = 1; i < step.childCount && computed; ++i) {
+                    computed = BinaryOnRealOperands(environment, *step.binary, result, slots[own[i]].operand, nullptr,
+                                                    result.interval);
+                    MakeInterval(result);
+                }
+                break;
+            case Kind::Binary:
+                computed = BinaryOnRealOperands(environment, *step.binary, slots[own[0]].operand,
+                                                slots[own[1]].operand, nullptr, result.interval);
+                break;
+            case Kind::Power:
+                computed = PowOnRealOperands(environment, slots[own[0]].operand, slots[own[1]].operand, result.interval);
+                break;
+            case Kind::Unary:
+                computed = UnaryOnRealOperand(environment, *step.unary, slots[own[0]].operand, {}, result.interval);
+                break;
+            case Kind::Node: break;
+            }
+        if (computed) {
+            MakeInterval(result);
+            slot.generation = generation;
+        } else {
+            m_nodeOfSlot[static_cast<std::size_t>(step.slot)]->GetValue();
+            slots = m_slots.data();
+        }
+    }
+}
+
+bool EvaluationPlans::Evaluate(KOBWBExpression& root, bool initialiseEnvironment) {
+    KOBWBFactory& factory = root.m_factory;
+    if (m_structureVersion != factory.m_structureVersion) {
+        m_plans.clear();
+        m_steps.clear();
+        m_childSlots.clear();
+        m_structureVersion = factory.m_structureVersion;
+    }
+    const std::size_t slot = static_cast<std::size_t>(SlotOf(root));
+    const int known = m_planOfSlot[slot];
+    if (known < 0 || static_cast<std::size_t>(known) >= m_plans.size() ||
+        m_plans[static_cast<std::size_t>(known)].root != &root) {
+        const Plan plan = Make(root);
+        m_planOfSlot[slot] = static_cast<int>(m_plans.size());
+        m_plans.push_back(plan);
+    }
+    const std::size_t index = static_cast<std::size_t>(m_planOfSlot[slot]);
+    // Roots are mostly evaluated in the order their plans were made: the root after
+    // next is asked for now, as its node is the one thing of it not read in turn.
+    if (index + rootsAhead < m_plans.size()) __builtin_prefetch(m_plans[index + rootsAhead].root);
+    const Plan plan = m_plans[index];
+    if (plan.stepCount == 0) return false;
+    factory.SetBufferUsed();
+    if (initialiseEnvironment) factory.InitEnvForEval();
+    ++factory.m_evaluationDepth;
+    Run(plan, factory);
+    --factory.m_evaluationDepth;
+    if (root.HasPendingValue()) root.WritePendingValue();
+    return root.IsBufferFilled();
+}
+
+} // namespace kobwb

@@ -1,0 +1,123 @@
+#ifndef KOBWBEvaluationPlans_h
+#define KOBWBEvaluationPlans_h
+
+#include "KOBWBValueDispatch.h"
+
+#include <cstddef>
+#include <vector>
+
+class KOBWBEnvironment;
+class KOBWBExpression;
+class KOBWBFactory;
+
+namespace kobwb {
+
+// What evaluation plans know of a node's value: the value read as an operand of the
+// interval forms, valid in one buffer generation.
+//
+// A node's slot and its buffer agree: a buffer filled in the current generation has
+// its slot filled too, and a slot filled by a plan, whose node's buffer was not
+// written, holds a value that the buffer receives unchanged when it is asked for.
+// Resets clear both.
+struct EvaluationSlot {
+    RealOperand operand;
+    // The buffer generation the operand belongs to; 0 is never current.
+    unsigned generation = 0;
+    // For a leaf: the operand is its value, read when the value was last set, and
+    // holds in any generation until it is set again.
+    bool lasting = false;
+};
+
+// The evaluation plans of a factory's equation roots, and the slots of the nodes
+// they list.
+//
+// A plan lists the nodes below a root in an order where every node comes after its
+// children, each node once. A root evaluated again and again (a solver's passes over
+// its system) walks its list instead of searching its graph each time. While values
+// are intervals, or single numbers that the interval forms take, a step computes its
+// node from its children's slots with the interval form of the node's code, exactly
+// as the node's own evaluation would, and keeps the result in the node's slot: the
+// node itself is not touched until its value is asked for. Whatever the interval
+// forms do not cover is evaluated by the node, as without a plan. Conditions and
+// black-box calls evaluate their children themselves (a condition only the branch it
+// takes), so a plan lists them without their subgraphs.
+//
+// The plans, their steps and the slots each lie in one array, in the order the plans
+// were made, so that evaluating the roots in turn reads memory in turn. The plans
+// describe the graph as it was when they were made: the factory counts the changes to
+// children lists, and at another count every plan is dropped and made again.
+class EvaluationPlans {
+public:
+    // Evaluates root through its plan, making the plan first when there is none or it
+    // is out of date; true when root's buffer holds its value. False, with nothing
+    // evaluated, when the plan would take the plans past their budget: the caller
+    // then evaluates recursively, and the plan is not tried again until the graph
+    // changes.
+    bool Evaluate(KOBWBExpression& root, bool initialiseEnvironment);
+
+    EvaluationSlot& Slot(int slot) { return m_slots[static_cast<std::size_t>(slot)]; }
+    // A leaf's value changed: its slot is read again at its next evaluation.
+    void LeafValueChanged(int slot) { Slot(slot).lasting = false; }
+
+    // The plans list at most this many steps per node of the factory, plus a fixed
+    // allowance, so that roots sharing large subgraphs cannot make them outgrow the
+    // graph.
+    static constexpr std::size_t stepsPerNode = 4;
+    static constexpr std::size_t stepsAllowance = 4096;
+
+private:
+    enum class Kind : unsigned char {
+        // A constant or a variable: its value is read into its slot.
+        Leaf,
+        // Computed from the children's slots by the interval form of the node's code.
+        Fold,
+        Binary,
+        Power,
+        Unary,
+        // Evaluated by the node itself.
+        Node
+    };
+
+    // Sixteen bytes: the steps are most of what a plan reads.
+    struct Step {
+        union {
+            // For leaves and nodes evaluated by themselves.
+            KOBWBExpression* node;
+            // The function of the interval form, for the kinds computed from slots.
+            const BinaryOperation* binary;
+            const UnaryOperation* unary;
+        };
+        int slot;
+        // The slots of the children follow those of the previous steps.
+        unsigned short childCount;
+        Kind kind;
+    };
+
+    struct Plan {
+        const KOBWBExpression* root;
+        std::size_t firstStep;
+        std::size_t stepCount;
+        std::size_t firstChild;
+    };
+
+    // The slot of node, given one when it has none.
+    int SlotOf(KOBWBExpression& node);
+    // Lists root's graph; an empty plan when the budget refuses it.
+    Plan Make(KOBWBExpression& root);
+    void Run(const Plan& plan, KOBWBFactory& factory);
+
+    std::vector<EvaluationSlot> m_slots;
+    std::vector<KOBWBExpression*> m_nodeOfSlot;
+    // For each slot, the plan of its node when the node is an equation root; -1 when
+    // it has none.
+    std::vector<int> m_planOfSlot;
+    std::vector<Plan> m_plans;
+    std::vector<Step> m_steps;
+    std::vector<int> m_childSlots;
+    // The factory's count of structure changes when the plans were made.
+    unsigned long long m_structureVersion = 0;
+};
+
+} // namespace kobwb
+
+#endif
