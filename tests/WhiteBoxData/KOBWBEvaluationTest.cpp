@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <functional>
 #include <vector>
 
@@ -137,9 +138,10 @@ TEST(KOBWBEvaluation, ConditionsAndBooleans) {
     EXPECT_EQ(factory.CreateNotEqual(one, two)->GetValue().GetAsBoolean(), KOBWBTrue);
 }
 
-// Nodes keep interval results in their buffers without building values; whatever
-// the kinds of the operands, a node must give what its value function gives, kind,
-// bounds and error bits alike, also when its buffer held another kind before.
+// Nodes keep interval results in their buffers without building values, and equation
+// roots compute through plans that keep them beside the nodes; whatever the kinds of
+// the operands, a node must give what its value function gives, kind, bounds and
+// error bits alike, also when its buffer held another kind before.
 TEST(KOBWBEvaluation, NodesGiveWhatTheValueFunctionsGive) {
     KOBWBFactory factory;
     KOBWBEnvironment& environment = factory.GetEnvironment();
@@ -170,7 +172,10 @@ TEST(KOBWBEvaluation, NodesGiveWhatTheValueFunctionsGive) {
         KOBWBValue(KOBWBSingleReal_Any),       KOBWBValue(KOBWBSingleInteger_Nil),
         KOBWBValue(KOBWBIntegerInterval{1, 3}), KOBWBValue(KOBWBCreateFraction(1, 3, 0, 0)),
     };
-    for (const KOBWBValue& x : operands) {
+    for (const bool roots : {false, true}) {
+      if (roots)
+          for (const Case& test : cases) factory.AddEquation(test.node, KOBWBEqEqual);
+      for (const KOBWBValue& x : operands) {
         for (const KOBWBValue& y : operands) {
             const KOBWBValue& z = operands[0];
             a->SetExprValue(x);
@@ -193,6 +198,7 @@ TEST(KOBWBEvaluation, NodesGiveWhatTheValueFunctionsGive) {
                 EXPECT_EQ(got.upper, want.upper);
             }
         }
+      }
     }
 }
 
@@ -220,4 +226,66 @@ TEST(KOBWBEvaluation, DeepChainsDoNotExhaustTheStack) {
     equation->DuplicateRoot();
     ASSERT_NE(equation->GetRoot(), chain);
     EXPECT_EQ(equation->GetRoot()->Eval(), chain->Eval());
+}
+
+// A root's plan keeps the results of the nodes below it beside them; everything a
+// caller can observe must be as if every node had evaluated itself.
+TEST(KOBWBEvaluation, EquationRootsEvaluateThroughPlans) {
+    KOBWBFactory factory(0);
+    KOBWBVariable* x = factory.CreateVariable();
+    KOBWBVariable* y = factory.CreateVariable();
+    x->SetExprValue(KOBWBValue(KOBWBRealInterval{1, 2}));
+    y->SetExprValue(KOBWBValue(KOBWBRealInterval{3, 4}));
+    CountingDouble counter;
+    KOBWBExpression* argument[] = {x};
+    KOBWBExpression* doubled = factory.DeclareBlackBox(&counter, 1, argument, 0);
+    KOBWBExpression* dx = factory.CreateSub(y, x);
+    KOBWBExpression* square = factory.CreatePower(dx, 2);
+    KOBWBConstant* offset = factory.CreateRealConstant(-10.0);
+    KOBWBExpression* first =
+        factory.AddEquation(factory.CreateSum(factory.CreateSum(square, doubled), offset), KOBWBEqEqual)->GetRoot();
+    KOBWBExpression* second = factory.AddEquation(factory.CreateAtan2(dx, doubled), KOBWBEqEqual)->GetRoot();
+
+    for (int pass = 0; pass < 3; ++pass) {
+        factory.ResetBuffer(nullptr);
+        EXPECT_EQ(Interval(first).lower, 1 + 2 - 10);
+        EXPECT_EQ(Interval(first).upper, 9 + 4 - 10);
+        EXPECT_NEAR(Interval(second).lower, std::atan2(1, 4), 1e-15);
+        EXPECT_EQ(counter.calls, pass + 1);
+    }
+    // The nodes below answer as if they had evaluated themselves.
+    EXPECT_TRUE(square->IsBufferValid());
+    EXPECT_EQ(square->GetExprValue().GetAsRealInterval().lower, 1);
+    EXPECT_EQ(dx->GetValue().GetAsRealInterval().upper, 3);
+    square->SetExprValue(KOBWBValue(7.0));
+    EXPECT_EQ(square->GetExprValue().GetAsReal(), 7.0);
+    EXPECT_EQ(square->GetValue().GetAsRealInterval().upper, 9);
+
+    // A constant set while its buffer stays valid keeps its value until a reset.
+    KOBWBExpression* unrelated = factory.CreateSum(y, y);
+    offset->SetValue(KOBWBValue(-20.0), unrelated);
+    EXPECT_EQ(offset->GetValue().GetAsReal(), -10.0);
+    EXPECT_EQ(Interval(first).lower, -7);
+    // (A reset changes nothing until some buffer was filled since the last one.)
+    EXPECT_EQ(Interval(unrelated).lower, 6);
+    factory.ResetBuffer(nullptr);
+    EXPECT_EQ(Interval(first).lower, -17);
+
+    // A changed children list is followed at once.
+    ASSERT_TRUE(square->ReplaceChild(1, factory.CreateIntegerConstant(3)));
+    factory.ResetBuffer(nullptr);
+    EXPECT_EQ(Interval(first).upper, 27 + 4 - 20);
+    EXPECT_EQ(first->Eval(), first->GetValue().GetAsDouble());
+    ASSERT_TRUE(first->AddChild(factory.CreateRealConstant(0.5)));
+    factory.ResetBuffer(nullptr);
+    EXPECT_EQ(Interval(first).upper, 27 + 4 - 20 + 0.5);
+
+    // Errors of the pass are those of the nodes, and Eval starts them afresh.
+    y->SetExprValue(KOBWBValue(KOBWBRealInterval{-9, -5}));
+    KOBWBExpression* root = factory.AddEquation(factory.CreateSqrt(y), KOBWBEqEqual)->GetRoot();
+    root->Eval();
+    EXPECT_NE(factory.GetEnvironment().GetError(), 0u);
+    y->SetExprValue(KOBWBValue(16.0));
+    EXPECT_EQ(root->Eval(), 4.0);
+    EXPECT_EQ(factory.GetEnvironment().GetError(), 0u);
 }
