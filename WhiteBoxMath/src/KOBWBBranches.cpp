@@ -34,10 +34,5 @@ KOBWBRealInterval ShiftsMeetingHint(const KOBWBEnvironment& environment,
                      static_cast<double>(image.upper + last * period));
 }
 
-KOBWBRealInterval HullOf(const KOBWBRealInterval& a, const KOBWBRealInterval& b) {
-    if (!(a.lower <= a.upper)) return b;
-    if (!(b.lower <= b.upper)) return a;
-    return {std::min(a.lower, b.lower), std::max(a.upper, b.upper)};
-}
 
 } // namespace kobwb

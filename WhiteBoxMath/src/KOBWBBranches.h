@@ -3,6 +3,8 @@
 
 #include "KOBWBInterval.h"
 
+#include <algorithm>
+
 class KOBWBEnvironment;
 
 // The choice of branches of the multivalued inverses (roots, inverse trigonometric
@@ -25,7 +27,11 @@ KOBWBRealInterval ShiftsMeetingHint(const KOBWBEnvironment& environment,
                                     const KOBWBRealInterval& hint);
 
 // The hull of two intervals of which either may be empty.
-KOBWBRealInterval HullOf(const KOBWBRealInterval& a, const KOBWBRealInterval& b);
+inline KOBWBRealInterval HullOf(const KOBWBRealInterval& a, const KOBWBRealInterval& b) {
+    if (!(a.lower <= a.upper)) return b;
+    if (!(b.lower <= b.upper)) return a;
+    return {std::min(a.lower, b.lower), std::max(a.upper, b.upper)};
+}
 
 } // namespace kobwb
 

@@ -77,9 +77,15 @@ bool RestrictToDomain(const KOBWBEnvironment& environment, const KOBWBRealInterv
                       int code, int n, KOBWBRealInterval& restricted) {
     if (!CheckArgument(environment, argument, restricted)) return false;
     const Domain domain = DomainOf(code, n);
-    restricted = KOBWBIntersect(restricted, domain.range, environment.GetTolerance());
-    if (!(restricted.lower <= restricted.upper)) return Nothing(environment, restricted);
-    restricted = {Clamp(restricted.lower, domain.range), Clamp(restricted.upper, domain.range)};
+    // An ordered argument inside the domain is what the intersection and the clamping
+    // would leave of it, as long as bounds snap onto nearby ones and not away.
+    const double tolerance = environment.GetTolerance();
+    const bool inside = domain.range.lower <= restricted.lower && restricted.upper <= domain.range.upper;
+    if (!inside || !(tolerance >= 0)) {
+        restricted = KOBWBIntersect(restricted, domain.range, tolerance);
+        if (!(restricted.lower <= restricted.upper)) return Nothing(environment, restricted);
+        restricted = {Clamp(restricted.lower, domain.range), Clamp(restricted.upper, domain.range)};
+    }
     const double hole = domain.hole;
     if (hole > 0) {
         const bool lowerInHole = restricted.lower > -hole;
