@@ -122,9 +122,13 @@ private:
     const KOBWBValue& Evaluate(bool initialiseEnvironment);
     // Marks the buffer, just computed, valid in the current generation.
     void MarkBufferComputed() {
+        MarkBufferFilled();
+        if (m_slot >= 0) UpdateSlot();
+    }
+    // The same for a buffer filled from the node's slot, which the slot agrees with.
+    void MarkBufferFilled() {
         m_flags |= bufferValid | exprValueIsBuffer;
         m_generation = m_factory.GetBufferGeneration();
-        if (m_slot >= 0) UpdateSlot();
     }
     // Keeps the slot of the node's evaluation plans in step with the buffer.
     void UpdateSlot();

@@ -122,6 +122,10 @@ void EvaluationPlans::Run(const Plan& plan, KOBWBFactory& factory) {
     const int* children = m_childSlots.data() + plan.firstChild;
     EvaluationSlot* slots = m_slots.data();
     const std::size_t ahead = m_steps.size() - plan.firstStep;
+    // Until a node evaluates itself, nothing but the steps touches the slots, so
+    // every child's slot is current; an evaluation with side effects may reset
+    // some, and from then on each child is checked.
+    bool checkChildren = false;
     for (std::size_t s = 0; s < plan.stepCount; ++s) {
         if (s + prefetchDistance < ahead) {
             const Step& later = steps[s + prefetchDistance];
@@ -136,10 +140,9 @@ void EvaluationPlans::Run(const Plan& plan, KOBWBFactory& factory) {
         children += step.childCount;
         EvaluationSlot& slot = slots[step.slot];
         if (slot.generation == generation) continue;
-        // The children were computed by the steps before, unless an evaluation with
-        // side effects has reset some of them since: the node then evaluates itself.
         bool current = true;
-        for (int i = 0; i < step.childCount; ++i) current = current && slots[own[i]].generation == generation;
+        if (checkChildren)
+            for (int i = 0; i < step.childCount; ++i) current = current && slots[own[i]].generation == generation;
         // The interval is computed into the slot itself: results pass from step to
         // step through memory, and a value copied whole right after being written in
         // halves would wait for the writes.
@@ -154,13 +157,12 @@ void EvaluationPlans::Run(const Plan& plan, KOBWBFactory& factory) {
                 slot.generation = generation;
                 continue;
             case Kind::Fold:
-                result = slots[own[0]].operand;
-                computed = true;
-                for (int i = 1; i < step.childCount && computed; ++i) {
+                computed = BinaryOnRealOperands(environment, *step.binary, slots[own[0]].operand,
+                                                slots[own[1]].operand, nullptr, result.interval);
+                MakeInterval(result);
+                for (int i = 2; i < step.childCount && computed; ++i)
                     computed = BinaryOnRealOperands(environment, *step.binary, result, slots[own[i]].operand, nullptr,
                                                     result.interval);
-                    MakeInterval(result);
-                }
                 break;
             case Kind::Binary:
                 computed = BinaryOnRealOperands(environment, *step.binary, slots[own[0]].operand,
@@ -180,6 +182,7 @@ void EvaluationPlans::Run(const Plan& plan, KOBWBFactory& factory) {
         } else {
             m_nodeOfSlot[static_cast<std::size_t>(step.slot)]->GetValue();
             slots = m_slots.data();
+            checkChildren = true;
         }
     }
 }

@@ -63,7 +63,7 @@ void KOBWBExpression::WritePendingValue() {
         kobwb::StoreInterval(m_buffer, operand.interval);
     else
         return;
-    MarkBufferComputed();
+    MarkBufferFilled();
 }
 
 void KOBWBExpression::LeafValueChanged() {
