@@ -7,9 +7,10 @@
 #include "KOBWBOperatorEvaluation.h"
 #include "KOBWBTrigonometricOperator.h"
 #include "KOBWBUnaryOperator.h"
+#include "KOBWBVariable.h"
 
+#include <algorithm>
 #include <typeinfo>
-#include <unordered_set>
 
 namespace kobwb {
 
@@ -50,59 +51,82 @@ void MakeInterval(RealOperand& operand) {
 
 } // namespace
 
+void EvaluationPlans::Reserve(std::size_t nodes) {
+    // Roots share some nodes, and plans list leaves as steps: a little more than one
+    // step per node is usual.
+    const std::size_t steps = nodes + nodes / 2;
+    m_slots.reserve(nodes);
+    m_nodeOfSlot.reserve(nodes);
+    m_planOfSlot.reserve(nodes);
+    m_listedBy.reserve(nodes);
+    m_steps.reserve(steps);
+    m_childSlots.reserve(steps);
+}
+
 int EvaluationPlans::SlotOf(KOBWBExpression& node) {
     if (node.m_slot < 0) {
         node.m_slot = static_cast<int>(m_slots.size());
         m_slots.emplace_back();
         m_nodeOfSlot.push_back(&node);
         m_planOfSlot.push_back(-1);
+        m_listedBy.push_back(0);
     }
     return node.m_slot;
 }
 
+EvaluationPlans::Step EvaluationPlans::StepOf(KOBWBExpression& node) {
+    const OperatorInfo& info = GetOperatorInfo(node.GetType());
+    const int count = node.GetNbOfChildren();
+    const std::type_info& type = typeid(node);
+    const bool complete = count > 0 && count <= maxListedChildren && !HasNullChild(node);
+    Step step{{&node}, SlotOf(node), 0, Kind::Node};
+    if (info.family == OperatorFamily::Leaf && (type == typeid(KOBWBConstant) || type == typeid(KOBWBVariable))) {
+        step.kind = Kind::Leaf;
+    } else if (type == typeid(KOBWBAlgebraicOperator) && info.family == OperatorFamily::Algebraic &&
+               info.interval.kind == IntervalForm::Kind::Binary && count >= 2 && complete) {
+        step.kind = Kind::Fold;
+        step.binary = &BinaryOperationOf(info);
+    } else if (type == typeid(KOBWBBinaryOperator) && info.family == OperatorFamily::Binary && HasBinaryForm(info) &&
+               count == 2 && complete) {
+        const bool power = info.interval.kind == IntervalForm::Kind::Power;
+        step.kind = power ? Kind::Power : Kind::Binary;
+        if (!power) step.binary = &BinaryOperationOf(info);
+    } else if (((type == typeid(KOBWBUnaryOperator) && info.family == OperatorFamily::Unary) ||
+                (type == typeid(KOBWBTrigonometricOperator) && info.family == OperatorFamily::Trigonometric)) &&
+               info.unary && HasUnaryForm(info) && count == 1 && complete) {
+        step.kind = Kind::Unary;
+        step.unary = &UnaryOperationOf(info);
+    }
+    if (step.kind != Kind::Leaf && step.kind != Kind::Node) step.childCount = static_cast<unsigned short>(count);
+    return step;
+}
+
+bool EvaluationPlans::List(KOBWBExpression& node) {
+    const std::size_t slot = static_cast<std::size_t>(SlotOf(node));
+    if (m_listedBy[slot] == m_listing) return false;
+    m_listedBy[slot] = m_listing;
+    return true;
+}
+
 EvaluationPlans::Plan EvaluationPlans::Make(KOBWBExpression& root) {
-    struct Frame {
-        KOBWBExpression* node;
-        int nextChild;
-    };
     const Plan plan{&root, m_steps.size(), 0, m_childSlots.size()};
-    std::unordered_set<const KOBWBExpression*> listed{&root};
-    std::vector<Frame> frames{{&root, 0}};
-    while (!frames.empty()) {
-        Frame& top = frames.back();
+    if (++m_listing == 0) {
+        std::fill(m_listedBy.begin(), m_listedBy.end(), 0u);
+        m_listing = 1;
+    }
+    List(root);
+    m_frames.assign(1, {&root, 0});
+    while (!m_frames.empty()) {
+        Frame& top = m_frames.back();
         KOBWBExpression* node = top.node;
-        const OperatorInfo& info = GetOperatorInfo(node->GetType());
-        const int count = node->GetNbOfChildren();
-        if (!EvaluatesItsOwnChildren(info.family) && top.nextChild < count) {
+        if (!EvaluatesItsOwnChildren(FamilyOf(node->GetType())) && top.nextChild < node->GetNbOfChildren()) {
             KOBWBExpression* child = node->GetChild(top.nextChild++);
-            if (child && listed.insert(child).second) frames.push_back({child, 0});
+            if (child && List(*child)) m_frames.push_back({child, 0});
             continue;
         }
-        frames.pop_back();
-        Step step{{node}, SlotOf(*node), 0, Kind::Node};
-        const std::type_info& type = typeid(*node);
-        const bool complete = count > 0 && count <= maxListedChildren && !HasNullChild(*node);
-        const bool power = info.interval.kind == IntervalForm::Kind::Power;
-        if (info.family == OperatorFamily::Leaf && dynamic_cast<KOBWBConstant*>(node)) {
-            step.kind = Kind::Leaf;
-        } else if (type == typeid(KOBWBAlgebraicOperator) && info.family == OperatorFamily::Algebraic &&
-                   info.interval.kind == IntervalForm::Kind::Binary && count >= 2 && complete) {
-            step.kind = Kind::Fold;
-            step.binary = &BinaryOperationOf(info);
-        } else if (type == typeid(KOBWBBinaryOperator) && info.family == OperatorFamily::Binary &&
-                   HasBinaryForm(info) && count == 2 && complete) {
-            step.kind = power ? Kind::Power : Kind::Binary;
-            if (!power) step.binary = &BinaryOperationOf(info);
-        } else if (((type == typeid(KOBWBUnaryOperator) && info.family == OperatorFamily::Unary) ||
-                    (type == typeid(KOBWBTrigonometricOperator) && info.family == OperatorFamily::Trigonometric)) &&
-                   info.unary && HasUnaryForm(info) && count == 1 && complete) {
-            step.kind = Kind::Unary;
-            step.unary = &UnaryOperationOf(info);
-        }
-        if (step.kind != Kind::Leaf && step.kind != Kind::Node) {
-            step.childCount = static_cast<unsigned short>(count);
-            for (int i = 0; i < count; ++i) m_childSlots.push_back(SlotOf(*node->GetChild(i)));
-        }
+        m_frames.pop_back();
+        const Step step = StepOf(*node);
+        for (int i = 0; i < step.childCount; ++i) m_childSlots.push_back(SlotOf(*node->GetChild(i)));
         m_steps.push_back(step);
     }
     const std::size_t budget =
@@ -195,6 +219,7 @@ bool EvaluationPlans::Evaluate(KOBWBExpression& root, bool initialiseEnvironment
         m_childSlots.clear();
         m_structureVersion = factory.m_structureVersion;
     }
+    if (m_plans.empty()) Reserve(static_cast<std::size_t>(factory.GetNbOfExpressions()));
     const std::size_t slot = static_cast<std::size_t>(SlotOf(root));
     const int known = m_planOfSlot[slot];
     if (known < 0 || static_cast<std::size_t>(known) >= m_plans.size() ||

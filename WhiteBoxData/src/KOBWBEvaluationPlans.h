@@ -100,8 +100,20 @@ private:
         std::size_t firstChild;
     };
 
+    struct Frame {
+        KOBWBExpression* node;
+        int nextChild;
+    };
+
+    // Room for the plans of a factory of that many nodes, made in one go rather than
+    // by repeated growth, which would fill many more fresh pages.
+    void Reserve(std::size_t nodes);
     // The slot of node, given one when it has none.
     int SlotOf(KOBWBExpression& node);
+    // The step that computes node.
+    Step StepOf(KOBWBExpression& node);
+    // Marks node as listed by the plan being made; false when it already was.
+    bool List(KOBWBExpression& node);
     // Lists root's graph; an empty plan when the budget refuses it.
     Plan Make(KOBWBExpression& root);
     void Run(const Plan& plan, KOBWBFactory& factory);
@@ -111,6 +123,10 @@ private:
     // For each slot, the plan of its node when the node is an equation root; -1 when
     // it has none.
     std::vector<int> m_planOfSlot;
+    // For each slot, the number of the last listing that reached its node.
+    std::vector<unsigned> m_listedBy;
+    unsigned m_listing = 0;
+    std::vector<Frame> m_frames;
     std::vector<Plan> m_plans;
     std::vector<Step> m_steps;
     std::vector<int> m_childSlots;

@@ -271,14 +271,8 @@ bool IsIntegralExponent(const KOBWBValue& y, int& n) {
 } // namespace
 
 // Fractions are left to the generic dispatch, except as integral exponents.
-void ReadRealOperand(const KOBWBValue& v, RealOperand& operand) {
+void ReadOtherRealOperand(const KOBWBValue& v, RealOperand& operand) {
     operand.exponent = 0;
-    if (const KOBWBRealInterval* real = v.GetRealIntervalPayload()) {
-        operand.interval = *real;
-        operand.kind = RealOperand::Kind::Interval;
-        operand.integral = false;
-        return;
-    }
     operand.integral = IsIntegralExponent(v, operand.exponent);
     const KOBWBValueType type = v.GetType();
     if (!v.IsAFraction() && (type == KOBWBRealValue || type == KOBWBIntegerValue)) {

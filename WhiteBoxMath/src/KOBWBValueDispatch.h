@@ -46,9 +46,20 @@ struct RealOperand {
     int exponent = 0;
 };
 
+// The operand of a value that is not a RealInterval.
+void ReadOtherRealOperand(const KOBWBValue& v, RealOperand& operand);
 // Writes every field of operand in place, which a caller storing operands side by
 // side prefers to a copy.
-void ReadRealOperand(const KOBWBValue& v, RealOperand& operand);
+inline void ReadRealOperand(const KOBWBValue& v, RealOperand& operand) {
+    if (const KOBWBRealInterval* real = v.GetRealIntervalPayload()) {
+        operand.interval = *real;
+        operand.kind = RealOperand::Kind::Interval;
+        operand.integral = false;
+        operand.exponent = 0;
+        return;
+    }
+    ReadOtherRealOperand(v, operand);
+}
 inline RealOperand ReadRealOperand(const KOBWBValue& v) {
     RealOperand operand;
     ReadRealOperand(v, operand);
