@@ -77,22 +77,24 @@ int EvaluationPlans::SlotOf(KOBWBExpression& node) {
 EvaluationPlans::Step EvaluationPlans::StepOf(KOBWBExpression& node) {
     const OperatorInfo& info = GetOperatorInfo(node.GetType());
     const int count = node.GetNbOfChildren();
-    const std::type_info& type = typeid(node);
+    // Only the library's own node classes are computed from slots; the addresses of
+    // their type descriptions are unique within the library.
+    const std::type_info* const type = &typeid(node);
     const bool complete = count > 0 && count <= maxListedChildren && !HasNullChild(node);
     Step step{{&node}, SlotOf(node), 0, Kind::Node};
-    if (info.family == OperatorFamily::Leaf && (type == typeid(KOBWBConstant) || type == typeid(KOBWBVariable))) {
+    if (info.family == OperatorFamily::Leaf && (type == &typeid(KOBWBConstant) || type == &typeid(KOBWBVariable))) {
         step.kind = Kind::Leaf;
-    } else if (type == typeid(KOBWBAlgebraicOperator) && info.family == OperatorFamily::Algebraic &&
+    } else if (type == &typeid(KOBWBAlgebraicOperator) && info.family == OperatorFamily::Algebraic &&
                info.interval.kind == IntervalForm::Kind::Binary && count >= 2 && complete) {
         step.kind = Kind::Fold;
         step.binary = &BinaryOperationOf(info);
-    } else if (type == typeid(KOBWBBinaryOperator) && info.family == OperatorFamily::Binary && HasBinaryForm(info) &&
+    } else if (type == &typeid(KOBWBBinaryOperator) && info.family == OperatorFamily::Binary && HasBinaryForm(info) &&
                count == 2 && complete) {
         const bool power = info.interval.kind == IntervalForm::Kind::Power;
         step.kind = power ? Kind::Power : Kind::Binary;
         if (!power) step.binary = &BinaryOperationOf(info);
-    } else if (((type == typeid(KOBWBUnaryOperator) && info.family == OperatorFamily::Unary) ||
-                (type == typeid(KOBWBTrigonometricOperator) && info.family == OperatorFamily::Trigonometric)) &&
+    } else if (((type == &typeid(KOBWBUnaryOperator) && info.family == OperatorFamily::Unary) ||
+                (type == &typeid(KOBWBTrigonometricOperator) && info.family == OperatorFamily::Trigonometric)) &&
                info.unary && HasUnaryForm(info) && count == 1 && complete) {
         step.kind = Kind::Unary;
         step.unary = &UnaryOperationOf(info);
@@ -108,6 +110,10 @@ bool EvaluationPlans::List(KOBWBExpression& node) {
     return true;
 }
 
+EvaluationPlans::Frame EvaluationPlans::FrameOf(KOBWBExpression& node) {
+    return {&node, 0, EvaluatesItsOwnChildren(FamilyOf(node.GetType())) ? 0 : node.GetNbOfChildren()};
+}
+
 EvaluationPlans::Plan EvaluationPlans::Make(KOBWBExpression& root) {
     const Plan plan{&root, m_steps.size(), 0, m_childSlots.size()};
     if (++m_listing == 0) {
@@ -115,13 +121,13 @@ EvaluationPlans::Plan EvaluationPlans::Make(KOBWBExpression& root) {
         m_listing = 1;
     }
     List(root);
-    m_frames.assign(1, {&root, 0});
+    m_frames.assign(1, FrameOf(root));
     while (!m_frames.empty()) {
         Frame& top = m_frames.back();
         KOBWBExpression* node = top.node;
-        if (!EvaluatesItsOwnChildren(FamilyOf(node->GetType())) && top.nextChild < node->GetNbOfChildren()) {
+        if (top.nextChild < top.listedChildren) {
             KOBWBExpression* child = node->GetChild(top.nextChild++);
-            if (child && List(*child)) m_frames.push_back({child, 0});
+            if (child && List(*child)) m_frames.push_back(FrameOf(*child));
             continue;
         }
         m_frames.pop_back();

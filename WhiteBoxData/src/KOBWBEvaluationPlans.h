@@ -1,6 +1,7 @@
 #ifndef KOBWBEvaluationPlans_h
 #define KOBWBEvaluationPlans_h
 
+#include "KOBLVRLargeBlocks.h"
 #include "KOBWBValueDispatch.h"
 
 #include <cstddef>
@@ -100,9 +101,15 @@ private:
         std::size_t firstChild;
     };
 
+    // The arrays of the plans grow to megabytes: they live in large blocks.
+    template <class T>
+    using Array = std::vector<T, LargeBlockAllocator<T>>;
+
     struct Frame {
         KOBWBExpression* node;
         int nextChild;
+        // The children the plan lists below the node.
+        int listedChildren;
     };
 
     // Room for the plans of a factory of that many nodes, made in one go rather than
@@ -112,24 +119,25 @@ private:
     int SlotOf(KOBWBExpression& node);
     // The step that computes node.
     Step StepOf(KOBWBExpression& node);
+    Frame FrameOf(KOBWBExpression& node);
     // Marks node as listed by the plan being made; false when it already was.
     bool List(KOBWBExpression& node);
     // Lists root's graph; an empty plan when the budget refuses it.
     Plan Make(KOBWBExpression& root);
     void Run(const Plan& plan, KOBWBFactory& factory);
 
-    std::vector<EvaluationSlot> m_slots;
-    std::vector<KOBWBExpression*> m_nodeOfSlot;
+    Array<EvaluationSlot> m_slots;
+    Array<KOBWBExpression*> m_nodeOfSlot;
     // For each slot, the plan of its node when the node is an equation root; -1 when
     // it has none.
-    std::vector<int> m_planOfSlot;
+    Array<int> m_planOfSlot;
     // For each slot, the number of the last listing that reached its node.
-    std::vector<unsigned> m_listedBy;
+    Array<unsigned> m_listedBy;
     unsigned m_listing = 0;
     std::vector<Frame> m_frames;
-    std::vector<Plan> m_plans;
-    std::vector<Step> m_steps;
-    std::vector<int> m_childSlots;
+    Array<Plan> m_plans;
+    Array<Step> m_steps;
+    Array<int> m_childSlots;
     // The factory's count of structure changes when the plans were made.
     unsigned long long m_structureVersion = 0;
 };

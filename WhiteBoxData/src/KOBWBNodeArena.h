@@ -1,6 +1,8 @@
 #ifndef KOBWBNodeArena_h
 #define KOBWBNodeArena_h
 
+#include "KOBLVRLargeBlocks.h"
+
 #include <cstddef>
 
 namespace kobwb {
@@ -19,8 +21,6 @@ public:
 
     // Null when memory runs out.
     void* Allocate(std::size_t size) noexcept;
-
-    static constexpr std::size_t hugePage = 2 * 1024 * 1024;
 
 private:
     // Each block begins with a link to the block made before it.

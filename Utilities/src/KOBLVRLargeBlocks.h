@@ -1,0 +1,48 @@
+#ifndef KOBLVRLargeBlocks_h
+#define KOBLVRLargeBlocks_h
+
+#include <cstddef>
+#include <new>
+
+// Memory for large arrays that are filled once and then read again and again (the
+// nodes of a factory, the plans that evaluate them). Blocks of whole huge pages are
+// aligned on them and asked to be backed by them where the system offers it: filling
+// a few megabytes then takes a few page faults instead of thousands.
+namespace kobwb {
+
+constexpr std::size_t hugePage = 2 * 1024 * 1024;
+
+// Null when memory runs out; the block is freed with FreeLargeBlock.
+void* AllocateLargeBlock(std::size_t bytes) noexcept;
+void FreeLargeBlock(void* block) noexcept;
+
+// An allocator for standard containers that takes its memory from large blocks.
+template <class T>
+struct LargeBlockAllocator {
+    using value_type = T;
+
+    LargeBlockAllocator() = default;
+    template <class U>
+    LargeBlockAllocator(const LargeBlockAllocator<U>&) noexcept {}
+
+    T* allocate(std::size_t count) {
+        if (count > static_cast<std::size_t>(-1) / sizeof(T)) throw std::bad_array_new_length();
+        void* block = AllocateLargeBlock(count * sizeof(T));
+        if (!block) throw std::bad_alloc();
+        return static_cast<T*>(block);
+    }
+    void deallocate(T* block, std::size_t) noexcept { FreeLargeBlock(block); }
+
+    template <class U>
+    bool operator==(const LargeBlockAllocator<U>&) const noexcept {
+        return true;
+    }
+    template <class U>
+    bool operator!=(const LargeBlockAllocator<U>&) const noexcept {
+        return false;
+    }
+};
+
+} // namespace kobwb
+
+#endif
