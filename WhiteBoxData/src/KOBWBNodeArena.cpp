@@ -2,6 +2,8 @@
 
 #include "KOBLVRLargeBlocks.h"
 
+#include <cstdint>
+
 namespace kobwb {
 
 namespace {
@@ -22,13 +24,15 @@ void* NodeArena::Allocate(std::size_t size) noexcept {
     size = RoundUp(size, alignment);
     if (!m_top || static_cast<std::size_t>(m_top - m_bottom) < size) {
         const std::size_t header = RoundUp(sizeof(Block), alignment);
-        const std::size_t length = RoundUp(header + size, m_blockSize);
+        const std::size_t length = RoundUp(header + size + alignment, m_blockSize);
         Block* block = static_cast<Block*>(AllocateLargeBlock(length));
         if (!block) return nullptr;
         block->previous = m_last;
         m_last = block;
         m_bottom = reinterpret_cast<unsigned char*>(block) + header;
-        m_top = reinterpret_cast<unsigned char*>(block) + length;
+        // The top of the block, down to a line boundary whatever the block's own alignment.
+        const std::uintptr_t end = reinterpret_cast<std::uintptr_t>(block) + length;
+        m_top = reinterpret_cast<unsigned char*>(end / alignment * alignment);
         if (m_blockSize < maxBlockSize) m_blockSize *= 2;
     }
     m_top -= size;

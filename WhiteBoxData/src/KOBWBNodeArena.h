@@ -32,7 +32,9 @@ private:
     // stays small and a large one needs few blocks.
     static constexpr std::size_t firstBlockSize = 16 * 1024;
     static constexpr std::size_t maxBlockSize = hugePage;
-    static constexpr std::size_t alignment = alignof(std::max_align_t);
+    // A node starts a cache line, so that its header and the part of its value
+    // buffer that an interval uses share one line.
+    static constexpr std::size_t alignment = 64;
 
     Block* m_last = nullptr;
     unsigned char* m_bottom = nullptr;
