@@ -2,6 +2,7 @@
 
 #include "KOBWBEvaluationPlans.h"
 #include "KOBWBFactory.h"
+#include "KOBWBGraphWalk.h"
 #include "KOBWBNodeSideTables.h"
 #include "KOBWBOperatorEvaluation.h"
 #include "KOBWBVariable.h"
@@ -157,19 +158,13 @@ double KOBWBExpression::DoEval() {
 }
 
 unsigned char KOBWBExpression::IsConstant() const {
-    std::vector<const KOBWBExpression*> pending{this};
-    while (!pending.empty()) {
-        const KOBWBExpression* node = pending.back();
-        pending.pop_back();
-        if (node->m_type == KOBWBVariableType) return 0;
-        if (node->m_type == KOBWBConstantType) continue;
-        for (int i = 0; i < node->GetNbOfChildren(); ++i) {
-            const KOBWBExpression* child = node->GetChild(i);
-            if (!child) return 0;
-            pending.push_back(child);
-        }
-    }
-    return 1;
+    using kobwb::WalkStep;
+    return kobwb::WalkGraph(this, [](const KOBWBExpression* node) {
+               if (!node || node->m_type == KOBWBVariableType) return WalkStep::Stop;
+               return node->m_type == KOBWBConstantType ? WalkStep::Skip : WalkStep::Descend;
+           })
+               ? 1
+               : 0;
 }
 
 int KOBWBExpression::FindPresentVariables(KOBWBVariable**& out) {

@@ -1,6 +1,7 @@
 #include "KOBWBOperator.h"
 
 #include "KOBLVRAssert.h"
+#include "KOBWBGraphWalk.h"
 
 #include <vector>
 
@@ -91,21 +92,15 @@ unsigned char KOBWBOperator::IsEqualTo(const KOBWBExpression* other) const {
 
 namespace {
 
-// Calls visit on every leaf below node (a node without children), along every
-// path, with an explicit stack so that a deep graph cannot exhaust the call stack;
-// stops and answers false as soon as visit does.
+// Calls visit on every leaf below node (a node without children), stopping and
+// answering false as soon as visit does.
 template <class Visit> bool VisitLeaves(const KOBWBExpression* node, Visit visit) {
-    std::vector<const KOBWBExpression*> pending;
-    for (int i = 0; i < node->GetNbOfChildren(); ++i) pending.push_back(node->GetChild(i));
-    while (!pending.empty()) {
-        const KOBWBExpression* current = pending.back();
-        pending.pop_back();
-        if (!current) continue;
-        const int count = current->GetNbOfChildren();
-        if (count == 0 && !visit(current)) return false;
-        for (int i = 0; i < count; ++i) pending.push_back(current->GetChild(i));
-    }
-    return true;
+    using kobwb::WalkStep;
+    return kobwb::WalkGraph(node, [&visit, node](const KOBWBExpression* current) {
+        if (!current) return WalkStep::Skip;
+        if (current->GetNbOfChildren() > 0 || current == node) return WalkStep::Descend;
+        return visit(current) ? WalkStep::Skip : WalkStep::Stop;
+    });
 }
 
 } // namespace
@@ -124,13 +119,8 @@ void KOBWBOperator::FillPresentVariables(unsigned char* mask) const {
 void KOBWBOperator::ResetBuffer(unsigned char recursive) {
     KOBWBExpression::ResetBuffer(0);
     if (!recursive) return;
-    std::vector<KOBWBExpression*> pending;
-    for (int i = 0; i < m_children.Size(); ++i) pending.push_back(m_children[i]);
-    while (!pending.empty()) {
-        KOBWBExpression* node = pending.back();
-        pending.pop_back();
-        if (!node) continue;
-        node->KOBWBExpression::ResetBuffer(0);
-        for (int i = 0; i < node->GetNbOfChildren(); ++i) pending.push_back(node->GetChild(i));
-    }
+    kobwb::WalkGraph(static_cast<KOBWBExpression*>(this), [](KOBWBExpression* node) {
+        if (node) node->KOBWBExpression::ResetBuffer(0);
+        return kobwb::WalkStep::Descend;
+    });
 }

@@ -289,3 +289,26 @@ TEST(KOBWBEvaluation, EquationRootsEvaluateThroughPlans) {
     EXPECT_EQ(root->Eval(), 4.0);
     EXPECT_EQ(factory.GetEnvironment().GetError(), 0u);
 }
+
+// A graph whose paths double at every level has 2^60 paths below its top and 61
+// nodes: every walk must take the time of its nodes.
+TEST(KOBWBEvaluation, SharedGraphsAreWalkedOncePerNode) {
+    KOBWBFactory factory(0);
+    KOBWBVariable* x = factory.CreateVariable();
+    KOBWBVariable* y = factory.CreateVariable();
+    x->SetExprValue(KOBWBValue(1.0));
+    KOBWBExpression* top = x;
+    for (int level = 0; level < 60; ++level) top = factory.CreateProduct(top, top);
+    EXPECT_EQ(top->Eval(), 1.0);
+    EXPECT_FALSE(top->IsConstant());
+    EXPECT_TRUE(top->IsFree(y));
+    EXPECT_FALSE(top->IsFree(x));
+    KOBWBVariable** present = nullptr;
+    ASSERT_EQ(top->FindPresentVariables(present), 1);
+    EXPECT_EQ(present[0], x);
+    delete[] present;
+    factory.ResetBuffer(top);
+    EXPECT_FALSE(top->GetChild(0)->GetChild(0)->IsBufferValid());
+    x->SetExprValue(KOBWBValue(-1.0));
+    EXPECT_EQ(factory.AddEquation(top, KOBWBEqEqual)->GetRoot()->Eval(), 1.0);
+}
