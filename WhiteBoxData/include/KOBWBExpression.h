@@ -115,6 +115,8 @@ private:
     static constexpr unsigned hasOwnValue = 32;
     static constexpr unsigned hasProperties = 64;
     static constexpr unsigned equationRoot = 128;
+    // An evaluation plan lists the node and its slot holds what the plan knows of it.
+    static constexpr unsigned slotted = 256;
 
     bool IsBufferFilled() const {
         return (m_flags & bufferValid) && m_generation == m_factory.GetBufferGeneration();
@@ -123,7 +125,7 @@ private:
     // Marks the buffer, just computed, valid in the current generation.
     void MarkBufferComputed() {
         MarkBufferFilled();
-        if (m_slot >= 0) UpdateSlot();
+        if (m_flags & slotted) UpdateSlot();
     }
     // The same for a buffer filled from the node's slot, which the slot agrees with.
     void MarkBufferFilled() {
@@ -140,9 +142,10 @@ private:
     const kobwb::PropertyTable* Properties() const;
 
     KOBWBExpressionType m_type;
-    // The node's place among the factory's evaluation slots, -1 while no evaluation
-    // plan lists it.
-    int m_slot = -1;
+    // The node's place among the factory's evaluation slots: its number in the order
+    // nodes were made, so that slots lie in the order of the graph; -1 for nodes made
+    // past the largest int, which evaluate without plans.
+    int m_slot;
     KOBWBFactory& m_factory;
     // The expression value is the buffer itself since the last evaluation, rather
     // than a copy of it (flag exprValueIsBuffer). A value given to SetExprValue, and

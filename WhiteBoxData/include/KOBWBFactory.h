@@ -9,6 +9,7 @@
 #include "KOBWBEquationType.h"
 #include "KOBWBExpressionType.h"
 
+#include <limits>
 #include <memory>
 #include <vector>
 
@@ -203,6 +204,8 @@ private:
     friend class kobwb::EvaluationPlans;
 
     void* AllocateNode(std::size_t size);
+    // The number of the next node made; -1 once numbers run out.
+    int NumberNode() { return m_nodesNumbered < std::numeric_limits<int>::max() ? m_nodesNumbered++ : -1; }
     kobwb::NodeSideTables& SideTables();
     kobwb::EvaluationPlans& EvaluationPlans();
 
@@ -234,6 +237,7 @@ private:
     // Counts the changes to children lists; evaluation plans made at another count
     // are out of date.
     unsigned long long m_structureVersion = 0;
+    int m_nodesNumbered = 0;
     // Made when an equation root is first evaluated.
     std::unique_ptr<kobwb::EvaluationPlans> m_evaluationPlans;
     KOBWBEnvironment m_environment;

@@ -64,12 +64,16 @@ void EvaluationPlans::Reserve(std::size_t nodes) {
 }
 
 int EvaluationPlans::SlotOf(KOBWBExpression& node) {
-    if (node.m_slot < 0) {
-        node.m_slot = static_cast<int>(m_slots.size());
-        m_slots.emplace_back();
-        m_nodeOfSlot.push_back(&node);
-        m_planOfSlot.push_back(-1);
-        m_listedBy.push_back(0);
+    if (!(node.m_flags & KOBWBExpression::slotted)) {
+        const std::size_t slot = static_cast<std::size_t>(node.m_slot);
+        if (slot >= m_slots.size()) {
+            m_slots.resize(slot + 1);
+            m_nodeOfSlot.resize(slot + 1, nullptr);
+            m_planOfSlot.resize(slot + 1, -1);
+            m_listedBy.resize(slot + 1, 0);
+        }
+        m_nodeOfSlot[slot] = &node;
+        node.m_flags |= KOBWBExpression::slotted;
     }
     return node.m_slot;
 }
@@ -104,6 +108,10 @@ EvaluationPlans::Step EvaluationPlans::StepOf(KOBWBExpression& node) {
 }
 
 bool EvaluationPlans::List(KOBWBExpression& node) {
+    if (node.m_slot < 0) {
+        m_unnumbered = true;
+        return false;
+    }
     const std::size_t slot = static_cast<std::size_t>(SlotOf(node));
     if (m_listedBy[slot] == m_listing) return false;
     m_listedBy[slot] = m_listing;
@@ -120,6 +128,7 @@ EvaluationPlans::Plan EvaluationPlans::Make(KOBWBExpression& root) {
         std::fill(m_listedBy.begin(), m_listedBy.end(), 0u);
         m_listing = 1;
     }
+    m_unnumbered = false;
     List(root);
     m_frames.assign(1, FrameOf(root));
     while (!m_frames.empty()) {
@@ -137,7 +146,7 @@ EvaluationPlans::Plan EvaluationPlans::Make(KOBWBExpression& root) {
     }
     const std::size_t budget =
         stepsPerNode * static_cast<std::size_t>(root.GetFactory().GetNbOfExpressions()) + stepsAllowance;
-    if (m_steps.size() > budget) {
+    if (m_steps.size() > budget || m_unnumbered) {
         m_steps.resize(plan.firstStep);
         m_childSlots.resize(plan.firstChild);
         return plan;
@@ -225,7 +234,8 @@ bool EvaluationPlans::Evaluate(KOBWBExpression& root, bool initialiseEnvironment
         m_childSlots.clear();
         m_structureVersion = factory.m_structureVersion;
     }
-    if (m_plans.empty()) Reserve(static_cast<std::size_t>(factory.GetNbOfExpressions()));
+    if (root.m_slot < 0) return false;
+    if (m_plans.empty()) Reserve(static_cast<std::size_t>(factory.m_nodesNumbered));
     const std::size_t slot = static_cast<std::size_t>(SlotOf(root));
     const int known = m_planOfSlot[slot];
     if (known < 0 || static_cast<std::size_t>(known) >= m_plans.size() ||

@@ -122,7 +122,8 @@ private:
     Frame FrameOf(KOBWBExpression& node);
     // Marks node as listed by the plan being made; false when it already was.
     bool List(KOBWBExpression& node);
-    // Lists root's graph; an empty plan when the budget refuses it.
+    // Lists root's graph; an empty plan when the budget refuses it, or when a node
+    // has no number.
     Plan Make(KOBWBExpression& root);
     void Run(const Plan& plan, KOBWBFactory& factory);
 
@@ -134,6 +135,8 @@ private:
     // For each slot, the number of the last listing that reached its node.
     Array<unsigned> m_listedBy;
     unsigned m_listing = 0;
+    // Whether the listing met a node without a number.
+    bool m_unnumbered = false;
     std::vector<Frame> m_frames;
     Array<Plan> m_plans;
     Array<Step> m_steps;

@@ -14,7 +14,7 @@
 using kobwb::PropertyTable;
 
 KOBWBExpression::KOBWBExpression(KOBWBFactory& factory, KOBWBExpressionType type)
-    : m_type(type), m_factory(factory) {}
+    : m_type(type), m_slot(factory.NumberNode()), m_factory(factory) {}
 
 KOBWBExpression::~KOBWBExpression() {
     if (!(m_flags & (hasOwnValue | hasProperties))) return;
@@ -43,13 +43,13 @@ int KOBWBExpression::GetNbOfParameters() const { return 0; }
 
 void KOBWBExpression::ResetBuffer(unsigned char) {
     m_flags &= ~bufferValid;
-    if (m_slot >= 0) m_factory.m_evaluationPlans->Slot(m_slot).generation = 0;
+    if (m_flags & slotted) m_factory.m_evaluationPlans->Slot(m_slot).generation = 0;
 }
 
 bool KOBWBExpression::IsBufferValid() const { return IsBufferFilled() || HasPendingValue(); }
 
 bool KOBWBExpression::HasPendingValue() const {
-    return m_slot >= 0 && !IsBufferFilled() &&
+    return (m_flags & slotted) && !IsBufferFilled() &&
            m_factory.m_evaluationPlans->Slot(m_slot).generation ==
                m_factory.GetBufferGeneration();
 }
@@ -68,7 +68,7 @@ void KOBWBExpression::WritePendingValue() {
 }
 
 void KOBWBExpression::LeafValueChanged() {
-    if (m_slot >= 0) m_factory.m_evaluationPlans->LeafValueChanged(m_slot);
+    if (m_flags & slotted) m_factory.m_evaluationPlans->LeafValueChanged(m_slot);
 }
 
 void KOBWBExpression::UpdateSlot() {
