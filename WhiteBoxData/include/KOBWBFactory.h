@@ -215,6 +215,10 @@ private:
     };
 
     KOBWBExpression* NegatedConstant(KOBWBExpression* constant);
+    struct DerivativePass;
+    // d expr / d v, made bottom-up (see DerivativePass); 0 for a constant expr when
+    // zeroIfConstant, expr's own rule otherwise.
+    KOBWBExpression* Derivative(KOBWBExpression* expr, KOBWBVariable* v, bool zeroIfConstant);
     KOBWBConstant* NewConstant(const KOBWBValue& value);
 
     KOBLVRListPKOBWBExpression m_expressions;
@@ -238,6 +242,8 @@ private:
     // are out of date.
     unsigned long long m_structureVersion = 0;
     int m_nodesNumbered = 0;
+    // The derivatives being made, innermost first.
+    DerivativePass* m_derivativePass = nullptr;
     // Made when an equation root is first evaluated.
     std::unique_ptr<kobwb::EvaluationPlans> m_evaluationPlans;
     KOBWBEnvironment m_environment;

@@ -1,6 +1,8 @@
 #include "KOBWBConstant.h"
 #include "KOBWBFactory.h"
+#include "KOBWBNodeMap.h"
 #include "KOBWBOperatorFamilies.h"
+#include "KOBWBOperatorTable.h"
 
 #include <cmath>
 #include <vector>
@@ -10,12 +12,119 @@
 // Zero terms are dropped from sums and products, unit factors are left out, and
 // integer powers keep integer exponents.
 
+namespace {
+
+// The children whose derivatives the rule of node asks for, as the rules below do.
+bool RuleDifferentiates(const KOBWBExpression& node, int child) {
+    switch (node.GetType()) {
+    case KOBWBSumType:
+    case KOBWBProductType:
+    case KOBWBQuotientType:
+    case KOBWBAtan2Type: return true;
+    case KOBWBRootType:
+    case KOBWBSqrtType:
+    case KOBWBLogType:
+    case KOBWBLnType:
+    case KOBWBExpType: return child == 0;
+    case KOBWBPowerType: {
+        const KOBWBExpression* exponent = node.GetChild(1);
+        return child == 0 || !exponent || exponent->GetType() != KOBWBConstantType ||
+               !exponent->GetExprValue().IsAKindOf(KOBWBIntegerValue);
+    }
+    default: return kobwb::FamilyOf(node.GetType()) == kobwb::OperatorFamily::Trigonometric;
+    }
+}
+
+} // namespace
+
+// The derivatives of one graph by one variable, made bottom-up: every node whose
+// derivative a rule asks for is differentiated before the rule runs, so a rule finds
+// its children's derivatives here instead of making them by recursion. A chain of a
+// million nodes is then differentiated without exhausting the call stack, and a node
+// shared by several parents is differentiated once.
+struct KOBWBFactory::DerivativePass {
+    struct Entry {
+        bool constant = false;
+        bool listed = false;
+        bool made = false;
+        KOBWBExpression* derivative = nullptr;
+    };
+
+    KOBWBVariable* variable;
+    kobwb::NodeMap<Entry> nodes;
+    DerivativePass* outer;
+};
+
 KOBWBExpression* KOBWBFactory::CreateDerivative(KOBWBExpression* expr, int n, KOBWBVariable** variables) {
     if (!expr || !variables) return nullptr;
-    if (expr->IsConstant()) return CreateIntegerConstant(0);
+    // A constant graph has the derivative 0; the derivatives after the first are asked
+    // of the graph's own top node.
     KOBWBExpression* current = expr;
-    for (int i = 0; i < n && current; ++i) current = current->Differentiate(variables[i]);
+    for (int i = 0; i < n && current; ++i) current = Derivative(current, variables[i], i == 0);
     return current;
+}
+
+KOBWBExpression* KOBWBFactory::Derivative(KOBWBExpression* expr, KOBWBVariable* v, bool zeroIfConstant) {
+    for (DerivativePass* pass = m_derivativePass; pass; pass = pass->outer) {
+        if (pass->variable != v) continue;
+        const DerivativePass::Entry* known = pass->nodes.Find(expr);
+        if (known && known->made) return known->derivative;
+    }
+    if (!v) return zeroIfConstant && expr->IsConstant() ? CreateIntegerConstant(0) : expr->Differentiate(v);
+    DerivativePass pass{v, {}, m_derivativePass};
+    struct Frame {
+        KOBWBExpression* node;
+        int nextChild;
+    };
+    // Constancy of every node below, children first.
+    std::vector<Frame> frames{{expr, 0}};
+    pass.nodes.Insert(expr, {});
+    while (!frames.empty()) {
+        Frame& top = frames.back();
+        KOBWBExpression* node = top.node;
+        if (top.nextChild < node->GetNbOfChildren()) {
+            KOBWBExpression* child = node->GetChild(top.nextChild++);
+            if (child && pass.nodes.Insert(child, {}).second) frames.push_back({child, 0});
+            continue;
+        }
+        frames.pop_back();
+        bool constant = node->GetType() == KOBWBConstantType;
+        if (node->GetType() != KOBWBVariableType && !constant) {
+            constant = true;
+            for (int i = 0; i < node->GetNbOfChildren() && constant; ++i) {
+                const KOBWBExpression* child = node->GetChild(i);
+                constant = child && pass.nodes.Find(child)->constant;
+            }
+        }
+        pass.nodes.Find(node)->constant = constant && (zeroIfConstant || node != expr);
+    }
+    // The nodes to differentiate, children first, leaving out what lies below
+    // constants, whose derivative is 0.
+    m_derivativePass = &pass;
+    pass.nodes.Find(expr)->listed = true;
+    frames.assign(1, {expr, 0});
+    while (!frames.empty()) {
+        Frame& top = frames.back();
+        KOBWBExpression* node = top.node;
+        if (!pass.nodes.Find(node)->constant && top.nextChild < node->GetNbOfChildren()) {
+            const int i = top.nextChild++;
+            KOBWBExpression* child = node->GetChild(i);
+            if (!child || !RuleDifferentiates(*node, i)) continue;
+            DerivativePass::Entry* entry = pass.nodes.Find(child);
+            if (entry->listed) continue;
+            entry->listed = true;
+            frames.push_back({child, 0});
+            continue;
+        }
+        frames.pop_back();
+        KOBWBExpression* derivative =
+            pass.nodes.Find(node)->constant ? CreateIntegerConstant(0) : node->Differentiate(v);
+        DerivativePass::Entry* entry = pass.nodes.Find(node);
+        entry->derivative = derivative;
+        entry->made = true;
+    }
+    m_derivativePass = pass.outer;
+    return pass.nodes.Find(expr)->derivative;
 }
 
 namespace {

@@ -217,3 +217,27 @@ TEST(KOBWBDerivative, BlackBoxesDifferentiateNumerically) {
     EXPECT_EQ(orphan.GetName(), "BBx");
     EXPECT_TRUE(orphan.IsADerivative());
 }
+
+// A long chain is differentiated without exhausting the call stack, and a graph whose
+// paths double at every level in the time of its nodes.
+TEST(KOBWBDerivative, DeepAndSharedGraphs) {
+    KOBWBFactory factory(0);
+    KOBWBVariable* x = factory.CreateVariable();
+    x->SetExprValue(KOBWBValue(1.5));
+    KOBWBExpression* chain = x;
+    constexpr int depth = 200000;
+    for (int i = 0; i < depth; ++i) chain = factory.CreateSum(chain, i % 2 ? factory.CreateRealConstant(1.0) : x);
+    KOBWBExpression* slope = factory.CreateDerivative(chain, 1, &x);
+    ASSERT_NE(slope, nullptr);
+    EXPECT_EQ(slope->Eval(), 1.0 + depth / 2);
+
+    KOBWBExpression* power = x;
+    constexpr int levels = 40;
+    for (int level = 0; level < levels; ++level) power = factory.CreateProduct(power, power);
+    const int before = factory.GetNbOfExpressions();
+    KOBWBExpression* derivative = factory.CreateDerivative(power, 1, &x);
+    ASSERT_NE(derivative, nullptr);
+    EXPECT_LT(factory.GetNbOfExpressions() - before, 10 * levels);
+    x->SetExprValue(KOBWBValue(1.0));
+    EXPECT_EQ(derivative->Eval(), std::ldexp(1.0, levels));
+}
