@@ -175,6 +175,10 @@ int KOBWBModel::GetVariable(const KOBLVRString& name, KOBLVRListPKOBWBVarNode& o
     return m_variables->AppendOccurrences(m_variables->IndexOf(name.str()), occurrences);
 }
 
+void KOBWBModel::ForeseeVariable(const char* name, size_t length) const {
+    m_variables->Foresee(name, length);
+}
+
 int KOBWBModel::GetNbOfVariableNames() const {
     return m_variables->GetNbOfNames();
 }

@@ -1,8 +1,33 @@
 #include "KOBWBModelScannerSupport.h"
 
+#include "KOBWBModel.h"
+
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+
+namespace {
+
+// The characters of identifiers, as the scanner's IDSTART and IDCHAR.
+bool StartsIdentifier(unsigned char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' || c == '"' ||
+           c == '\'' || c == '%' || c == 0xB0;
+}
+
+bool ContinuesIdentifier(unsigned char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') ||
+           c == '_' || c == '%';
+}
+
+bool IsDigit(unsigned char c) {
+    return c >= '0' && c <= '9';
+}
+
+// How far ahead a statement is read: a long one would have its first names
+// pushed out of the cache by its last ones before they are needed.
+const int foreseenCharacters = 512;
+
+} // namespace
 
 int KOBWBBuiltinToken(KOBWBMODELLANGSTYPE* value, KOBWBExpressionType type) {
     value->code = type;
@@ -36,4 +61,22 @@ int KOBWBIdentifierToken(KOBWBMODELLANGSTYPE* value, const char* text, int lengt
 
 void KOBWBInvalidCharacter() {
     std::fputs("Invalid character\n", stdout);
+}
+
+void KOBWBForeseeStatement(const KOBWBModel& model, const char* text) {
+    const char* const end = text + foreseenCharacters;
+    const char* next = text;
+    while (next < end && *next && *next != ';') {
+        const unsigned char c = static_cast<unsigned char>(*next);
+        const char* word = next++;
+        if (StartsIdentifier(c)) {
+            while (ContinuesIdentifier(static_cast<unsigned char>(*next)))
+                ++next;
+            model.ForeseeVariable(word, static_cast<size_t>(next - word));
+        } else if (IsDigit(c)) {
+            // A number, with the unit or the exponent glued to it.
+            while (ContinuesIdentifier(static_cast<unsigned char>(*next)) || *next == '.')
+                ++next;
+        }
+    }
 }

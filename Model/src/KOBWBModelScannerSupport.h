@@ -3,6 +3,8 @@
 
 #include "KOBWBModelGrammar.h"
 
+class KOBWBModel;
+
 // What the scanner's rules do with the text they match.
 
 // A built-in function name: the token carries its expression type.
@@ -14,5 +16,11 @@ int KOBWBRealToken(KOBWBMODELLANGSTYPE* value, const char* text);
 int KOBWBIdentifierToken(KOBWBMODELLANGSTYPE* value, const char* text, int length);
 // Writes "Invalid character\n" on standard output; the character is skipped.
 void KOBWBInvalidCharacter();
+// Gives the model the words of the statement that starts at text (up to the
+// next ";", the end of the text or a few hundred characters), so that looking up
+// its variables while the parser reads it finds them in cache. Keywords, units,
+// function names and the words of comments are given as well: a hint costs
+// little and changes nothing.
+void KOBWBForeseeStatement(const KOBWBModel& model, const char* text);
 
 #endif

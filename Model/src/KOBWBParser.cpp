@@ -23,7 +23,7 @@ int Finish(yyscan_t scanner, KOBWBModel& model, KOBWBParserMessenger& messenger)
 int KOBWBParser::Parse(FILE* file, KOBWBModel& model, KOBLVRIntArray& ids,
                        KOBWBParserMessenger& messenger, KOBLVRListPKOBWBBlackBox* blackBoxes) {
     yyscan_t scanner = nullptr;
-    if (KOBWBModelLanglex_init(&scanner) != 0) return messenger.GetErrorNumber();
+    if (KOBWBModelLanglex_init_extra(&model, &scanner) != 0) return messenger.GetErrorNumber();
     if (file) {
         KOBWBModelLangset_in(file, scanner);
         KOBWBModelLangparse(scanner, model, ids, messenger, blackBoxes);
@@ -34,7 +34,7 @@ int KOBWBParser::Parse(FILE* file, KOBWBModel& model, KOBLVRIntArray& ids,
 int KOBWBParser::Parse(const char* text, KOBWBModel& model, KOBLVRIntArray& ids,
                        KOBWBParserMessenger& messenger, KOBLVRListPKOBWBBlackBox* blackBoxes) {
     yyscan_t scanner = nullptr;
-    if (KOBWBModelLanglex_init(&scanner) != 0) return messenger.GetErrorNumber();
+    if (KOBWBModelLanglex_init_extra(&model, &scanner) != 0) return messenger.GetErrorNumber();
     if (text) {
         YY_BUFFER_STATE buffer = KOBWBModelLang_scan_string(text, scanner);
         KOBWBModelLangparse(scanner, model, ids, messenger, blackBoxes);

@@ -62,6 +62,11 @@ int KOBWBVariableIndex::IndexOf(const char* name) const {
     return m_slots[Probe(name, length, Hash(name, length))].index;
 }
 
+void KOBWBVariableIndex::Foresee(const char* name, size_t length) const {
+    if (m_slots.empty() || length == 0) return;
+    __builtin_prefetch(&m_slots[Hash(name, length) & (m_slots.size() - 1)]);
+}
+
 KOBWBVarNode* KOBWBVariableIndex::Create(const KOBWBLocation& location, const char* name,
                                          void* memory) {
     const size_t length = name ? std::strlen(name) : 0;
@@ -88,6 +93,8 @@ KOBWBVarNode* KOBWBVariableIndex::Create(const KOBWBLocation& location, const ch
         entry.sorted = false;
     ++entry.count;
     entry.lastLocation = location;
+    if (m_nbOfOccurrences > 0 && IsBefore(location, m_lastLocation)) m_sorted = false;
+    m_lastLocation = location;
     node->m_occurrenceSlot = static_cast<int>(m_occurrences.size());
     m_occurrences.push_back(node);
     ++m_nbOfOccurrences;
@@ -142,6 +149,7 @@ KOBWBVarNode* KOBWBVariableIndex::GetFirst(const char* name) const {
 }
 
 KOBWBVarNode* KOBWBVariableIndex::Find(const char* name, const KOBWBLocation& location) const {
+    if (m_nbOfOccurrences == 0 || (m_sorted && IsBefore(m_lastLocation, location))) return nullptr;
     const int index = IndexOf(name);
     if (index < 0) return nullptr;
     const Entry& entry = m_entries[index];

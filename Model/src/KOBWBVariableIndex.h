@@ -30,6 +30,9 @@ public:
     int AppendAll(KOBLVRListPKOBWBVarNode& out) const;
     // The index of the name, -1 when absent.
     int IndexOf(const char* name) const;
+    // Starts loading the part of the table where the name is looked up, for a
+    // lookup to come; changes nothing.
+    void Foresee(const char* name, size_t length) const;
 
     int GetNbOfOccurrences() const { return m_nbOfOccurrences; }
     int GetNbOfLiveNames() const { return m_nbOfLiveNames; }
@@ -70,6 +73,12 @@ private:
     std::vector<KOBWBVarNode*> m_occurrences;
     int m_nbOfOccurrences = 0;
     int m_nbOfLiveNames = 0;
+    // Where the latest occurrence of any name was created, and whether they all
+    // came in the order of their locations: then a place past the latest one
+    // holds no occurrence, which the parser's question for each identifier
+    // answers without looking the name up.
+    KOBWBLocation m_lastLocation;
+    bool m_sorted = true;
     // The occurrences grouped by name: those of name i are at
     // m_grouped[m_groupStart[i]] up to m_grouped[m_groupStart[i + 1]].
     mutable std::vector<KOBWBVarNode*> m_grouped;
