@@ -4,19 +4,18 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 
 namespace {
 
 // The characters of identifiers, as the scanner's IDSTART and IDCHAR.
 bool StartsIdentifier(unsigned char c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' || c == '"' ||
-           c == '\'' || c == '%' || c == 0xB0;
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' || c == '"' || c == '\'' ||
+           c == '%' || c == 0xB0;
 }
 
 bool ContinuesIdentifier(unsigned char c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') ||
-           c == '_' || c == '%';
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_' ||
+           c == '%';
 }
 
 bool IsDigit(unsigned char c) {
@@ -49,13 +48,9 @@ int KOBWBRealToken(KOBWBMODELLANGSTYPE* value, const char* text) {
     return TOKEN_REAL;
 }
 
-int KOBWBIdentifierToken(KOBWBMODELLANGSTYPE* value, const char* text, int length) {
-    char* copy = static_cast<char*>(std::malloc(static_cast<size_t>(length) + 1));
-    if (copy) {
-        std::memcpy(copy, text, static_cast<size_t>(length));
-        copy[length] = '\0';
-    }
-    value->text = copy;
+int KOBWBIdentifierToken(KOBWBMODELLANGSTYPE* value, KOBWBScanContext& context, const char* text,
+                         int length) {
+    value->text = context.identifiers.Copy(text, static_cast<size_t>(length));
     return TOKEN_IDENTIFIER;
 }
 
