@@ -45,7 +45,7 @@ long KOBWBConstNode::New(const KOBWBLocation& location, const KOBWBValue& value,
     if (New(location, value, out, memory) != KOBWBModelOk) return KOBWBModelFailure;
     out->SetUnitData(unitLocation, unit, unitRoom);
     out->m_dimensional = true;
-    const KOBWBUnitKind kind = KOBWBClassifyUnit(unit.str());
+    const KOBWBUnitKind kind = KOBWBClassifyUnit(out->GetUnit());
     if (kind != KOBWBUnitKind::Unknown) out->SetUnitClass(KOBWBUnitClassOf(kind));
     return KOBWBModelOk;
 }

@@ -27,7 +27,7 @@ KOBWBFactoryConversion::KOBWBFactoryConversion(KOBWBFactory& factory,
 namespace {
 
 bool IsAngleUnit(const KOBWBNode& node) {
-    return node.HasUnit() && KOBWBClassifyUnit(node.GetUnit().str()) == KOBWBUnitKind::Angle;
+    return node.HasUnit() && KOBWBClassifyUnit(node.GetUnit()) == KOBWBUnitKind::Angle;
 }
 
 } // namespace

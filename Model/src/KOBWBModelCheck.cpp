@@ -128,9 +128,8 @@ std::vector<Report> Checker::Run() {
     }
     for (const ArgumentCheck& check : m_argumentChecks) {
         const unsigned char kinds = m_sets.GetKinds(check.set);
-        const bool ownUnit =
-            check.argument->HasUnit() &&
-            KOBWBClassifyUnit(check.argument->GetUnit().str()) != KOBWBUnitKind::Unknown;
+        const bool ownUnit = check.argument->HasUnit() &&
+                             KOBWBClassifyUnit(check.argument->GetUnit()) != KOBWBUnitKind::Unknown;
         const bool invalid = check.restriction == Restriction::NoUnit
                                  ? kinds != 0 || ownUnit
                                  : (kinds & KOBWBUnitSets::Length) != 0;
@@ -268,7 +267,7 @@ int Checker::OperatorSet(const KOBWBOpNode& node, const int* children) {
 }
 
 int Checker::UnitSet(const KOBWBNode& node, int set) {
-    switch (KOBWBClassifyUnit(node.GetUnit().str())) {
+    switch (KOBWBClassifyUnit(node.GetUnit())) {
     case KOBWBUnitKind::Unknown:
         Tell(node.GetUnitLocation(), unknownUnit);
         return set;
