@@ -27,16 +27,6 @@ KOBWBNode* MakeConstant(KOBWBModel& model, const KOBWBLocation& location, const 
 
 } // namespace
 
-void KOBWBJoinLocations(KOBWBLocation& current, const KOBWBLocation* symbols, int count) {
-    if (count > 0) {
-        current.SetLocation(symbols[1].GetFirstLine(), symbols[1].GetFirstColumn(),
-                            symbols[count].GetLastLine(), symbols[count].GetLastColumn());
-    } else {
-        current.SetLocation(symbols[0].GetLastLine(), symbols[0].GetLastColumn(),
-                            symbols[0].GetLastLine(), symbols[0].GetLastColumn());
-    }
-}
-
 KOBWBLocation KOBWBSpan(const KOBWBLocation& first, const KOBWBLocation& last) {
     return KOBWBLocation(first.GetFirstLine(), first.GetFirstColumn(), last.GetLastLine(),
                          last.GetLastColumn());

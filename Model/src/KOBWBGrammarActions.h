@@ -19,8 +19,17 @@ class KOBWBParserMessenger;
 // identifiers belong to the scanner.
 
 // The location of a rule: from the first to the last symbol, or the point after
-// the previous symbol for an empty rule.
-void KOBWBJoinLocations(KOBWBLocation& current, const KOBWBLocation* symbols, int count);
+// the previous symbol for an empty rule. Inline: the parser asks at every
+// reduction.
+inline void KOBWBJoinLocations(KOBWBLocation& current, const KOBWBLocation* symbols, int count) {
+    if (count > 0) {
+        current.SetLocation(symbols[1].GetFirstLine(), symbols[1].GetFirstColumn(),
+                            symbols[count].GetLastLine(), symbols[count].GetLastColumn());
+    } else {
+        current.SetLocation(symbols[0].GetLastLine(), symbols[0].GetLastColumn(),
+                            symbols[0].GetLastLine(), symbols[0].GetLastColumn());
+    }
+}
 KOBWBLocation KOBWBSpan(const KOBWBLocation& first, const KOBWBLocation& last);
 
 void KOBWBReportSyntaxError(KOBWBParserMessenger& messenger, const KOBWBLocation* location,

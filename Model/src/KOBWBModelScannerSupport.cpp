@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <limits>
 
 namespace {
 
@@ -34,12 +35,18 @@ int KOBWBBuiltinToken(KOBWBMODELLANGSTYPE* value, KOBWBExpressionType type) {
 }
 
 int KOBWBDigitsToken(KOBWBMODELLANGSTYPE* value, const char* text) {
-    const double number = std::atof(text);
-    if (number > 2147483647.0 || number < -2147483648.0) {
-        value->real = number;
+    // The digits are read here while they fit in an int; a larger number is the
+    // real that atof reads.
+    const long long largest = std::numeric_limits<int>::max();
+    long long number = 0;
+    const char* digit = text;
+    while (*digit && number <= largest)
+        number = number * 10 + (*digit++ - '0');
+    if (number > largest) {
+        value->real = std::atof(text);
         return TOKEN_REAL;
     }
-    value->integer = std::atoi(text);
+    value->integer = static_cast<int>(number);
     return TOKEN_INTEGER;
 }
 
