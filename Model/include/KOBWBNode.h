@@ -77,10 +77,11 @@ private:
 
     KOBWBNodeType m_nodeType;
     int m_indexAsChild = -1;
-    KOBWBLocation m_location;
     // The unit class, null for "None"; known classes point at texts shared by
-    // all nodes, so classifying a node allocates nothing.
+    // all nodes, so classifying a node allocates nothing. Near the start of the
+    // node, which the model check's writes of variable classes ask for.
     const KOBLVRString* m_unitClass = nullptr;
+    KOBWBLocation m_location;
     // The unit text and location, and texts the node holds itself; made only
     // for the few nodes that carry a unit or an unusual class, on the heap or
     // in room its owner gave.

@@ -179,6 +179,10 @@ int KOBWBModel::GetVariable(const KOBLVRString& name, KOBLVRListPKOBWBVarNode& o
     return m_variables->AppendOccurrences(m_variables->IndexOf(name.str()), occurrences);
 }
 
+void KOBWBModel::SetUnitTypes(const std::vector<const KOBLVRString*>& classes) {
+    m_variables->SetUnitTypes(classes);
+}
+
 void KOBWBModel::ForeseeVariable(const char* name, size_t length) const {
     m_variables->Foresee(name, length);
 }
