@@ -32,6 +32,13 @@ protected:
 
 private:
     friend class KOBWBNode;
+    friend class KOBWBModel;
+
+    // New with a unit, its data built in unitRoom (room for a KOBWBNodeUnit from
+    // the node's owner, next to the node) rather than on the heap.
+    static long New(const KOBWBLocation& location, const KOBWBValue& value,
+                    const KOBWBLocation& unitLocation, const KOBLVRString& unit,
+                    KOBWBConstNode*& out, void* memory, void* unitRoom);
 
     // The kinds the model language writes are kept in the node; any other
     // value is held on the heap.

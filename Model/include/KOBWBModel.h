@@ -96,6 +96,14 @@ public:
     // Appends every occurrence of every variable, in creation order; returns
     // their number.
     int GetVariables(KOBLVRListPKOBWBVarNode& occurrences) const;
+    // Sets on every occurrence of a variable the unit class of its name:
+    // classes[i] for the name of index i where that is not null (the model check
+    // gives the classes it infers).
+    void SetUnitTypes(const std::vector<const KOBLVRString*>& classes);
+    // A hint that the name will soon be looked up (the parser gives the names of
+    // the statement ahead): starts loading the part of the name table the lookup
+    // needs, which a large model would otherwise wait for. Changes nothing.
+    void ForeseeVariable(const char* name, size_t length) const;
     // Appends every declared black box.
     void GetBlackBoxes(KOBLVRListPKOBWBBlackBox& blackBoxes) const;
 

@@ -60,6 +60,9 @@ protected:
     // Equality of this node alone, children aside: the base compares the kind
     // and the unit text.
     virtual bool IsSameNode(const KOBWBNode& other) const;
+    // SetUnitData with the unit's data built in room (from the node's owner, room
+    // for a KOBWBNodeUnit) rather than on the heap when the node has none yet.
+    void SetUnitData(const KOBWBLocation& unitLocation, const KOBLVRString& unit, void* room);
     // Builds T with the arguments in memory, or on the heap when memory is
     // null; null when the heap refuses.
     template <class T, class... Arguments> static T* Place(void* memory, Arguments&&... arguments);
@@ -67,24 +70,28 @@ protected:
 private:
     friend class KOBWBNodeStore;
 
-    KOBWBNodeUnit& GetOrMakeUnit();
+    // The unit data, built in room when given, else on the heap.
+    KOBWBNodeUnit& GetOrMakeUnit(void* room = nullptr);
     // Destroys the node and frees its memory if it holds its own.
     static void Release(KOBWBNode* node);
 
     KOBWBNodeType m_nodeType;
     int m_indexAsChild = -1;
-    KOBWBLocation m_location;
     // The unit class, null for "None"; known classes point at texts shared by
-    // all nodes, so classifying a node allocates nothing.
+    // all nodes, so classifying a node allocates nothing. Near the start of the
+    // node, which the model check's writes of variable classes ask for.
     const KOBLVRString* m_unitClass = nullptr;
+    KOBWBLocation m_location;
     // The unit text and location, and texts the node holds itself; made only
-    // for the few nodes that carry a unit or an unusual class.
+    // for the few nodes that carry a unit or an unusual class, on the heap or
+    // in room its owner gave.
     KOBWBNodeUnit* m_unit = nullptr;
     KOBWBNode* m_parent = nullptr;
     // Position in the owning model's node store, -1 when not owned by a model.
     int m_storeSlot = -1;
     bool m_onHeap = false;
     bool m_hasUnit = false;
+    bool m_unitOnHeap = false;
 };
 
 template <class T, class... Arguments> T* KOBWBNode::Place(void* memory, Arguments&&... arguments) {

@@ -36,10 +36,16 @@ long KOBWBConstNode::New(const KOBWBLocation& location, const KOBWBValue& value,
 long KOBWBConstNode::New(const KOBWBLocation& location, const KOBWBValue& value,
                          const KOBWBLocation& unitLocation, const KOBLVRString& unit,
                          KOBWBConstNode*& out, void* memory) {
+    return New(location, value, unitLocation, unit, out, memory, nullptr);
+}
+
+long KOBWBConstNode::New(const KOBWBLocation& location, const KOBWBValue& value,
+                         const KOBWBLocation& unitLocation, const KOBLVRString& unit,
+                         KOBWBConstNode*& out, void* memory, void* unitRoom) {
     if (New(location, value, out, memory) != KOBWBModelOk) return KOBWBModelFailure;
-    out->SetUnitData(unitLocation, unit);
+    out->SetUnitData(unitLocation, unit, unitRoom);
     out->m_dimensional = true;
-    const KOBWBUnitKind kind = KOBWBClassifyUnit(unit.str());
+    const KOBWBUnitKind kind = KOBWBClassifyUnit(out->GetUnit());
     if (kind != KOBWBUnitKind::Unknown) out->SetUnitClass(KOBWBUnitClassOf(kind));
     return KOBWBModelOk;
 }

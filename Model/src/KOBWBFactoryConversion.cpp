@@ -27,7 +27,7 @@ KOBWBFactoryConversion::KOBWBFactoryConversion(KOBWBFactory& factory,
 namespace {
 
 bool IsAngleUnit(const KOBWBNode& node) {
-    return node.HasUnit() && KOBWBClassifyUnit(node.GetUnit().str()) == KOBWBUnitKind::Angle;
+    return node.HasUnit() && KOBWBClassifyUnit(node.GetUnit()) == KOBWBUnitKind::Angle;
 }
 
 } // namespace
@@ -56,30 +56,33 @@ bool KOBWBFactoryConversion::IsAmongAngles() {
     return m_amongAngles == Angles::Yes;
 }
 
+void KOBWBFactoryConversion::Visit(KOBWBNode* node) {
+    if (node && node->GetNodeType() == KOBWBOpNodeType)
+        m_frames.emplace_back(static_cast<KOBWBOpNode*>(node), m_results.size());
+    else
+        m_results.push_back(node ? Build(node, nullptr, 0) : Converted{nullptr, false});
+}
+
 KOBWBExpression* KOBWBFactoryConversion::ConvertTerm(KOBWBNode* term) {
     if (!term) return nullptr;
-    // Post-order walk: a frame converts its node once the results of all its
-    // children stand on the result stack above its base.
-    m_frames.assign({{term, 1, 0}});
+    // Post-order walk: leaves are converted as they are met; a frame converts its
+    // operator once the results of all its children stand on the result stack
+    // above its base.
+    m_frames.clear();
     m_results.clear();
+    Visit(term);
     while (!m_frames.empty()) {
         Frame& frame = m_frames.back();
-        KOBWBNode* node = frame.node;
-        if (node && node->GetNodeType() == KOBWBOpNodeType) {
-            const auto* op = static_cast<KOBWBOpNode*>(node);
-            if (frame.nextChild <= op->GetNbOfChildren()) {
-                KOBWBNode* child = op->GetChild(frame.nextChild++);
-                m_frames.push_back({child, 1, m_results.size()});
-                continue;
-            }
+        if (frame.nextChild <= frame.node->GetNbOfChildren()) {
+            Visit(frame.node->GetChild(frame.nextChild++));
+            continue;
         }
         const size_t base = frame.base;
         const int count = static_cast<int>(m_results.size() - base);
-        const Converted built =
-            node ? Build(node, m_results.data() + base, count) : Converted{nullptr, false};
+        const Converted built = Build(frame.node, m_results.data() + base, count);
+        m_frames.pop_back();
         m_results.resize(base);
         m_results.push_back(built);
-        m_frames.pop_back();
     }
     return m_results.back().expression;
 }

@@ -14,6 +14,7 @@ class KOBWBEqNode;
 class KOBWBExpression;
 class KOBWBFactory;
 class KOBWBNode;
+class KOBWBOpNode;
 
 // Builds factory expressions from model terms: one factory variable per distinct
 // name, the factory creation of each operator's code, constants in the factory's
@@ -38,14 +39,17 @@ private:
         KOBWBExpression* expression;
         bool chain;
     };
-    // A node waiting for its children: their results stand on the result stack
-    // from base on.
+    // An operator waiting for its children: their results stand on the result
+    // stack from base on.
     struct Frame {
-        KOBWBNode* node;
-        int nextChild;
+        Frame(KOBWBOpNode* op, size_t resultBase) : node(op), base(resultBase) {}
+        KOBWBOpNode* node;
+        int nextChild = 1;
         size_t base;
     };
 
+    // Converts a leaf (or a null node) at once; stacks a frame for an operator.
+    void Visit(KOBWBNode* node);
     Converted Build(KOBWBNode* node, const Converted* children, int count);
     // The factor into the factory's units of a unit text; false for an unknown unit.
     bool UnitFactor(const KOBLVRString& unit, KOBWBValue& factor);

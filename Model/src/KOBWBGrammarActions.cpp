@@ -10,39 +10,22 @@
 #include "KOBWBParserMessenger.h"
 #include "KOBWBVarNode.h"
 
-#include <cstdlib>
 #include <memory>
 
 namespace {
-
-struct FreeText {
-    void operator()(char* text) const { std::free(text); }
-};
-typedef std::unique_ptr<char, FreeText> HeapText;
 
 KOBWBValue PiValue() {
     return KOBWBValue(KOBWBCreateFraction(1, 1, 1, 1));
 }
 
 KOBWBNode* MakeConstant(KOBWBModel& model, const KOBWBLocation& location, const KOBWBValue& value,
-                        const KOBWBLocation* unitLocation, char* unitText) {
-    const HeapText unit(unitText);
-    if (unitLocation && unit)
-        return model.CreateConstant(location, value, *unitLocation, unit.get());
+                        const KOBWBLocation* unitLocation, const char* unitText) {
+    if (unitLocation && unitText)
+        return model.CreateConstant(location, value, *unitLocation, unitText);
     return model.CreateConstant(location, value);
 }
 
 } // namespace
-
-void KOBWBJoinLocations(KOBWBLocation& current, const KOBWBLocation* symbols, int count) {
-    if (count > 0) {
-        current.SetLocation(symbols[1].GetFirstLine(), symbols[1].GetFirstColumn(),
-                            symbols[count].GetLastLine(), symbols[count].GetLastColumn());
-    } else {
-        current.SetLocation(symbols[0].GetLastLine(), symbols[0].GetLastColumn(),
-                            symbols[0].GetLastLine(), symbols[0].GetLastColumn());
-    }
-}
 
 KOBWBLocation KOBWBSpan(const KOBWBLocation& first, const KOBWBLocation& last) {
     return KOBWBLocation(first.GetFirstLine(), first.GetFirstColumn(), last.GetLastLine(),
@@ -81,37 +64,35 @@ void KOBWBAddConditionalEquation(KOBWBModel& model, KOBLVRIntArray& ids,
 }
 
 KOBWBNode* KOBWBMakeNumber(KOBWBModel& model, const KOBWBLocation& location, int number,
-                           const KOBWBLocation* unitLocation, char* unitText) {
+                           const KOBWBLocation* unitLocation, const char* unitText) {
     return MakeConstant(model, location, KOBWBValue(number), unitLocation, unitText);
 }
 
 KOBWBNode* KOBWBMakeNumber(KOBWBModel& model, const KOBWBLocation& location, double number,
-                           const KOBWBLocation* unitLocation, char* unitText) {
+                           const KOBWBLocation* unitLocation, const char* unitText) {
     return MakeConstant(model, location, KOBWBValue(number), unitLocation, unitText);
 }
 
 KOBWBNode* KOBWBMakePi(KOBWBModel& model, const KOBWBLocation& location,
-                       const KOBWBLocation* unitLocation, char* unitText) {
+                       const KOBWBLocation* unitLocation, const char* unitText) {
     return MakeConstant(model, location, PiValue(), unitLocation, unitText);
 }
 
 KOBWBNode* KOBWBMakeTimesPi(KOBWBModel& model, const KOBWBLocation& location, KOBWBNode* factor,
-                            const KOBWBLocation* unitLocation, char* unitText) {
+                            const KOBWBLocation* unitLocation, const char* unitText) {
     KOBWBNode* pi = KOBWBMakePi(model, location, unitLocation, unitText);
     return KOBWBMakeBinary(model, location, KOBWBProductType, factor, pi);
 }
 
-KOBWBNode* KOBWBSetUnit(KOBWBNode* node, const KOBWBLocation& unitLocation, char* unitText) {
-    const HeapText unit(unitText);
-    if (node && unit) node->SetUnitData(unitLocation, unit.get());
+KOBWBNode* KOBWBSetUnit(KOBWBNode* node, const KOBWBLocation& unitLocation, const char* unitText) {
+    if (node && unitText) node->SetUnitData(unitLocation, unitText);
     return node;
 }
 
-KOBWBNode* KOBWBMakeVariable(KOBWBModel& model, const KOBWBLocation& location, char* name) {
-    const HeapText text(name);
-    if (!text) return nullptr;
-    if (KOBWBVarNode* existing = model.GetVariable(text.get(), location)) return existing;
-    return model.CreateVariable(location, text.get());
+KOBWBNode* KOBWBMakeVariable(KOBWBModel& model, const KOBWBLocation& location, const char* name) {
+    if (!name) return nullptr;
+    if (KOBWBVarNode* existing = model.GetVariable(name, location)) return existing;
+    return model.CreateVariable(location, name);
 }
 
 KOBWBNode* KOBWBMakeUnary(KOBWBModel& model, const KOBWBLocation& location,
@@ -151,14 +132,13 @@ KOBWBNode* KOBWBMakeFunction(KOBWBModel& model, const KOBWBLocation& location,
     return model.CreateOperator(location, type, *arguments);
 }
 
-KOBWBNode* KOBWBMakeCall(KOBWBModel& model, const KOBWBLocation& location, char* name,
+KOBWBNode* KOBWBMakeCall(KOBWBModel& model, const KOBWBLocation& location, const char* name,
                          KOBLVRListPKOBWBNode* arguments, KOBLVRListPKOBWBBlackBox* blackBoxes) {
-    const HeapText text(name);
     const std::unique_ptr<KOBLVRListPKOBWBNode> owned(arguments);
-    if (!text) return nullptr;
+    if (!name) return nullptr;
     const KOBLVRListPKOBWBNode none;
     const KOBLVRListPKOBWBNode& actual = arguments ? *arguments : none;
-    const KOBLVRString calledName(text.get());
+    const KOBLVRString calledName(name);
     for (int i = 0; blackBoxes && i < blackBoxes->Size(); ++i) {
         KOBWBBlackBox* blackBox = (*blackBoxes)[i];
         if (blackBox && blackBox->GetName() == calledName)

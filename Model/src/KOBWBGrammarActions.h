@@ -15,12 +15,21 @@ class KOBWBParserMessenger;
 // What the rules of the model grammar build. Every node a rule creates gets the
 // location of the whole rule, a unit the location of its identifier. Every
 // function accepts null nodes (from a creation that failed) and then builds
-// nothing; a heap text it receives (an identifier's) is freed after use, a list
-// of arguments deleted.
+// nothing; a list of arguments it receives is deleted after use. The texts of
+// identifiers belong to the scanner.
 
 // The location of a rule: from the first to the last symbol, or the point after
-// the previous symbol for an empty rule.
-void KOBWBJoinLocations(KOBWBLocation& current, const KOBWBLocation* symbols, int count);
+// the previous symbol for an empty rule. Inline: the parser asks at every
+// reduction.
+inline void KOBWBJoinLocations(KOBWBLocation& current, const KOBWBLocation* symbols, int count) {
+    if (count > 0) {
+        current.SetLocation(symbols[1].GetFirstLine(), symbols[1].GetFirstColumn(),
+                            symbols[count].GetLastLine(), symbols[count].GetLastColumn());
+    } else {
+        current.SetLocation(symbols[0].GetLastLine(), symbols[0].GetLastColumn(),
+                            symbols[0].GetLastLine(), symbols[0].GetLastColumn());
+    }
+}
 KOBWBLocation KOBWBSpan(const KOBWBLocation& first, const KOBWBLocation& last);
 
 void KOBWBReportSyntaxError(KOBWBParserMessenger& messenger, const KOBWBLocation* location,
@@ -41,19 +50,21 @@ void KOBWBAddConditionalEquation(KOBWBModel& model, KOBLVRIntArray& ids,
 
 // An integer or real number, with its unit when unitText is given.
 KOBWBNode* KOBWBMakeNumber(KOBWBModel& model, const KOBWBLocation& location, int number,
-                           const KOBWBLocation* unitLocation = nullptr, char* unitText = nullptr);
+                           const KOBWBLocation* unitLocation = nullptr,
+                           const char* unitText = nullptr);
 KOBWBNode* KOBWBMakeNumber(KOBWBModel& model, const KOBWBLocation& location, double number,
-                           const KOBWBLocation* unitLocation = nullptr, char* unitText = nullptr);
+                           const KOBWBLocation* unitLocation = nullptr,
+                           const char* unitText = nullptr);
 // Pi, with its unit when unitText is given.
 KOBWBNode* KOBWBMakePi(KOBWBModel& model, const KOBWBLocation& location,
-                       const KOBWBLocation* unitLocation, char* unitText);
+                       const KOBWBLocation* unitLocation, const char* unitText);
 // n Pi [unit] and (e) Pi [unit]: Product(factor, Pi [unit]).
 KOBWBNode* KOBWBMakeTimesPi(KOBWBModel& model, const KOBWBLocation& location, KOBWBNode* factor,
-                            const KOBWBLocation* unitLocation, char* unitText);
+                            const KOBWBLocation* unitLocation, const char* unitText);
 // (e) unit: the unit is set on e itself.
-KOBWBNode* KOBWBSetUnit(KOBWBNode* node, const KOBWBLocation& unitLocation, char* unitText);
+KOBWBNode* KOBWBSetUnit(KOBWBNode* node, const KOBWBLocation& unitLocation, const char* unitText);
 // The occurrence of the name written at that place.
-KOBWBNode* KOBWBMakeVariable(KOBWBModel& model, const KOBWBLocation& location, char* name);
+KOBWBNode* KOBWBMakeVariable(KOBWBModel& model, const KOBWBLocation& location, const char* name);
 
 KOBWBNode* KOBWBMakeUnary(KOBWBModel& model, const KOBWBLocation& location,
                           KOBWBExpressionType type, KOBWBNode* child);
@@ -71,7 +82,7 @@ KOBWBNode* KOBWBMakeFunction(KOBWBModel& model, const KOBWBLocation& location,
 // A call of the black box of that name among blackBoxes, or, failing that, among
 // those the model knows; a name found nowhere gives a call that the model check
 // reports. Null arguments stand for "()".
-KOBWBNode* KOBWBMakeCall(KOBWBModel& model, const KOBWBLocation& location, char* name,
+KOBWBNode* KOBWBMakeCall(KOBWBModel& model, const KOBWBLocation& location, const char* name,
                          KOBLVRListPKOBWBNode* arguments, KOBLVRListPKOBWBBlackBox* blackBoxes);
 
 // A new list of arguments, empty or holding first (even when null, so that the

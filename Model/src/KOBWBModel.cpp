@@ -5,6 +5,7 @@
 #include "KOBWBEqNode.h"
 #include "KOBWBModelStatus.h"
 #include "KOBWBNodeStore.h"
+#include "KOBWBNodeUnit.h"
 #include "KOBWBNodeWalk.h"
 #include "KOBWBOpNode.h"
 #include "KOBWBVarNode.h"
@@ -42,8 +43,11 @@ KOBWBConstNode* KOBWBModel::CreateConstant(const KOBWBLocation& location, const 
                                            const KOBWBLocation& unitLocation,
                                            const KOBLVRString& unit) {
     KOBWBConstNode* node = nullptr;
-    const long status = KOBWBConstNode::New(location, value, unitLocation, unit, node,
-                                            Room(sizeof(KOBWBConstNode)));
+    // The unit's data goes right after the node, which it is read with.
+    void* room = Room(sizeof(KOBWBConstNode));
+    void* unitRoom = room ? Room(sizeof(KOBWBNodeUnit)) : nullptr;
+    const long status =
+        KOBWBConstNode::New(location, value, unitLocation, unit, node, room, unitRoom);
     return Own(status, node);
 }
 
@@ -173,6 +177,14 @@ KOBWBVarNode* KOBWBModel::GetVariable(const char* name, const KOBWBLocation& loc
 
 int KOBWBModel::GetVariable(const KOBLVRString& name, KOBLVRListPKOBWBVarNode& occurrences) const {
     return m_variables->AppendOccurrences(m_variables->IndexOf(name.str()), occurrences);
+}
+
+void KOBWBModel::SetUnitTypes(const std::vector<const KOBLVRString*>& classes) {
+    m_variables->SetUnitTypes(classes);
+}
+
+void KOBWBModel::ForeseeVariable(const char* name, size_t length) const {
+    m_variables->Foresee(name, length);
 }
 
 int KOBWBModel::GetNbOfVariableNames() const {

@@ -30,6 +30,9 @@ struct ArgumentCheck {
     const KOBWBNode* argument;
     int set;
     Restriction restriction;
+    // Whether the argument carries a known unit of its own, noted while the
+    // node is at hand.
+    bool ownUnit;
 };
 
 struct Report {
@@ -63,6 +66,10 @@ bool GetRestriction(KOBWBExpressionType type, Restriction& restriction) {
     default:
         return false;
     }
+}
+
+bool HasKnownUnit(const KOBWBNode& node) {
+    return node.HasUnit() && KOBWBClassifyUnit(node.GetUnit()) != KOBWBUnitKind::Unknown;
 }
 
 // One run of the check: walks every equation once, merging the unit sets of the
@@ -128,11 +135,8 @@ std::vector<Report> Checker::Run() {
     }
     for (const ArgumentCheck& check : m_argumentChecks) {
         const unsigned char kinds = m_sets.GetKinds(check.set);
-        const bool ownUnit =
-            check.argument->HasUnit() &&
-            KOBWBClassifyUnit(check.argument->GetUnit().str()) != KOBWBUnitKind::Unknown;
         const bool invalid = check.restriction == Restriction::NoUnit
-                                 ? kinds != 0 || ownUnit
+                                 ? kinds != 0 || check.ownUnit
                                  : (kinds & KOBWBUnitSets::Length) != 0;
         if (invalid) Tell(check.argument->GetLocation(), invalidOperation);
     }
@@ -205,8 +209,8 @@ int Checker::OperatorSet(const KOBWBOpNode& node, const int* children) {
     Restriction restriction;
     if (GetRestriction(type, restriction))
         for (int i = 0; i < count; ++i)
-            m_argumentChecks.push_back(
-                ArgumentCheck{node.GetChild(i + 1), children[i], restriction});
+            m_argumentChecks.push_back(ArgumentCheck{node.GetChild(i + 1), children[i], restriction,
+                                                     HasKnownUnit(*node.GetChild(i + 1))});
     switch (type) {
     case KOBWBOppositeType:
     case KOBWBAbsType:
@@ -252,8 +256,9 @@ int Checker::OperatorSet(const KOBWBOpNode& node, const int* children) {
                                                                          : KOBWBUnitSets::None;
     case KOBWBPowerType:
         if (count == 2)
-            m_argumentChecks.push_back(
-                ArgumentCheck{node.GetChild(2), children[1], Restriction::NoUnit});
+            m_argumentChecks.push_back(ArgumentCheck{node.GetChild(2), children[1],
+                                                     Restriction::NoUnit,
+                                                     HasKnownUnit(*node.GetChild(2))});
         return KOBWBUnitSets::None;
     case KOBWBAtan2Type:
         if (count == 2) Merge(children[0], children[1], node.GetLocation());
@@ -268,7 +273,7 @@ int Checker::OperatorSet(const KOBWBOpNode& node, const int* children) {
 }
 
 int Checker::UnitSet(const KOBWBNode& node, int set) {
-    switch (KOBWBClassifyUnit(node.GetUnit().str())) {
+    switch (KOBWBClassifyUnit(node.GetUnit())) {
     case KOBWBUnitKind::Unknown:
         Tell(node.GetUnitLocation(), unknownUnit);
         return set;
@@ -296,21 +301,16 @@ void Checker::SetVariableClasses() {
     const KOBLVRString& distance = *KOBWBSharedUnitText(KOBWBUnitClassDistance);
     const KOBLVRString& angle = *KOBWBSharedUnitText(KOBWBUnitClassAngle);
     const KOBLVRString& inhomogeneous = *KOBWBSharedUnitText(KOBWBUnitClassInhomogeneous);
-    // In creation order, which is the order of the nodes in memory.
-    KOBLVRListPKOBWBVarNode occurrences;
-    m_model.GetVariables(occurrences);
-    const int ahead = 16;
-    for (int i = 0; i < occurrences.Size(); ++i) {
-        // The occurrences are spread among the other nodes: ask for the coming
-        // ones early.
-        if (i + ahead < occurrences.Size()) __builtin_prefetch(occurrences[i + ahead]);
-        KOBWBVarNode* occurrence = occurrences[i];
-        const unsigned char kinds = m_sets.GetKinds(occurrence->GetNameIndex());
+    // The class of each name, which the model sets on its occurrences.
+    std::vector<const KOBLVRString*> classes(static_cast<size_t>(m_model.GetNbOfVariableNames()));
+    for (size_t i = 0; i < classes.size(); ++i) {
+        const unsigned char kinds = m_sets.GetKinds(static_cast<int>(i));
         if (kinds == 0) continue;
-        occurrence->SetUnitType(kinds == KOBWBUnitSets::Length  ? distance
-                                : kinds == KOBWBUnitSets::Angle ? angle
-                                                                : inhomogeneous);
+        classes[i] = kinds == KOBWBUnitSets::Length  ? &distance
+                     : kinds == KOBWBUnitSets::Angle ? &angle
+                                                     : &inhomogeneous;
     }
+    m_model.SetUnitTypes(classes);
 }
 
 } // namespace

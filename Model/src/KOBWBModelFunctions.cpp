@@ -29,6 +29,10 @@ const Function functions[] = {
 };
 
 const Function* Find(KOBWBExpressionType type) {
+    // The codes of the table run from sqrt to max, then Int: the operators,
+    // which most nodes are, are not looked for.
+    if ((type < KOBWBSqrtType || type > KOBWBMaxType) && type != KOBWBIntegrateType)
+        return nullptr;
     for (const Function& function : functions)
         if (function.type == type) return &function;
     return nullptr;

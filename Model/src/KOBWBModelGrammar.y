@@ -44,14 +44,13 @@ static void KOBWBModelLangerror(KOBWBLocation* location, void*, KOBWBModel&, KOB
 %union {
     int integer;
     double real;
-    char* text;
+    const char* text;
     KOBWBExpressionType code;
     int relation;
     KOBWBNode* node;
     KOBLVRListPKOBWBNode* list;
 }
 
-%destructor { free($$); } <text>
 %destructor { delete $$; } <list>
 
 %token END 0 "end of input"

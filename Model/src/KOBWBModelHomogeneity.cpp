@@ -19,8 +19,10 @@ namespace {
 // KOBWBUnitClass.h, or the unit class text of a leaf of the tree.
 typedef const char* Class;
 
+// The class names differ from their first or second character, so most
+// comparisons end without calling strcmp.
 bool Is(Class c, const char* name) {
-    return std::strcmp(c, name) == 0;
+    return c[0] == name[0] && std::strcmp(c, name) == 0;
 }
 
 bool IsLengthOrAngle(Class c) {

@@ -1,8 +1,33 @@
 #include "KOBWBModelScannerSupport.h"
 
+#include "KOBWBModel.h"
+
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
+#include <limits>
+
+namespace {
+
+// The characters of identifiers, as the scanner's IDSTART and IDCHAR.
+bool StartsIdentifier(unsigned char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' || c == '"' || c == '\'' ||
+           c == '%' || c == 0xB0;
+}
+
+bool ContinuesIdentifier(unsigned char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_' ||
+           c == '%';
+}
+
+bool IsDigit(unsigned char c) {
+    return c >= '0' && c <= '9';
+}
+
+// How far ahead a statement is read: a long one would have its first names
+// pushed out of the cache by its last ones before they are needed.
+const int foreseenCharacters = 512;
+
+} // namespace
 
 int KOBWBBuiltinToken(KOBWBMODELLANGSTYPE* value, KOBWBExpressionType type) {
     value->code = type;
@@ -10,12 +35,18 @@ int KOBWBBuiltinToken(KOBWBMODELLANGSTYPE* value, KOBWBExpressionType type) {
 }
 
 int KOBWBDigitsToken(KOBWBMODELLANGSTYPE* value, const char* text) {
-    const double number = std::atof(text);
-    if (number > 2147483647.0 || number < -2147483648.0) {
-        value->real = number;
+    // The digits are read here while they fit in an int; a larger number is the
+    // real that atof reads.
+    const long long largest = std::numeric_limits<int>::max();
+    long long number = 0;
+    const char* digit = text;
+    while (*digit && number <= largest)
+        number = number * 10 + (*digit++ - '0');
+    if (number > largest) {
+        value->real = std::atof(text);
         return TOKEN_REAL;
     }
-    value->integer = std::atoi(text);
+    value->integer = static_cast<int>(number);
     return TOKEN_INTEGER;
 }
 
@@ -24,16 +55,30 @@ int KOBWBRealToken(KOBWBMODELLANGSTYPE* value, const char* text) {
     return TOKEN_REAL;
 }
 
-int KOBWBIdentifierToken(KOBWBMODELLANGSTYPE* value, const char* text, int length) {
-    char* copy = static_cast<char*>(std::malloc(static_cast<size_t>(length) + 1));
-    if (copy) {
-        std::memcpy(copy, text, static_cast<size_t>(length));
-        copy[length] = '\0';
-    }
-    value->text = copy;
+int KOBWBIdentifierToken(KOBWBMODELLANGSTYPE* value, KOBWBScanContext& context, const char* text,
+                         int length) {
+    value->text = context.identifiers.Copy(text, static_cast<size_t>(length));
     return TOKEN_IDENTIFIER;
 }
 
 void KOBWBInvalidCharacter() {
     std::fputs("Invalid character\n", stdout);
+}
+
+void KOBWBForeseeStatement(const KOBWBModel& model, const char* text) {
+    const char* const end = text + foreseenCharacters;
+    const char* next = text;
+    while (next < end && *next && *next != ';') {
+        const unsigned char c = static_cast<unsigned char>(*next);
+        const char* word = next++;
+        if (StartsIdentifier(c)) {
+            while (ContinuesIdentifier(static_cast<unsigned char>(*next)))
+                ++next;
+            model.ForeseeVariable(word, static_cast<size_t>(next - word));
+        } else if (IsDigit(c)) {
+            // A number, with the unit or the exponent glued to it.
+            while (ContinuesIdentifier(static_cast<unsigned char>(*next)) || *next == '.')
+                ++next;
+        }
+    }
 }

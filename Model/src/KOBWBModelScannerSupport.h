@@ -2,6 +2,17 @@
 #define KOBWBModelScannerSupport_h
 
 #include "KOBWBModelGrammar.h"
+#include "KOBWBTextStore.h"
+
+class KOBWBModel;
+
+// What the scanner works for (its extra data): the model being read, and the
+// copies of the identifiers, which stay until the scan ends.
+struct KOBWBScanContext {
+    explicit KOBWBScanContext(const KOBWBModel& readModel) : model(readModel) {}
+    const KOBWBModel& model;
+    KOBWBTextStore identifiers;
+};
 
 // What the scanner's rules do with the text they match.
 
@@ -10,9 +21,16 @@ int KOBWBBuiltinToken(KOBWBMODELLANGSTYPE* value, KOBWBExpressionType type);
 // A run of digits: an "integer" when it fits in an int, a "real" otherwise.
 int KOBWBDigitsToken(KOBWBMODELLANGSTYPE* value, const char* text);
 int KOBWBRealToken(KOBWBMODELLANGSTYPE* value, const char* text);
-// An "identifier" carrying a heap copy of its text, which the parser frees.
-int KOBWBIdentifierToken(KOBWBMODELLANGSTYPE* value, const char* text, int length);
+// An "identifier" carrying a copy of its text kept in the scan context.
+int KOBWBIdentifierToken(KOBWBMODELLANGSTYPE* value, KOBWBScanContext& context, const char* text,
+                         int length);
 // Writes "Invalid character\n" on standard output; the character is skipped.
 void KOBWBInvalidCharacter();
+// Gives the model the words of the statement that starts at text (up to the
+// next ";", the end of the text or a few hundred characters), so that looking up
+// its variables while the parser reads it finds them in cache. Keywords, units,
+// function names and the words of comments are given as well: a hint costs
+// little and changes nothing.
+void KOBWBForeseeStatement(const KOBWBModel& model, const char* text);
 
 #endif

@@ -6,6 +6,7 @@
 #include "KOBWBUnitTable.h"
 #include "KOBWBVarNode.h"
 
+#include <memory>
 #include <string_view>
 #include <unordered_set>
 #include <utility>
@@ -23,7 +24,10 @@ KOBWBNode::KOBWBNode(KOBWBNodeType type, const KOBWBLocation& location)
     : m_nodeType(type), m_location(location) {}
 
 KOBWBNode::~KOBWBNode() {
-    delete m_unit;
+    if (m_unitOnHeap)
+        delete m_unit;
+    else if (m_unit)
+        m_unit->~KOBWBNodeUnit();
 }
 
 void KOBWBNode::Free(KOBWBNode* node) {
@@ -42,8 +46,11 @@ void KOBWBNode::Release(KOBWBNode* node) {
         node->~KOBWBNode();
 }
 
-KOBWBNodeUnit& KOBWBNode::GetOrMakeUnit() {
-    if (!m_unit) m_unit = new KOBWBNodeUnit;
+KOBWBNodeUnit& KOBWBNode::GetOrMakeUnit(void* room) {
+    if (!m_unit) {
+        m_unit = room ? new (room) KOBWBNodeUnit : new KOBWBNodeUnit;
+        m_unitOnHeap = !room;
+    }
     return *m_unit;
 }
 
@@ -61,12 +68,20 @@ const KOBWBLocation& KOBWBNode::GetUnitLocation() const {
 }
 
 void KOBWBNode::SetUnitData(const KOBWBLocation& unitLocation, const KOBLVRString& unit) {
-    KOBWBNodeUnit& data = GetOrMakeUnit();
+    SetUnitData(unitLocation, unit, nullptr);
+}
+
+void KOBWBNode::SetUnitData(const KOBWBLocation& unitLocation, const KOBLVRString& unit,
+                            void* room) {
+    KOBWBNodeUnit& data = GetOrMakeUnit(room);
     data.location = unitLocation;
     data.text = unit.IsEmpty() ? nullptr : KOBWBSharedUnitText(unit.str());
     if (!data.text && !unit.IsEmpty()) {
-        data.ownText = unit;
-        data.text = &data.ownText;
+        if (data.ownText)
+            *data.ownText = unit;
+        else
+            data.ownText = std::make_unique<KOBLVRString>(unit);
+        data.text = data.ownText.get();
     }
     m_hasUnit = data.text != nullptr;
 }
@@ -84,8 +99,11 @@ void KOBWBNode::SetUnitClass(const char* unitClass) {
     m_unitClass = none ? nullptr : KOBWBSharedUnitText(unitClass);
     if (!m_unitClass && !none) {
         KOBWBNodeUnit& data = GetOrMakeUnit();
-        data.ownClass = unitClass;
-        m_unitClass = &data.ownClass;
+        if (data.ownClass)
+            *data.ownClass = unitClass;
+        else
+            data.ownClass = std::make_unique<KOBLVRString>(unitClass);
+        m_unitClass = data.ownClass.get();
     }
 }
 

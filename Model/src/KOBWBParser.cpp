@@ -2,6 +2,7 @@
 
 #include "KOBWBModelCheck.h"
 #include "KOBWBModelGrammar.h"
+#include "KOBWBModelScannerSupport.h"
 #include "KOBWBParserMessenger.h"
 
 // The scanner's interface needs the token value and location types by the
@@ -22,8 +23,9 @@ int Finish(yyscan_t scanner, KOBWBModel& model, KOBWBParserMessenger& messenger)
 
 int KOBWBParser::Parse(FILE* file, KOBWBModel& model, KOBLVRIntArray& ids,
                        KOBWBParserMessenger& messenger, KOBLVRListPKOBWBBlackBox* blackBoxes) {
+    KOBWBScanContext context(model);
     yyscan_t scanner = nullptr;
-    if (KOBWBModelLanglex_init(&scanner) != 0) return messenger.GetErrorNumber();
+    if (KOBWBModelLanglex_init_extra(&context, &scanner) != 0) return messenger.GetErrorNumber();
     if (file) {
         KOBWBModelLangset_in(file, scanner);
         KOBWBModelLangparse(scanner, model, ids, messenger, blackBoxes);
@@ -33,8 +35,9 @@ int KOBWBParser::Parse(FILE* file, KOBWBModel& model, KOBLVRIntArray& ids,
 
 int KOBWBParser::Parse(const char* text, KOBWBModel& model, KOBLVRIntArray& ids,
                        KOBWBParserMessenger& messenger, KOBLVRListPKOBWBBlackBox* blackBoxes) {
+    KOBWBScanContext context(model);
     yyscan_t scanner = nullptr;
-    if (KOBWBModelLanglex_init(&scanner) != 0) return messenger.GetErrorNumber();
+    if (KOBWBModelLanglex_init_extra(&context, &scanner) != 0) return messenger.GetErrorNumber();
     if (text) {
         YY_BUFFER_STATE buffer = KOBWBModelLang_scan_string(text, scanner);
         KOBWBModelLangparse(scanner, model, ids, messenger, blackBoxes);

@@ -3,7 +3,6 @@
 #include "KOBLVRString.h"
 #include "KOBWBUnitClass.h"
 
-#include <cstring>
 #include <vector>
 
 namespace {
@@ -13,9 +12,19 @@ const char* const distanceUnits[] = {"km", "m",      "cm",   "mm",   "nm",   "in
 const char* const angleUnits[] = {"rad", "deg", "grad", "turn", "mrad", "%_angle"};
 const char* const ambiguousUnits[] = {"\xB0", "'", "\""};
 
+// The tables' texts are a few characters long and mostly differ from the
+// first: comparing in place is quicker than calling strcmp.
+bool IsSameText(const char* a, const char* b) {
+    while (*a && *a == *b) {
+        ++a;
+        ++b;
+    }
+    return *a == *b;
+}
+
 template <size_t N> bool IsAmong(const char* unit, const char* const (&units)[N]) {
     for (const char* candidate : units)
-        if (std::strcmp(unit, candidate) == 0) return true;
+        if (IsSameText(unit, candidate)) return true;
     return false;
 }
 
@@ -23,18 +32,22 @@ const char* const unitClasses[] = {KOBWBUnitClassDistance, KOBWBUnitClassAngle,
                                    KOBWBUnitClassNone,     KOBWBUnitClassAmbiguous,
                                    KOBWBUnitClassUnsolved, KOBWBUnitClassInhomogeneous};
 
-// Every text of the tables above once, as strings.
+// Every text of the tables above once, as strings, with the kind of each (a
+// unit class is no unit: Unknown).
 struct SharedTexts {
     std::vector<KOBLVRString> texts;
+    std::vector<KOBWBUnitKind> kinds;
     SharedTexts() {
-        for (const char* text : unitClasses)
+        Add(unitClasses, KOBWBUnitKind::Unknown);
+        Add(distanceUnits, KOBWBUnitKind::Distance);
+        Add(angleUnits, KOBWBUnitKind::Angle);
+        Add(ambiguousUnits, KOBWBUnitKind::Ambiguous);
+    }
+    template <size_t N> void Add(const char* const (&table)[N], KOBWBUnitKind kind) {
+        for (const char* text : table) {
             texts.emplace_back(text);
-        for (const char* text : distanceUnits)
-            texts.emplace_back(text);
-        for (const char* text : angleUnits)
-            texts.emplace_back(text);
-        for (const char* text : ambiguousUnits)
-            texts.emplace_back(text);
+            kinds.push_back(kind);
+        }
     }
 };
 
@@ -47,7 +60,7 @@ const SharedTexts& GetSharedTexts() {
 
 const KOBLVRString* KOBWBSharedUnitText(const char* text) {
     for (const KOBLVRString& candidate : GetSharedTexts().texts)
-        if (std::strcmp(candidate.str(), text) == 0) return &candidate;
+        if (IsSameText(candidate.str(), text)) return &candidate;
     return nullptr;
 }
 
@@ -62,6 +75,13 @@ KOBWBUnitKind KOBWBClassifyUnit(const char* unit) {
     if (IsAmong(unit, angleUnits)) return KOBWBUnitKind::Angle;
     if (IsAmong(unit, ambiguousUnits)) return KOBWBUnitKind::Ambiguous;
     return KOBWBUnitKind::Unknown;
+}
+
+KOBWBUnitKind KOBWBClassifyUnit(const KOBLVRString& unit) {
+    const SharedTexts& shared = GetSharedTexts();
+    if (KOBWBIsSharedUnitText(&unit))
+        return shared.kinds[static_cast<size_t>(&unit - shared.texts.data())];
+    return KOBWBClassifyUnit(unit.str());
 }
 
 const char* KOBWBUnitClassOf(KOBWBUnitKind kind) {

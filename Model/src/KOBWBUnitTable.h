@@ -9,10 +9,13 @@ enum class KOBWBUnitKind { Unknown, Distance, Angle, Ambiguous };
 // degree sign (byte 0xB0), "'" and '"' may be either.
 KOBWBUnitKind KOBWBClassifyUnit(const char* unit);
 
+class KOBLVRString;
+
+// The same for a unit text of a node: at once for a shared copy (see below).
+KOBWBUnitKind KOBWBClassifyUnit(const KOBLVRString& unit);
+
 // The unit class text of a kind; an unknown unit is "None".
 const char* KOBWBUnitClassOf(KOBWBUnitKind kind);
-
-class KOBLVRString;
 
 // A copy, shared by the whole program, of a known unit text or unit class
 // text; null for any other text.

@@ -62,6 +62,11 @@ int KOBWBVariableIndex::IndexOf(const char* name) const {
     return m_slots[Probe(name, length, Hash(name, length))].index;
 }
 
+void KOBWBVariableIndex::Foresee(const char* name, size_t length) const {
+    if (m_slots.empty() || length == 0) return;
+    __builtin_prefetch(&m_slots[Hash(name, length) & (m_slots.size() - 1)]);
+}
+
 KOBWBVarNode* KOBWBVariableIndex::Create(const KOBWBLocation& location, const char* name,
                                          void* memory) {
     const size_t length = name ? std::strlen(name) : 0;
@@ -88,8 +93,10 @@ KOBWBVarNode* KOBWBVariableIndex::Create(const KOBWBLocation& location, const ch
         entry.sorted = false;
     ++entry.count;
     entry.lastLocation = location;
+    if (m_nbOfOccurrences > 0 && IsBefore(location, m_lastLocation)) m_sorted = false;
+    m_lastLocation = location;
     node->m_occurrenceSlot = static_cast<int>(m_occurrences.size());
-    m_occurrences.push_back(node);
+    m_occurrences.push_back(Occurrence{node, index});
     ++m_nbOfOccurrences;
     m_isGrouped = false;
     return node;
@@ -99,9 +106,9 @@ void KOBWBVariableIndex::Remove(const std::vector<KOBWBVarNode*>& nodes) {
     for (KOBWBVarNode* node : nodes) {
         const int slot = node->m_occurrenceSlot;
         if (slot < 0 || slot >= static_cast<int>(m_occurrences.size()) ||
-            m_occurrences[slot] != node)
+            m_occurrences[slot].node != node)
             continue;
-        m_occurrences[slot] = nullptr;
+        m_occurrences[slot].node = nullptr;
         node->m_occurrenceSlot = -1;
         --m_nbOfOccurrences;
         if (--m_entries[node->m_nameIndex].count == 0) --m_nbOfLiveNames;
@@ -110,10 +117,10 @@ void KOBWBVariableIndex::Remove(const std::vector<KOBWBVarNode*>& nodes) {
     // Once half the slots are empty, close the gaps.
     if (2 * static_cast<size_t>(m_nbOfOccurrences) < m_occurrences.size()) {
         size_t kept = 0;
-        for (KOBWBVarNode* node : m_occurrences) {
-            if (!node) continue;
-            node->m_occurrenceSlot = static_cast<int>(kept);
-            m_occurrences[kept++] = node;
+        for (const Occurrence& occurrence : m_occurrences) {
+            if (!occurrence.node) continue;
+            occurrence.node->m_occurrenceSlot = static_cast<int>(kept);
+            m_occurrences[kept++] = occurrence;
         }
         m_occurrences.resize(kept);
     }
@@ -123,14 +130,14 @@ void KOBWBVariableIndex::Group() const {
     if (m_isGrouped) return;
     // A counting sort by name index, which keeps creation order within a name.
     m_groupStart.assign(m_entries.size() + 1, 0);
-    for (const KOBWBVarNode* node : m_occurrences)
-        if (node) ++m_groupStart[node->m_nameIndex + 1];
+    for (const Occurrence& occurrence : m_occurrences)
+        if (occurrence.node) ++m_groupStart[occurrence.nameIndex + 1];
     for (size_t i = 1; i < m_groupStart.size(); ++i)
         m_groupStart[i] += m_groupStart[i - 1];
     m_grouped.assign(static_cast<size_t>(m_nbOfOccurrences), nullptr);
     std::vector<int> next(m_groupStart.begin(), m_groupStart.end() - 1);
-    for (KOBWBVarNode* node : m_occurrences)
-        if (node) m_grouped[next[node->m_nameIndex]++] = node;
+    for (const Occurrence& occurrence : m_occurrences)
+        if (occurrence.node) m_grouped[next[occurrence.nameIndex]++] = occurrence.node;
     m_isGrouped = true;
 }
 
@@ -142,6 +149,7 @@ KOBWBVarNode* KOBWBVariableIndex::GetFirst(const char* name) const {
 }
 
 KOBWBVarNode* KOBWBVariableIndex::Find(const char* name, const KOBWBLocation& location) const {
+    if (m_nbOfOccurrences == 0 || (m_sorted && IsBefore(m_lastLocation, location))) return nullptr;
     const int index = IndexOf(name);
     if (index < 0) return nullptr;
     const Entry& entry = m_entries[index];
@@ -164,7 +172,24 @@ int KOBWBVariableIndex::AppendOccurrences(int nameIndex, KOBLVRListPKOBWBVarNode
 }
 
 int KOBWBVariableIndex::AppendAll(KOBLVRListPKOBWBVarNode& out) const {
-    for (KOBWBVarNode* node : m_occurrences)
-        if (node) out.Append(node);
+    for (const Occurrence& occurrence : m_occurrences)
+        if (occurrence.node) out.Append(occurrence.node);
     return m_nbOfOccurrences;
+}
+
+void KOBWBVariableIndex::SetUnitTypes(const std::vector<const KOBLVRString*>& classes) {
+    const auto classOf = [&classes](const Occurrence& occurrence) -> const KOBLVRString* {
+        const size_t name = static_cast<size_t>(occurrence.nameIndex);
+        return occurrence.node && name < classes.size() ? classes[name] : nullptr;
+    };
+    // The occurrences lie among the other nodes in creation order, long out of
+    // the cache: those to change are asked for ahead of the writes.
+    const size_t ahead = 32;
+    const size_t count = m_occurrences.size();
+    for (size_t i = 0; i < count; ++i) {
+        if (i + ahead < count && classOf(m_occurrences[i + ahead]))
+            __builtin_prefetch(m_occurrences[i + ahead].node, 1);
+        if (const KOBLVRString* unitClass = classOf(m_occurrences[i]))
+            m_occurrences[i].node->SetUnitType(*unitClass);
+    }
 }

@@ -30,6 +30,12 @@ public:
     int AppendAll(KOBLVRListPKOBWBVarNode& out) const;
     // The index of the name, -1 when absent.
     int IndexOf(const char* name) const;
+    // Starts loading the part of the table where the name is looked up, for a
+    // lookup to come; changes nothing.
+    void Foresee(const char* name, size_t length) const;
+    // Sets on every occurrence the unit class classes[i] of its name i, where
+    // that is not null.
+    void SetUnitTypes(const std::vector<const KOBLVRString*>& classes);
 
     int GetNbOfOccurrences() const { return m_nbOfOccurrences; }
     int GetNbOfLiveNames() const { return m_nbOfLiveNames; }
@@ -54,6 +60,12 @@ private:
         unsigned hash;
         int index; // -1 for an empty slot
     };
+    // An occurrence with its name index, so that a walk by name need not read
+    // the node; the node is null once removed.
+    struct Occurrence {
+        KOBWBVarNode* node;
+        int nameIndex;
+    };
 
     static unsigned Hash(const char* name, size_t length);
     bool IsNamed(const Entry& entry, const char* name, size_t length) const;
@@ -66,10 +78,16 @@ private:
     // A deque keeps the names where they are as it grows.
     std::deque<Entry> m_entries;
     std::vector<Slot> m_slots;
-    // Every occurrence in creation order; null where one was removed.
-    std::vector<KOBWBVarNode*> m_occurrences;
+    // Every occurrence in creation order.
+    std::vector<Occurrence> m_occurrences;
     int m_nbOfOccurrences = 0;
     int m_nbOfLiveNames = 0;
+    // Where the latest occurrence of any name was created, and whether they all
+    // came in the order of their locations: then a place past the latest one
+    // holds no occurrence, which the parser's question for each identifier
+    // answers without looking the name up.
+    KOBWBLocation m_lastLocation;
+    bool m_sorted = true;
     // The occurrences grouped by name: those of name i are at
     // m_grouped[m_groupStart[i]] up to m_grouped[m_groupStart[i + 1]].
     mutable std::vector<KOBWBVarNode*> m_grouped;

@@ -97,6 +97,21 @@ TEST(KOBWBParser, ReadsNumbersUnitsAndPi) {
         static_cast<const KOBWBOpNode*>(parsed.Equation(12)->GetLeftTerm());
     EXPECT_EQ(Where(product->GetChild(2), true), "(1,88,1,91)");
     EXPECT_EQ(Where(product->GetChild(1)), "(1,83,1,91)");
+
+    // A number cut short ends where its digits do: "7e+x" is 7 e + x, ".5E-y"
+    // is 0.5 E - y, "3." is 3 followed by an invalid character.
+    ParsedModel cut("7e+x; .5E-y; 3.;");
+    EXPECT_EQ(cut.Codes(), (std::vector<int>{22, 22}));
+    EXPECT_EQ(cut.out, "Invalid character\n");
+    EXPECT_EQ(cut.Left(0), "10(7:e,x)");
+    EXPECT_EQ(cut.Left(1), "46(0.5r:E,y)");
+    EXPECT_EQ(cut.Left(2), "3");
+    const KOBWBOpNode* sum = static_cast<const KOBWBOpNode*>(cut.Equation(0)->GetLeftTerm());
+    EXPECT_EQ(Where(sum->GetChild(1)), "(1,0,1,2)");
+    EXPECT_EQ(Where(sum->GetChild(1), true), "(1,1,1,2)");
+    EXPECT_EQ(Where(sum->GetChild(2)), "(1,3,1,4)");
+    EXPECT_EQ(Where(cut.Equation(1)->GetLeftTerm()), "(1,6,1,11)");
+    EXPECT_EQ(Where(cut.Equation(2)->GetLeftTerm()), "(1,13,1,14)");
 }
 
 TEST(KOBWBParser, TellsKeywordsFromIdentifiers) {
