@@ -166,8 +166,12 @@ void EvaluationPlans::Run(const Plan& plan, KOBWBFactory& factory) {
     // some, and from then on each child is checked.
     bool checkChildren = false;
     for (std::size_t s = 0; s < plan.stepCount; ++s) {
-        if (s + prefetchDistance < ahead) {
-            const Step& later = steps[s + prefetchDistance];
+        // The slots of the steps ahead are asked for first; a leaf whose slot has
+        // arrived when its step is nearer, and does not hold its value, has its value
+        // asked for.
+        if (s + prefetchDistance < ahead) __builtin_prefetch(&slots[steps[s + prefetchDistance].slot]);
+        if (s + prefetchDistance / 2 < ahead) {
+            const Step& later = steps[s + prefetchDistance / 2];
             if (later.kind == Kind::Leaf && !slots[later.slot].lasting) {
                 const char* value = reinterpret_cast<const char*>(&LeafValue(*later.node));
                 __builtin_prefetch(value);
