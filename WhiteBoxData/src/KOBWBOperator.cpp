@@ -1,6 +1,7 @@
 #include "KOBWBOperator.h"
 
 #include "KOBLVRAssert.h"
+#include "KOBWBGraphComparison.h"
 #include "KOBWBGraphWalk.h"
 
 #include <vector>
@@ -10,11 +11,6 @@ namespace {
 constexpr const char* operatorModule = "WhiteBoxData/src/KOBWBOperator";
 constexpr unsigned nullArrayLine = 34;
 constexpr unsigned nullChildLine = 38;
-
-bool IsOrderFree(KOBWBExpressionType type) {
-    return type == KOBWBSumType || type == KOBWBProductType || type == KOBWBMinType ||
-           type == KOBWBMaxType;
-}
 
 } // namespace
 
@@ -61,33 +57,7 @@ KOBWBExpression* KOBWBOperator::IntegrateTable(KOBWBVariable*, unsigned char& in
 }
 
 unsigned char KOBWBOperator::IsEqualTo(const KOBWBExpression* other) const {
-    if (other == this) return 1;
-    if (!other || other->GetType() != GetType()) return 0;
-    const int count = GetNbOfChildren();
-    if (other->GetNbOfChildren() != count) return 0;
-    if (!IsOrderFree(GetType())) {
-        for (int i = 0; i < count; ++i) {
-            const KOBWBExpression* mine = GetChild(i);
-            const KOBWBExpression* theirs = other->GetChild(i);
-            if (mine != theirs && (!mine || !mine->IsEqualTo(theirs))) return 0;
-        }
-        return 1;
-    }
-    std::vector<bool> matched(static_cast<size_t>(count), false);
-    for (int i = 0; i < count; ++i) {
-        const KOBWBExpression* mine = GetChild(i);
-        bool found = false;
-        for (int j = 0; j < count && !found; ++j) {
-            if (matched[static_cast<size_t>(j)]) continue;
-            const KOBWBExpression* theirs = other->GetChild(j);
-            if (mine == theirs || (mine && mine->IsEqualTo(theirs))) {
-                matched[static_cast<size_t>(j)] = true;
-                found = true;
-            }
-        }
-        if (!found) return 0;
-    }
-    return 1;
+    return kobwb::OperatorsEqual(*this, other) ? 1 : 0;
 }
 
 namespace {

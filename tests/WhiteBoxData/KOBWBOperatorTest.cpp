@@ -226,3 +226,42 @@ TEST(KOBWBFactoryServices, CloneEquationsRenamesVariables) {
     EXPECT_NE(source->GetRoot(), before);
     EXPECT_TRUE(source->GetRoot()->IsEqualTo(before));
 }
+
+// Children of order-free operators are matched greedily, each taking the first
+// equal child not yet taken, also when equality within the tolerance does not carry
+// over from one value to the next; long chains and graphs whose paths multiply are
+// compared without recursion and in the time of their nodes.
+TEST(KOBWBOperators, StructuralEqualityOfLargeGraphs) {
+    KOBWBFactory factory(0);
+    factory.SetTolerance(0.1);
+    KOBWBExpression* a = factory.CreateRealConstant(1.0);
+    KOBWBExpression* b = factory.CreateRealConstant(1.06);
+    KOBWBExpression* c = factory.CreateRealConstant(1.12);
+    ASSERT_TRUE(a->IsEqualTo(b));
+    ASSERT_TRUE(b->IsEqualTo(c));
+    ASSERT_FALSE(a->IsEqualTo(c));
+    EXPECT_TRUE(factory.CreateSum(a, b)->IsEqualTo(factory.CreateSum(b, c)));
+    EXPECT_FALSE(factory.CreateSum(b, a)->IsEqualTo(factory.CreateSum(b, c)));
+
+    KOBWBVariable* x = factory.CreateVariable();
+    KOBWBVariable* y = factory.CreateVariable();
+    KOBWBExpression* first = x;
+    KOBWBExpression* second = x;
+    KOBWBExpression* other = y;
+    for (int i = 0; i < 200000; ++i) {
+        first = factory.CreateSum(first, i % 2 ? x : y);
+        second = factory.CreateSum(i % 2 ? x : y, second);
+        other = factory.CreateSum(other, i % 2 ? x : y);
+    }
+    EXPECT_TRUE(first->IsEqualTo(second));
+    EXPECT_FALSE(first->IsEqualTo(other));
+
+    KOBWBExpression* left = x;
+    KOBWBExpression* right = x;
+    for (int level = 0; level < 60; ++level) {
+        left = factory.CreateProduct(left, left);
+        right = factory.CreateProduct(right, right);
+    }
+    EXPECT_TRUE(left->IsEqualTo(right));
+    EXPECT_FALSE(left->IsEqualTo(factory.CreateProduct(right, y)));
+}
