@@ -85,23 +85,23 @@ EvaluationPlans::Step EvaluationPlans::StepOf(KOBWBExpression& node) {
     // their type descriptions are unique within the library.
     const std::type_info* const type = &typeid(node);
     const bool complete = count > 0 && count <= maxListedChildren && !HasNullChild(node);
-    Step step{{&node}, SlotOf(node), 0, Kind::Node};
+    Step step{SlotOf(node), 0, Kind::Node, 0};
     if (info.family == OperatorFamily::Leaf && (type == &typeid(KOBWBConstant) || type == &typeid(KOBWBVariable))) {
         step.kind = Kind::Leaf;
     } else if (type == &typeid(KOBWBAlgebraicOperator) && info.family == OperatorFamily::Algebraic &&
                info.interval.kind == IntervalForm::Kind::Binary && count >= 2 && complete) {
         step.kind = Kind::Fold;
-        step.binary = &BinaryOperationOf(info);
+        step.function = static_cast<unsigned char>(info.interval.code);
     } else if (type == &typeid(KOBWBBinaryOperator) && info.family == OperatorFamily::Binary && HasBinaryForm(info) &&
                count == 2 && complete) {
         const bool power = info.interval.kind == IntervalForm::Kind::Power;
         step.kind = power ? Kind::Power : Kind::Binary;
-        if (!power) step.binary = &BinaryOperationOf(info);
+        step.function = static_cast<unsigned char>(info.interval.code);
     } else if (((type == &typeid(KOBWBUnaryOperator) && info.family == OperatorFamily::Unary) ||
                 (type == &typeid(KOBWBTrigonometricOperator) && info.family == OperatorFamily::Trigonometric)) &&
                info.unary && HasUnaryForm(info) && count == 1 && complete) {
         step.kind = Kind::Unary;
-        step.unary = &UnaryOperationOf(info);
+        step.function = static_cast<unsigned char>(info.interval.code);
     }
     if (step.kind != Kind::Leaf && step.kind != Kind::Node) step.childCount = static_cast<unsigned short>(count);
     return step;
@@ -173,7 +173,8 @@ void EvaluationPlans::Run(const Plan& plan, KOBWBFactory& factory) {
         if (s + prefetchDistance / 2 < ahead) {
             const Step& later = steps[s + prefetchDistance / 2];
             if (later.kind == Kind::Leaf && !slots[later.slot].lasting) {
-                const char* value = reinterpret_cast<const char*>(&LeafValue(*later.node));
+                const KOBWBExpression* leaf = m_nodeOfSlot[static_cast<std::size_t>(later.slot)];
+                const char* value = reinterpret_cast<const char*>(&LeafValue(*leaf));
                 __builtin_prefetch(value);
                 __builtin_prefetch(value + sizeof(KOBWBValue) / 2);
             }
@@ -195,27 +196,27 @@ void EvaluationPlans::Run(const Plan& plan, KOBWBFactory& factory) {
             case Kind::Leaf:
                 // The slot is out of date, so is the buffer: the leaf would copy its
                 // value, which is read only when it was set since the last reading.
-                if (!slot.lasting) ReadRealOperand(LeafValue(*step.node), result);
+                if (!slot.lasting) ReadRealOperand(LeafValue(*m_nodeOfSlot[static_cast<std::size_t>(step.slot)]), result);
                 slot.lasting = true;
                 slot.generation = generation;
                 continue;
             case Kind::Fold:
-                computed = BinaryOnRealOperands(environment, *step.binary, slots[own[0]].operand,
+                computed = BinaryOnRealOperands(environment, OperationOf(static_cast<Binary>(step.function)), slots[own[0]].operand,
                                                 slots[own[1]].operand, nullptr, result.interval);
                 MakeInterval(result);
                 for (int i = 2; i < step.childCount && computed; ++i)
-                    computed = BinaryOnRealOperands(environment, *step.binary, result, slots[own[i]].operand, nullptr,
+                    computed = BinaryOnRealOperands(environment, OperationOf(static_cast<Binary>(step.function)), result, slots[own[i]].operand, nullptr,
                                                     result.interval);
                 break;
             case Kind::Binary:
-                computed = BinaryOnRealOperands(environment, *step.binary, slots[own[0]].operand,
+                computed = BinaryOnRealOperands(environment, OperationOf(static_cast<Binary>(step.function)), slots[own[0]].operand,
                                                 slots[own[1]].operand, nullptr, result.interval);
                 break;
             case Kind::Power:
                 computed = PowOnRealOperands(environment, slots[own[0]].operand, slots[own[1]].operand, result.interval);
                 break;
             case Kind::Unary:
-                computed = UnaryOnRealOperand(environment, *step.unary, slots[own[0]].operand, {}, result.interval);
+                computed = UnaryOnRealOperand(environment, OperationOf(static_cast<Unary>(step.function)), slots[own[0]].operand, {}, result.interval);
                 break;
             case Kind::Node: break;
             }

@@ -79,19 +79,16 @@ private:
         Node
     };
 
-    // Sixteen bytes: the steps are most of what a plan reads.
+    // Eight bytes: the steps are most of what a plan reads. The node itself is found
+    // by its slot when a step needs it.
     struct Step {
-        union {
-            // For leaves and nodes evaluated by themselves.
-            KOBWBExpression* node;
-            // The function of the interval form, for the kinds computed from slots.
-            const BinaryOperation* binary;
-            const UnaryOperation* unary;
-        };
         int slot;
         // The slots of the children follow those of the previous steps.
         unsigned short childCount;
         Kind kind;
+        // The function of the interval form in the arithmetic's operation table, for
+        // the kinds computed from slots: a Binary or a Unary code.
+        unsigned char function;
     };
 
     struct Plan {
