@@ -4,7 +4,7 @@
 #include "KOBWBBinaryOperator.h"
 #include "KOBWBConstant.h"
 #include "KOBWBFactory.h"
-#include "KOBWBOperatorEvaluation.h"
+#include "KOBWBOperatorTable.h"
 #include "KOBWBTrigonometricOperator.h"
 #include "KOBWBUnaryOperator.h"
 #include "KOBWBVariable.h"

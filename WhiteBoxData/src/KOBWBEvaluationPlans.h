@@ -43,8 +43,9 @@ struct EvaluationSlot {
 // black-box calls evaluate their children themselves (a condition only the branch it
 // takes), so a plan lists them without their subgraphs.
 //
-// The plans, their steps and the slots each lie in one array, in the order the plans
-// were made, so that evaluating the roots in turn reads memory in turn. The plans
+// The plans and their steps each lie in one array, in the order the plans were made,
+// and the slots in the order the nodes were made, so that evaluating the roots in turn
+// reads memory in turn. The plans
 // describe the graph as it was when they were made: the factory counts the changes to
 // children lists, and at another count every plan is dropped and made again.
 class EvaluationPlans {
@@ -112,7 +113,7 @@ private:
     // Room for the plans of a factory of that many nodes, made in one go rather than
     // by repeated growth, which would fill many more fresh pages.
     void Reserve(std::size_t nodes);
-    // The slot of node, given one when it has none.
+    // The slot of node, made ready when no plan listed the node before.
     int SlotOf(KOBWBExpression& node);
     // The step that computes node.
     Step StepOf(KOBWBExpression& node);
