@@ -4,7 +4,6 @@
 #include "KOBWBGraphComparison.h"
 #include "KOBWBGraphWalk.h"
 
-#include <vector>
 
 namespace {
 
