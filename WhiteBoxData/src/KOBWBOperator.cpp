@@ -4,7 +4,6 @@
 #include "KOBWBGraphComparison.h"
 #include "KOBWBGraphWalk.h"
 
-
 namespace {
 
 constexpr const char* operatorModule = "WhiteBoxData/src/KOBWBOperator";
