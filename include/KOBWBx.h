@@ -44,6 +44,12 @@
 #include "KOBWBUnaryOperator.h"
 #include "KOBWBVariable.h"
 
+#include "KOBWBCoefficient.h"
+#include "KOBWBPolynomial.h"
+#include "KOBWBPolynomialContext.h"
+#include "KOBWBPolynomialTools.h"
+#include "KOBWBRational.h"
+
 #include "KOBWBComparisonType.h"
 #include "KOBWBConstNode.h"
 #include "KOBWBEqNode.h"

@@ -11,6 +11,7 @@ command -v bison >/dev/null || missing+=(bison)
 command -v pkg-config >/dev/null || missing+=(pkg-config)
 [ -f /usr/include/gtest/gtest.h ] || missing+=(libgtest-dev)
 [ -f /usr/include/benchmark/benchmark.h ] || missing+=(libbenchmark-dev)
+{ [ -f /usr/include/gmp.h ] || ls /usr/include/*/gmp.h >/dev/null 2>&1; } || missing+=(libgmp-dev)
 
 if [ ${#missing[@]} -gt 0 ]; then
     if [ "$(id -u)" -eq 0 ]; then

@@ -85,8 +85,50 @@ public:
     // var itself.
     unsigned char ReplaceVar(KOBWBVariable* var, KOBWBExpression* by);
 
+    // Algebraic shape. These tests read the tree as built: they expand, factor and
+    // evaluate nothing (the integer exponent of a power excepted), so a product of
+    // two sums is not linear even when it is mathematically. A null child fails
+    // every test but the first step of IsPolynomial(x).
+    // Degree at most 1 in all variables together; a power is linear only when constant.
+    unsigned char IsLinear() const;
+    // Degree at most 2 in all variables together; a power counts only with a linear
+    // base and an integer constant exponent of 0, 1 or 2.
+    unsigned char IsQuadratic() const;
+    // A polynomial in x, coefficients possibly depending on other variables. A
+    // quotient needs a denominator free of x; a power with a constant exponent, any
+    // exponent included (x^-1 and x^0.5 pass, deliberately), is judged by its base.
+    unsigned char IsPolynomial(KOBWBVariable* x) const;
+    // The coefficients of the expression in x, extracted by the factory's algebra
+    // (the rewriting context of KOBWBPolynomialContext): coefficients[k] is the
+    // coefficient of x^k, written canonically, and degree the highest k. An array
+    // already in coefficients is freed first; the new one is the caller's to free
+    // with delete[]. Answers 0, degree unchanged and coefficients null, when the
+    // expression is not exactly a polynomial in x (x under a function, in a
+    // denominator, or to a negative or non-integer power) or x is null or of
+    // another factory.
+    unsigned char IsPolynomial(KOBWBVariable* x, int& degree, KOBWBExpression**& coefficients) const;
+    // Free of x, or a quotient of two polynomials in x. A polynomial in x that is
+    // not written as a quotient is deliberately not a rational function.
+    unsigned char IsRationalFunction(KOBWBVariable* x) const;
+    // The expression with value put in place of every child identical to x (by
+    // algebra: a child whose difference with x simplifies to 0), then simplified.
+    // It works on a duplicate of the tree owned by a new equation "= 0" of the
+    // factory, which stays in the factory. Null when x or value is null or of
+    // another factory, or no equation can be made.
+    KOBWBExpression* PartialEval(KOBWBVariable* x, KOBWBExpression* value);
+    // The same for several variables, pairs taken in order. Every value must be
+    // constant: at the first that is not, the answer is null (substitutions made so
+    // far stay in the duplicate). When the duplicate root is a pair's variable, that
+    // pair's value is the answer. A count of 0 or less gives the simplified duplicate.
+    KOBWBExpression* PartialEval(KOBWBVariable** variables, KOBWBExpression** values, int count);
+
 protected:
     KOBWBExpression(KOBWBFactory& factory, KOBWBExpressionType type);
+
+    // Replaces in place every child pointer below this node that is x itself (by
+    // pointer) by by, without descending into by; this node is never replaced.
+    // Nothing happens when either argument is null.
+    void Replace(KOBWBVariable* x, KOBWBExpression* by);
 
     virtual void DoEval(KOBWBValue& result) = 0;
     virtual double DoEval();

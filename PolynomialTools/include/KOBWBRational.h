@@ -1,0 +1,81 @@
+#ifndef KOBWBRational_h
+#define KOBWBRational_h
+
+#include "KOBWBxExport.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+// An exact rational number that never overflows: numerator and denominator live
+// in machine words while they fit, and move to arbitrary precision when a result
+// does not. Always reduced, the denominator positive, zero as 0/1.
+class KOBWBX_API KOBWBRational {
+public:
+    KOBWBRational() = default;
+    KOBWBRational(long long value) : m_numerator(value) {}
+    // numerator / denominator, reduced; a zero denominator gives 0.
+    KOBWBRational(long long numerator, long long denominator);
+    KOBWBRational(const KOBWBRational& other);
+    KOBWBRational(KOBWBRational&& other) noexcept = default;
+    KOBWBRational& operator=(const KOBWBRational& other);
+    KOBWBRational& operator=(KOBWBRational&& other) noexcept = default;
+    ~KOBWBRational();
+
+    // The decimal text of an integer, optionally signed; false (and 0) on other text.
+    static bool FromString(const char* text, KOBWBRational& result);
+    // The exact value of a finite double, or false for infinities and NaN.
+    static bool FromDouble(double value, KOBWBRational& result);
+
+    bool IsZero() const { return !m_big && m_numerator == 0; }
+    bool IsOne() const { return !m_big && m_numerator == 1 && m_denominator == 1; }
+    bool IsInteger() const;
+    int Sign() const;
+    // Whether the value is held in machine words.
+    bool IsSmall() const { return !m_big; }
+    // Numerator and denominator when both fit in 32-bit ints.
+    bool FitsInt(int& numerator, int& denominator) const;
+    // The nearest double.
+    double ToDouble() const;
+    std::string ToString() const;
+    std::size_t Hash() const;
+
+    KOBWBRational operator-() const;
+    KOBWBRational& operator+=(const KOBWBRational& other);
+    KOBWBRational& operator-=(const KOBWBRational& other);
+    KOBWBRational& operator*=(const KOBWBRational& other);
+    // Division by zero leaves the value 0.
+    KOBWBRational& operator/=(const KOBWBRational& other);
+    // An integer power; a negative exponent of 0 gives 0.
+    KOBWBRational Power(long long exponent) const;
+
+    friend KOBWBRational operator+(KOBWBRational a, const KOBWBRational& b) { return a += b; }
+    friend KOBWBRational operator-(KOBWBRational a, const KOBWBRational& b) { return a -= b; }
+    friend KOBWBRational operator*(KOBWBRational a, const KOBWBRational& b) { return a *= b; }
+    friend KOBWBRational operator/(KOBWBRational a, const KOBWBRational& b) { return a /= b; }
+    friend bool operator==(const KOBWBRational& a, const KOBWBRational& b) { return Compare(a, b) == 0; }
+    friend bool operator!=(const KOBWBRational& a, const KOBWBRational& b) { return Compare(a, b) != 0; }
+    friend bool operator<(const KOBWBRational& a, const KOBWBRational& b) { return Compare(a, b) < 0; }
+    static int Compare(const KOBWBRational& a, const KOBWBRational& b);
+
+    struct Big;
+    struct BigDeleter {
+        void operator()(Big* big) const;
+    };
+    typedef std::unique_ptr<Big, BigDeleter> BigPointer;
+
+private:
+    enum class Operation { Add, Sub, Mul, Div };
+    // The result in machine words when it fits; false leaves result as it was.
+    static bool SmallResult(Operation op, const KOBWBRational& a, const KOBWBRational& b, KOBWBRational& result);
+    KOBWBRational& Combine(Operation op, const KOBWBRational& other);
+    // Moves a big value back to machine words when it fits.
+    void Normalise();
+    void MakeBig();
+
+    long long m_numerator = 0;
+    long long m_denominator = 1;
+    BigPointer m_big;
+};
+
+#endif

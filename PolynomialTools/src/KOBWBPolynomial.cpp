@@ -1,0 +1,243 @@
+#include "KOBWBPolynomial.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+KOBWBMonomial KOBWBMultiplyMonomials(const KOBWBMonomial& a, const KOBWBMonomial& b) {
+    KOBWBMonomial product;
+    product.reserve(a.size() + b.size());
+    size_t i = 0, j = 0;
+    while (i < a.size() && j < b.size()) {
+        if (a[i].atom < b[j].atom) {
+            product.push_back(a[i++]);
+        } else if (b[j].atom < a[i].atom) {
+            product.push_back(b[j++]);
+        } else {
+            const long long exponent = a[i].exponent + b[j].exponent;
+            if (exponent != 0) product.push_back({a[i].atom, exponent});
+            ++i;
+            ++j;
+        }
+    }
+    product.insert(product.end(), a.begin() + static_cast<long>(i), a.end());
+    product.insert(product.end(), b.begin() + static_cast<long>(j), b.end());
+    return product;
+}
+
+int KOBWBCompareMonomials(const KOBWBMonomial& a, const KOBWBMonomial& b) {
+    const size_t common = std::min(a.size(), b.size());
+    for (size_t k = 0; k < common; ++k) {
+        if (a[k].atom != b[k].atom) return a[k].atom < b[k].atom ? -1 : 1;
+        if (a[k].exponent != b[k].exponent) return a[k].exponent < b[k].exponent ? -1 : 1;
+    }
+    return a.size() == b.size() ? 0 : (a.size() < b.size() ? -1 : 1);
+}
+
+KOBWBPolynomial::KOBWBPolynomial(const KOBWBCoefficient& constant) {
+    if (!constant.IsZero()) m_terms.push_back({KOBWBMonomial(), constant});
+}
+
+KOBWBPolynomial KOBWBPolynomial::Atom(int atom, long long exponent) {
+    KOBWBPolynomial result;
+    KOBWBMonomial monomial;
+    if (exponent != 0) monomial.push_back({atom, exponent});
+    result.m_terms.push_back({std::move(monomial), KOBWBCoefficient(1)});
+    return result;
+}
+
+bool KOBWBPolynomial::IsConstant(KOBWBCoefficient& constant) const {
+    if (m_terms.empty()) {
+        constant = KOBWBCoefficient();
+        return true;
+    }
+    if (m_terms.size() != 1 || !m_terms[0].monomial.empty()) return false;
+    constant = m_terms[0].coefficient;
+    return true;
+}
+
+long long KOBWBPolynomial::Degree(int atom, long long* lowest) const {
+    long long high = 0, low = 0;
+    bool first = true;
+    for (const KOBWBPolynomialTerm& term : m_terms) {
+        long long exponent = 0;
+        for (const KOBWBMonomialFactor& factor : term.monomial)
+            if (factor.atom == atom) exponent = factor.exponent;
+        high = first ? exponent : std::max(high, exponent);
+        low = first ? exponent : std::min(low, exponent);
+        first = false;
+    }
+    if (lowest) *lowest = low;
+    return high;
+}
+
+long long KOBWBPolynomial::GetMaxExponent() const {
+    long long largest = 0;
+    for (const KOBWBPolynomialTerm& term : m_terms)
+        for (const KOBWBMonomialFactor& factor : term.monomial) largest = std::max(largest, std::llabs(factor.exponent));
+    return largest;
+}
+
+long long KOBWBPolynomial::GetTotalDegree() const {
+    long long largest = 0;
+    for (const KOBWBPolynomialTerm& term : m_terms) {
+        long long degree = 0;
+        for (const KOBWBMonomialFactor& factor : term.monomial) degree += factor.exponent;
+        largest = std::max(largest, degree);
+    }
+    return largest;
+}
+
+std::size_t KOBWBPolynomial::Hash() const {
+    std::size_t hash = m_terms.size();
+    for (const KOBWBPolynomialTerm& term : m_terms) {
+        for (const KOBWBMonomialFactor& factor : term.monomial)
+            hash = hash * 1000003u ^ (static_cast<std::size_t>(factor.atom) * 31u + static_cast<std::size_t>(factor.exponent));
+        hash = hash * 1000003u ^ term.coefficient.Hash();
+    }
+    return hash;
+}
+
+bool operator==(const KOBWBPolynomial& a, const KOBWBPolynomial& b) {
+    if (a.m_terms.size() != b.m_terms.size()) return false;
+    for (size_t i = 0; i < a.m_terms.size(); ++i)
+        if (a.m_terms[i].monomial != b.m_terms[i].monomial || a.m_terms[i].coefficient != b.m_terms[i].coefficient)
+            return false;
+    return true;
+}
+
+KOBWBPolynomial KOBWBPolynomial::operator-() const {
+    KOBWBPolynomial result(*this);
+    for (KOBWBPolynomialTerm& term : result.m_terms) term.coefficient = -term.coefficient;
+    return result;
+}
+
+namespace {
+
+// Merges two sorted term lists, adding (or subtracting) the coefficients of like terms.
+std::vector<KOBWBPolynomialTerm> Merge(const std::vector<KOBWBPolynomialTerm>& a,
+                                       const std::vector<KOBWBPolynomialTerm>& b, bool subtract) {
+    std::vector<KOBWBPolynomialTerm> merged;
+    merged.reserve(a.size() + b.size());
+    size_t i = 0, j = 0;
+    while (i < a.size() || j < b.size()) {
+        const int order = i == a.size() ? 1 : (j == b.size() ? -1 : KOBWBCompareMonomials(a[i].monomial, b[j].monomial));
+        if (order < 0) {
+            merged.push_back(a[i++]);
+            continue;
+        }
+        KOBWBCoefficient right = subtract ? -b[j].coefficient : b[j].coefficient;
+        if (order > 0) {
+            merged.push_back({b[j++].monomial, std::move(right)});
+            continue;
+        }
+        KOBWBCoefficient sum = a[i].coefficient + right;
+        if (!sum.IsZero()) merged.push_back({a[i].monomial, std::move(sum)});
+        ++i;
+        ++j;
+    }
+    return merged;
+}
+
+} // namespace
+
+KOBWBPolynomial& KOBWBPolynomial::operator+=(const KOBWBPolynomial& other) {
+    if (m_terms.empty()) return *this = other;
+    if (!other.m_terms.empty()) m_terms = Merge(m_terms, other.m_terms, false);
+    return *this;
+}
+
+KOBWBPolynomial& KOBWBPolynomial::operator-=(const KOBWBPolynomial& other) {
+    if (!other.m_terms.empty()) m_terms = Merge(m_terms, other.m_terms, true);
+    return *this;
+}
+
+KOBWBPolynomial& KOBWBPolynomial::operator*=(const KOBWBCoefficient& factor) {
+    if (factor.IsZero()) {
+        m_terms.clear();
+        return *this;
+    }
+    std::vector<KOBWBPolynomialTerm> kept;
+    kept.reserve(m_terms.size());
+    for (KOBWBPolynomialTerm& term : m_terms) {
+        term.coefficient *= factor;
+        // A real product can underflow to zero.
+        if (!term.coefficient.IsZero()) kept.push_back(std::move(term));
+    }
+    m_terms = std::move(kept);
+    return *this;
+}
+
+KOBWBPolynomial KOBWBPolynomial::FromTerms(std::vector<KOBWBPolynomialTerm> terms) {
+    std::sort(terms.begin(), terms.end(), [](const KOBWBPolynomialTerm& a, const KOBWBPolynomialTerm& b) {
+        return KOBWBCompareMonomials(a.monomial, b.monomial) < 0;
+    });
+    KOBWBPolynomial result;
+    result.m_terms.reserve(terms.size());
+    for (size_t i = 0; i < terms.size();) {
+        size_t j = i + 1;
+        KOBWBCoefficient sum = std::move(terms[i].coefficient);
+        while (j < terms.size() && KOBWBCompareMonomials(terms[j].monomial, terms[i].monomial) == 0)
+            sum += terms[j++].coefficient;
+        if (!sum.IsZero()) result.m_terms.push_back({std::move(terms[i].monomial), std::move(sum)});
+        i = j;
+    }
+    return result;
+}
+
+KOBWBPolynomial KOBWBPolynomial::Multiply(const KOBWBPolynomial& a, const KOBWBPolynomial& b) {
+    if (a.m_terms.empty() || b.m_terms.empty()) return KOBWBPolynomial();
+    // A single term keeps the order of the other factor when it is a constant.
+    if (b.m_terms.size() == 1 && b.m_terms[0].monomial.empty()) return KOBWBPolynomial(a) *= b.m_terms[0].coefficient;
+    if (a.m_terms.size() == 1 && a.m_terms[0].monomial.empty()) return KOBWBPolynomial(b) *= a.m_terms[0].coefficient;
+    std::vector<KOBWBPolynomialTerm> products;
+    products.reserve(a.m_terms.size() * b.m_terms.size());
+    for (const KOBWBPolynomialTerm& left : a.m_terms)
+        for (const KOBWBPolynomialTerm& right : b.m_terms)
+            products.push_back({KOBWBMultiplyMonomials(left.monomial, right.monomial), left.coefficient * right.coefficient});
+    return FromTerms(std::move(products));
+}
+
+bool KOBWBPolynomial::Power(long long exponent, int maxTerms, KOBWBPolynomial& result) const {
+    if (exponent < 0) return false;
+    if (m_terms.size() == 1) {
+        // A single term: powers of its coefficient and exponents.
+        KOBWBPolynomialTerm term{m_terms[0].monomial, m_terms[0].coefficient.Power(exponent)};
+        for (KOBWBMonomialFactor& factor : term.monomial) {
+            if (__builtin_mul_overflow(factor.exponent, exponent, &factor.exponent)) return false;
+        }
+        if (exponent == 0) term.monomial.clear();
+        KOBWBPolynomial single;
+        if (!term.coefficient.IsZero()) single.m_terms.push_back(std::move(term));
+        result = std::move(single);
+        return true;
+    }
+    if (exponent == 0) {
+        result = KOBWBPolynomial(KOBWBCoefficient(1));
+        return true;
+    }
+    // A power of two or more terms has at least exponent + 1 terms.
+    if (exponent >= maxTerms) return false;
+    // Squaring keeps every intermediate power below the result; each product is
+    // also bounded in the work it may take.
+    const long long maxWork = 64LL * maxTerms;
+    const auto within = [&](const KOBWBPolynomial& a, const KOBWBPolynomial& b) {
+        return static_cast<long long>(a.m_terms.size()) * static_cast<long long>(b.m_terms.size()) <= maxWork;
+    };
+    KOBWBPolynomial power(*this), accumulated;
+    bool started = false;
+    for (long long e = exponent; e > 0; e >>= 1) {
+        if (e & 1) {
+            if (started && !within(accumulated, power)) return false;
+            accumulated = started ? Multiply(accumulated, power) : power;
+            started = true;
+            if (accumulated.GetNbOfTerms() > maxTerms) return false;
+        }
+        if (e > 1) {
+            if (!within(power, power)) return false;
+            power = Multiply(power, power);
+            if (power.GetNbOfTerms() > maxTerms) return false;
+        }
+    }
+    result = std::move(accumulated);
+    return true;
+}

@@ -1,0 +1,211 @@
+#include "KOBWBPolynomialContext.h"
+
+#include "KOBWBFactory.h"
+#include "KOBWBPolynomialContextImpl.h"
+#include "KOBWBVariable.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <unordered_set>
+
+KOBWBPolynomialContext::Impl::Impl(KOBWBFactory& factory, KOBWBExpression* zero, KOBWBExpression* one)
+    : factory(factory), zero(zero), one(one) {
+    atoms.push_back({AtomKind::Pi, nullptr, {}, ""});
+}
+
+int KOBWBPolynomialContext::Impl::InternAtom(AtomKind kind, KOBWBExpression* node,
+                                             std::vector<KOBWBPolynomial> arguments, std::string key) {
+    const auto found = atomByKey.find(key);
+    if (found != atomByKey.end()) return found->second;
+    const int atom = static_cast<int>(atoms.size());
+    atomByKey.emplace(key, atom);
+    atoms.push_back({kind, node, std::move(arguments), std::move(key)});
+    return atom;
+}
+
+int KOBWBPolynomialContext::Impl::VariableAtom(KOBWBVariable* variable) {
+    const auto found = atomByVariable.find(variable);
+    if (found != atomByVariable.end()) return found->second;
+    char key[32];
+    std::snprintf(key, sizeof key, "a%010d", variable->GetIdx());
+    const int atom = InternAtom(AtomKind::Variable, variable, {}, key);
+    atomByVariable.emplace(variable, atom);
+    return atom;
+}
+
+std::string KOBWBPolynomialContext::Impl::MonomialKey(const KOBWBMonomial& monomial) const {
+    std::vector<const KOBWBMonomialFactor*> factors;
+    factors.reserve(monomial.size());
+    for (const KOBWBMonomialFactor& factor : monomial) factors.push_back(&factor);
+    std::sort(factors.begin(), factors.end(), [this](const KOBWBMonomialFactor* a, const KOBWBMonomialFactor* b) {
+        return atoms[static_cast<size_t>(a->atom)].key < atoms[static_cast<size_t>(b->atom)].key;
+    });
+    std::string key;
+    for (const KOBWBMonomialFactor* factor : factors) {
+        key += factor->atom == piAtom ? std::string("Pi") : atoms[static_cast<size_t>(factor->atom)].key;
+        key += '^';
+        key += std::to_string(factor->exponent);
+        key += '*';
+    }
+    return key;
+}
+
+std::string KOBWBPolynomialContext::Impl::PolynomialKey(const KOBWBPolynomial& polynomial) const {
+    std::vector<std::string> terms;
+    terms.reserve(static_cast<size_t>(polynomial.GetNbOfTerms()));
+    for (const KOBWBPolynomialTerm& term : polynomial.GetTerms())
+        terms.push_back(MonomialKey(term.monomial) + (term.coefficient.IsReal() ? "#r" : "#") + term.coefficient.ToString());
+    std::sort(terms.begin(), terms.end());
+    std::string key = "[";
+    for (const std::string& term : terms) {
+        key += term;
+        key += ';';
+    }
+    key += ']';
+    return key;
+}
+
+bool KOBWBPolynomialContext::Impl::DependsOn(int atom, const KOBWBVariable* variable) const {
+    if (atom < 0 || atom >= static_cast<int>(atoms.size())) return false;
+    // Arguments name only atoms made before the atom itself, so one pass in order
+    // settles every atom up to it.
+    std::vector<char> depends(static_cast<size_t>(atom) + 1, 0);
+    for (int i = 0; i <= atom; ++i) {
+        const Atom& record = atoms[static_cast<size_t>(i)];
+        bool found = record.kind == AtomKind::Variable && record.node == variable;
+        for (const KOBWBPolynomial& argument : record.arguments)
+            for (const KOBWBPolynomialTerm& term : argument.GetTerms())
+                for (const KOBWBMonomialFactor& factor : term.monomial)
+                    found = found || depends[static_cast<size_t>(factor.atom)];
+        depends[static_cast<size_t>(i)] = found;
+    }
+    return depends[static_cast<size_t>(atom)];
+}
+
+KOBWBPolynomialContext::KOBWBPolynomialContext(KOBWBFactory& factory, KOBWBExpression* zero, KOBWBExpression* one)
+    : m_impl(std::make_unique<Impl>(factory, zero, one)) {}
+
+KOBWBPolynomialContext::KOBWBPolynomialContext(KOBWBFactory& factory)
+    : KOBWBPolynomialContext(factory, factory.CreateIntegerConstant(0), factory.CreateIntegerConstant(1)) {}
+
+KOBWBPolynomialContext::~KOBWBPolynomialContext() = default;
+
+bool KOBWBPolynomialContext::IsValid() const {
+    return m_impl->zero && m_impl->one && &m_impl->zero->GetFactory() == &m_impl->factory &&
+           &m_impl->one->GetFactory() == &m_impl->factory;
+}
+
+KOBWBFactory& KOBWBPolynomialContext::GetFactory() const { return m_impl->factory; }
+
+int KOBWBPolynomialContext::GetMaxTerms() const { return m_impl->maxTerms; }
+
+void KOBWBPolynomialContext::SetMaxTerms(int maxTerms) { m_impl->maxTerms = std::max(1, maxTerms); }
+
+namespace {
+
+bool IsVariableOf(const KOBWBFactory& factory, const KOBWBVariable* variable) {
+    return variable && variable->GetType() == KOBWBVariableType && &variable->GetFactory() == &factory &&
+           factory.GetVariable(variable->GetIdx()) == variable;
+}
+
+} // namespace
+
+int KOBWBPolynomialContext::GetVariableAtom(KOBWBVariable* variable) {
+    return IsVariableOf(m_impl->factory, variable) ? m_impl->VariableAtom(variable) : -1;
+}
+
+int KOBWBPolynomialContext::GetNbOfAtoms() const { return static_cast<int>(m_impl->atoms.size()); }
+
+bool KOBWBPolynomialContext::AtomDependsOn(int atom, KOBWBVariable* variable) const {
+    return m_impl->DependsOn(atom, variable);
+}
+
+bool KOBWBPolynomialContext::ToPolynomial(KOBWBExpression* expression, KOBWBPolynomial& result) {
+    if (!IsValid()) return false;
+    // Nodes may have changed since an earlier call: each call reads afresh.
+    m_impl->read.clear();
+    return m_impl->Read(expression, result);
+}
+
+KOBWBExpression* KOBWBPolynomialContext::ToExpression(const KOBWBPolynomial& polynomial) {
+    if (!IsValid()) return nullptr;
+    for (const KOBWBPolynomialTerm& term : polynomial.GetTerms())
+        for (const KOBWBMonomialFactor& factor : term.monomial)
+            if (factor.atom < 0 || factor.atom >= GetNbOfAtoms()) return nullptr;
+    return m_impl->Write(polynomial);
+}
+
+KOBWBExpression* KOBWBPolynomialContext::Simplify(KOBWBExpression* expression) {
+    KOBWBPolynomial polynomial;
+    if (!ToPolynomial(expression, polynomial)) return nullptr;
+    return m_impl->Write(polynomial);
+}
+
+bool KOBWBPolynomialContext::AreIdentical(KOBWBExpression* expression, KOBWBExpression* other) {
+    KOBWBPolynomial a, b;
+    if (!ToPolynomial(expression, a) || !m_impl->Read(other, b)) return false;
+    return a == b;
+}
+
+bool KOBWBPolynomialContext::ExtractCoefficients(KOBWBExpression* expression, KOBWBVariable* x,
+                                                 KOBLVRListPKOBWBExpression& coefficients) {
+    const int atom = GetVariableAtom(x);
+    KOBWBPolynomial polynomial;
+    if (atom < 0 || !ToPolynomial(expression, polynomial)) return false;
+    std::vector<std::vector<KOBWBPolynomialTerm>> byDegree;
+    std::unordered_set<int> independent;
+    for (const KOBWBPolynomialTerm& term : polynomial.GetTerms()) {
+        long long degree = 0;
+        KOBWBPolynomialTerm rest{{}, term.coefficient};
+        for (const KOBWBMonomialFactor& factor : term.monomial) {
+            if (factor.atom == atom) {
+                degree = factor.exponent;
+                continue;
+            }
+            if (!independent.count(factor.atom)) {
+                if (m_impl->DependsOn(factor.atom, x)) return false;
+                independent.insert(factor.atom);
+            }
+            rest.monomial.push_back(factor);
+        }
+        if (degree < 0 || degree > m_impl->maxTerms) return false;
+        if (byDegree.size() <= static_cast<size_t>(degree)) byDegree.resize(static_cast<size_t>(degree) + 1);
+        byDegree[static_cast<size_t>(degree)].push_back(std::move(rest));
+    }
+    if (byDegree.empty()) byDegree.resize(1);
+    std::vector<KOBWBExpression*> written;
+    for (std::vector<KOBWBPolynomialTerm>& terms : byDegree) {
+        KOBWBExpression* coefficient = m_impl->Write(KOBWBPolynomial::FromTerms(std::move(terms)));
+        if (!coefficient) return false;
+        written.push_back(coefficient);
+    }
+    for (KOBWBExpression* coefficient : written) coefficients.Append(coefficient);
+    return true;
+}
+
+KOBWBExpression* KOBWBPolynomialContext::Substitute(KOBWBExpression* root, KOBWBVariable* x, KOBWBExpression* value) {
+    KOBWBPolynomial variable;
+    if (!root || !value || GetVariableAtom(x) < 0 || !ToPolynomial(x, variable)) return nullptr;
+    if (&root->GetFactory() != &m_impl->factory || &value->GetFactory() != &m_impl->factory) return nullptr;
+    std::vector<KOBWBExpression*> pending{root};
+    std::unordered_set<KOBWBExpression*> visited{root};
+    while (!pending.empty()) {
+        KOBWBExpression* node = pending.back();
+        pending.pop_back();
+        for (int i = 0; i < node->GetNbOfChildren(); ++i) {
+            KOBWBExpression* child = node->GetChild(i);
+            if (!child) continue;
+            KOBWBPolynomial polynomial;
+            // A child that cannot be read leaves the node's remaining children as they are.
+            if (!m_impl->Read(child, polynomial)) break;
+            if (polynomial == variable)
+                node->ReplaceChild(i, value);
+            else if (visited.insert(child).second)
+                pending.push_back(child);
+        }
+    }
+    // The walk changed children of nodes it had read.
+    m_impl->read.clear();
+    for (Impl::Atom& atom : m_impl->atoms) atom.written = nullptr;
+    return Simplify(root);
+}

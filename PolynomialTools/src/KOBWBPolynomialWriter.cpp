@@ -1,0 +1,211 @@
+#include "KOBWBPolynomialContextImpl.h"
+
+#include "KOBWBExpression.h"
+#include "KOBWBConstant.h"
+#include "KOBWBFactory.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstdio>
+#include <map>
+#include <unordered_set>
+
+// Writing polynomials as expressions in the canonical form listed in
+// KOBWBPolynomialContext.h.
+
+using Impl = KOBWBPolynomialContext::Impl;
+
+namespace {
+
+long long PiPower(const KOBWBMonomial& monomial) {
+    for (const KOBWBMonomialFactor& factor : monomial)
+        if (factor.atom == KOBWBPolynomialContext::piAtom) return factor.exponent;
+    return 0;
+}
+
+} // namespace
+
+KOBWBExpression* Impl::Constant(const KOBWBValue& value, const std::string& key) {
+    const auto found = constants.find(key);
+    if (found != constants.end()) return found->second;
+    KOBWBExpression* constant = factory.CreateConstant(value);
+    constants.emplace(key, constant);
+    return constant;
+}
+
+KOBWBExpression* Impl::WriteCoefficient(const KOBWBCoefficient& coefficient, long long piPower) {
+    int numerator = 0, denominator = 1;
+    const bool smallPi = piPower >= INT_MIN && piPower <= INT_MAX;
+    if (coefficient.IsExact() && smallPi && coefficient.GetExact().FitsInt(numerator, denominator)) {
+        if (piPower == 0 && denominator == 1) {
+            if (numerator == 0) return zero;
+            if (numerator == 1) return one;
+            return Constant(KOBWBValue(numerator), "i" + std::to_string(numerator));
+        }
+        const KOBWBFraction fraction = KOBWBCreateFraction(numerator, denominator, static_cast<int>(piPower), 1);
+        return Constant(KOBWBValue(fraction), "f" + std::to_string(numerator) + "/" + std::to_string(denominator) +
+                                                  "p" + std::to_string(piPower));
+    }
+    char key[40];
+    std::snprintf(key, sizeof key, "r%.17g", coefficient.ToDouble());
+    return Constant(KOBWBValue(coefficient.ToDouble()), key);
+}
+
+KOBWBExpression* Impl::WriteAtom(int atom) {
+    Atom& record = atoms[static_cast<size_t>(atom)];
+    if (record.written) return record.written;
+    switch (record.kind) {
+    case AtomKind::Pi: record.written = factory.CreateConstantPi(); break;
+    case AtomKind::Variable:
+    case AtomKind::Value:
+    case AtomKind::Opaque: record.written = record.node; break;
+    case AtomKind::Reciprocal: record.written = factory.CreateQuotient(one, Write(record.arguments[0])); break;
+    case AtomKind::Operator: {
+        KOBWBExpression* node = record.node;
+        const int count = static_cast<int>(record.arguments.size());
+        std::vector<KOBWBExpression*> arguments;
+        bool same = node->GetNbOfChildren() == count;
+        for (int i = 0; i < count; ++i) {
+            arguments.push_back(Write(record.arguments[static_cast<size_t>(i)]));
+            same = same && node->GetChild(i) == arguments.back();
+        }
+        KOBWBExpression* copy = same ? node : factory.CreateOperator(node);
+        if (copy && copy->GetNbOfChildren() == count) {
+            for (int i = 0; i < count && copy != node; ++i)
+                if (copy->GetChild(i) != arguments[static_cast<size_t>(i)]) copy->ReplaceChild(i, arguments[static_cast<size_t>(i)]);
+            record.written = copy;
+        } else {
+            record.written = node;
+        }
+        break;
+    }
+    }
+    return record.written;
+}
+
+KOBWBExpression* Impl::Write(const KOBWBPolynomial& polynomial) {
+    // The atoms the polynomial needs, with the atoms of their arguments; an atom's
+    // arguments only name earlier atoms, so writing them in number order writes
+    // arguments first, without recursion.
+    std::vector<int> needed, pending;
+    std::unordered_set<int> seen;
+    const auto note = [&](const KOBWBPolynomial& p) {
+        for (const KOBWBPolynomialTerm& term : p.GetTerms())
+            for (const KOBWBMonomialFactor& factor : term.monomial)
+                if (!atoms[static_cast<size_t>(factor.atom)].written && seen.insert(factor.atom).second)
+                    pending.push_back(factor.atom);
+    };
+    note(polynomial);
+    while (!pending.empty()) {
+        const int atom = pending.back();
+        pending.pop_back();
+        needed.push_back(atom);
+        for (const KOBWBPolynomial& argument : atoms[static_cast<size_t>(atom)].arguments) note(argument);
+    }
+    std::sort(needed.begin(), needed.end());
+    for (int atom : needed)
+        if (atoms[static_cast<size_t>(atom)].kind != AtomKind::Reciprocal) WriteAtom(atom);
+
+    // Terms gathered by their reciprocal factors, the group without any first.
+    std::map<std::string, std::vector<const KOBWBPolynomialTerm*>> groups;
+    for (const KOBWBPolynomialTerm& term : polynomial.GetTerms()) {
+        KOBWBMonomial reciprocals;
+        for (const KOBWBMonomialFactor& factor : term.monomial)
+            if (atoms[static_cast<size_t>(factor.atom)].kind == AtomKind::Reciprocal) reciprocals.push_back(factor);
+        groups[reciprocals.empty() ? std::string() : MonomialKey(reciprocals)].push_back(&term);
+    }
+    std::vector<KOBWBExpression*> parts;
+    for (const auto& group : groups) {
+        KOBWBExpression* numerator = WriteTerms(group.second, true);
+        if (group.first.empty()) {
+            if (numerator->GetType() == KOBWBSumType && groups.size() > 1)
+                for (int i = 0; i < numerator->GetNbOfChildren(); ++i) parts.push_back(numerator->GetChild(i));
+            else
+                parts.push_back(numerator);
+            continue;
+        }
+        // The denominators of the group, in key order.
+        std::vector<KOBWBMonomialFactor> reciprocals;
+        for (const KOBWBMonomialFactor& factor : group.second.front()->monomial)
+            if (atoms[static_cast<size_t>(factor.atom)].kind == AtomKind::Reciprocal) reciprocals.push_back(factor);
+        std::sort(reciprocals.begin(), reciprocals.end(), [this](const KOBWBMonomialFactor& a, const KOBWBMonomialFactor& b) {
+            return atoms[static_cast<size_t>(a.atom)].key < atoms[static_cast<size_t>(b.atom)].key;
+        });
+        std::vector<KOBWBExpression*> denominators;
+        for (const KOBWBMonomialFactor& factor : reciprocals) {
+            KOBWBExpression* denominator = Write(atoms[static_cast<size_t>(factor.atom)].arguments[0]);
+            if (factor.exponent != 1)
+                denominator = factory.CreatePower(denominator, WriteCoefficient(KOBWBCoefficient(factor.exponent), 0));
+            denominators.push_back(denominator);
+        }
+        KOBWBExpression* denominator = denominators.size() == 1
+                                           ? denominators[0]
+                                           : factory.CreateProduct(static_cast<int>(denominators.size()), denominators.data());
+        parts.push_back(factory.CreateQuotient(numerator, denominator));
+    }
+    if (parts.empty()) return zero;
+    if (parts.size() == 1) return parts[0];
+    return factory.CreateSum(static_cast<int>(parts.size()), parts.data());
+}
+
+KOBWBExpression* Impl::WriteTerms(const std::vector<const KOBWBPolynomialTerm*>& terms, bool skipReciprocals) {
+    struct Written {
+        const KOBWBPolynomialTerm* term;
+        // The ordinary factors in key order.
+        std::vector<const KOBWBMonomialFactor*> factors;
+        long long degree;
+        long long piPower;
+    };
+    std::vector<Written> ordered;
+    for (const KOBWBPolynomialTerm* term : terms) {
+        Written w{term, {}, 0, PiPower(term->monomial)};
+        for (const KOBWBMonomialFactor& factor : term->monomial) {
+            const AtomKind kind = atoms[static_cast<size_t>(factor.atom)].kind;
+            if (kind == AtomKind::Pi || (skipReciprocals && kind == AtomKind::Reciprocal)) continue;
+            w.factors.push_back(&factor);
+            w.degree += factor.exponent;
+        }
+        std::sort(w.factors.begin(), w.factors.end(), [this](const KOBWBMonomialFactor* a, const KOBWBMonomialFactor* b) {
+            return atoms[static_cast<size_t>(a->atom)].key < atoms[static_cast<size_t>(b->atom)].key;
+        });
+        ordered.push_back(std::move(w));
+    }
+    // Descending degree, then lexicographic in the atom order, then descending Pi power.
+    std::sort(ordered.begin(), ordered.end(), [this](const Written& a, const Written& b) {
+        if (a.degree != b.degree) return a.degree > b.degree;
+        for (size_t i = 0; i < a.factors.size() && i < b.factors.size(); ++i) {
+            const std::string& keyA = atoms[static_cast<size_t>(a.factors[i]->atom)].key;
+            const std::string& keyB = atoms[static_cast<size_t>(b.factors[i]->atom)].key;
+            if (keyA != keyB) return keyA < keyB;
+            if (a.factors[i]->exponent != b.factors[i]->exponent) return a.factors[i]->exponent > b.factors[i]->exponent;
+        }
+        if (a.factors.size() != b.factors.size()) return a.factors.size() > b.factors.size();
+        return a.piPower > b.piPower;
+    });
+    std::vector<KOBWBExpression*> summands;
+    for (const Written& w : ordered) {
+        std::vector<KOBWBExpression*> factors;
+        const KOBWBCoefficient& coefficient = w.term->coefficient;
+        const bool plainOne = coefficient.IsExact() && coefficient.IsOne() && w.piPower == 0;
+        if (!plainOne || w.factors.empty()) {
+            factors.push_back(WriteCoefficient(coefficient, w.piPower));
+            int n = 0, d = 1;
+            const bool folded = coefficient.IsExact() && coefficient.GetExact().FitsInt(n, d) && w.piPower >= INT_MIN &&
+                                w.piPower <= INT_MAX;
+            if (!folded && w.piPower != 0) factors.push_back(WriteCoefficient(KOBWBCoefficient(1), w.piPower));
+        }
+        for (const KOBWBMonomialFactor* factor : w.factors) {
+            KOBWBExpression* atom = atoms[static_cast<size_t>(factor->atom)].written;
+            if (factor->exponent != 1) {
+                const KOBWBCoefficient exponent(factor->exponent);
+                atom = factory.CreatePower(atom, WriteCoefficient(exponent, 0));
+            }
+            factors.push_back(atom);
+        }
+        summands.push_back(factors.size() == 1 ? factors[0]
+                                               : factory.CreateProduct(static_cast<int>(factors.size()), factors.data()));
+    }
+    if (summands.empty()) return zero;
+    if (summands.size() == 1) return summands[0];
+    return factory.CreateSum(static_cast<int>(summands.size()), summands.data());
+}

@@ -1,0 +1,255 @@
+#include "KOBWBConstant.h"
+#include "KOBWBEquation.h"
+#include "KOBWBFactory.h"
+#include "KOBWBPolynomialContext.h"
+#include "KOBWBPolynomialTools.h"
+#include "KOBWBVariable.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+#include <vector>
+
+namespace {
+
+bool IsIntegerZero(const KOBWBExpression* e) {
+    return e && e->GetType() == KOBWBConstantType && e->GetExprValue().GetType() == KOBWBIntegerValue &&
+           e->GetExprValue().GetAsInteger() == 0;
+}
+
+struct Vars {
+    KOBWBFactory factory;
+    std::vector<KOBWBVariable*> v{factory.CreateVariable(), factory.CreateVariable(), factory.CreateVariable()};
+    KOBWBExpression* I(int n) { return factory.CreateIntegerConstant(n); }
+    void Set(const std::vector<double>& values) {
+        for (size_t i = 0; i < v.size(); ++i) v[i]->SetExprValue(KOBWBValue(values[i]));
+    }
+};
+
+int CountNodes(const KOBWBExpression* e) {
+    int count = 1;
+    for (int i = 0; i < e->GetNbOfChildren(); ++i) count += CountNodes(e->GetChild(i));
+    return count;
+}
+
+// Random expression graphs over three variables, with every operator family the
+// algebra reads as a polynomial, as a quotient or as an atom.
+class Generator {
+public:
+    Generator(Vars& vars, unsigned seed) : m_vars(vars), m_random(seed) {}
+
+    KOBWBExpression* Make(int depth) {
+        KOBWBFactory& f = m_vars.factory;
+        if (depth == 0 || Pick(5) == 0) return Leaf();
+        switch (Pick(11)) {
+        case 0:
+        case 1: {
+            KOBWBExpression* terms[] = {Make(depth - 1), Make(depth - 1), Make(depth - 1)};
+            return f.CreateSum(2 + Pick(2), terms);
+        }
+        case 2:
+        case 3: {
+            KOBWBExpression* factors[] = {Make(depth - 1), Make(depth - 1), Make(depth - 1)};
+            return f.CreateProduct(2 + Pick(2), factors);
+        }
+        case 4: return f.CreateSub(Make(depth - 1), Make(depth - 1));
+        case 5: return f.CreatePower(Make(depth - 1), Pick(4));
+        // Denominators kept away from zero: a constant, or a square plus one.
+        case 6: return f.CreateQuotient(Make(depth - 1), Pick(2) ? m_vars.I(1 + Pick(5)) : SquarePlusOne(depth));
+        case 7: return f.CreateSin(Make(depth - 1));
+        case 8: return f.CreateSqrt(SquarePlusOne(depth));
+        case 9: return f.CreatePower(SquarePlusOne(depth), -1 - Pick(2));
+        default: return f.CreateMax(Make(depth - 1), Make(depth - 1));
+        }
+    }
+
+    std::vector<double> Point() {
+        std::uniform_real_distribution<double> uniform(-1.5, 1.5);
+        return {uniform(m_random), uniform(m_random), uniform(m_random)};
+    }
+
+private:
+    int Pick(int n) { return static_cast<int>(m_random() % static_cast<unsigned>(n)); }
+
+    KOBWBExpression* SquarePlusOne(int depth) {
+        KOBWBExpression* base = Make(depth - 1);
+        return m_vars.factory.CreateSum(m_vars.factory.CreateProduct(base, base), m_vars.I(1));
+    }
+
+    KOBWBExpression* Leaf() {
+        KOBWBFactory& f = m_vars.factory;
+        switch (Pick(6)) {
+        case 0: return m_vars.I(Pick(7) - 3);
+        case 1: return f.CreateConstant(KOBWBValue(KOBWBCreateFraction(Pick(5) + 1, Pick(3) + 2, Pick(2), 0)));
+        case 2: return f.CreateRealConstant(Pick(2) ? 0.1 : 2.5);
+        default: return m_vars.v[static_cast<size_t>(Pick(3))];
+        }
+    }
+
+    Vars& m_vars;
+    std::mt19937 m_random;
+};
+
+} // namespace
+
+TEST(KOBWBSimplify, ExactIdentitiesGiveTheIntegerZero) {
+    Vars s;
+    KOBWBFactory& f = s.factory;
+    KOBWBExpression* x = s.v[0];
+    KOBWBExpression* lhs = f.CreatePower(f.CreateSum(x, s.I(1)), 2);
+    KOBWBExpression* rest[] = {f.CreateOpposite(f.CreatePower(x, 2)), f.CreateProduct(s.I(-2), x), s.I(-1)};
+    KOBWBExpression* identity = f.CreateSum(lhs, f.CreateSum(3, rest));
+    EXPECT_TRUE(IsIntegerZero(KOBWBPolynomialTools::Simplify(identity)));
+
+    KOBWBExpression* thirds[] = {f.CreateConstant(KOBWBValue(KOBWBCreateFraction(1, 3, 0, 0))),
+                                 f.CreateQuotient(s.I(1), s.I(6)), f.CreateQuotient(s.I(-1), s.I(2))};
+    EXPECT_TRUE(IsIntegerZero(KOBWBPolynomialTools::Simplify(f.CreateSum(3, thirds))));
+
+    // The same atom however its argument is written.
+    KOBWBExpression* sines = f.CreateSub(f.CreateSin(f.CreateSum(x, s.I(1))), f.CreateSin(f.CreateSum(s.I(1), x)));
+    EXPECT_TRUE(IsIntegerZero(KOBWBPolynomialTools::Simplify(sines)));
+    // Reals are folded with real arithmetic: 0.1 x - 0.1 x is exactly zero, 0.1 + 0.2 - 0.3 is not.
+    KOBWBExpression* tenth = f.CreateRealConstant(0.1);
+    EXPECT_TRUE(IsIntegerZero(KOBWBPolynomialTools::Simplify(f.CreateSub(f.CreateProduct(tenth, x), f.CreateProduct(x, tenth)))));
+    KOBWBExpression* decimals[] = {tenth, f.CreateRealConstant(0.2), f.CreateRealConstant(-0.3)};
+    EXPECT_FALSE(IsIntegerZero(KOBWBPolynomialTools::Simplify(f.CreateSum(3, decimals))));
+    // A quotient is not cancelled: x/x is undefined at 0.
+    EXPECT_FALSE(IsIntegerZero(KOBWBPolynomialTools::Simplify(f.CreateSub(f.CreateQuotient(x, x), s.I(1)))));
+    KOBWBExpression* sameDenominator = f.CreateSub(f.CreateQuotient(x, f.CreateProduct(s.I(2), s.v[1])),
+                                                   f.CreateQuotient(f.CreateProduct(x, s.I(2)), f.CreateProduct(s.v[1], s.I(4))));
+    EXPECT_TRUE(IsIntegerZero(KOBWBPolynomialTools::Simplify(sameDenominator)));
+}
+
+TEST(KOBWBSimplify, PiStaysExact) {
+    Vars s;
+    KOBWBFactory& f = s.factory;
+    KOBWBExpression* degree = f.CreateQuotient(f.CreateConstantPi(), s.I(180));
+    KOBWBExpression* simplified = KOBWBPolynomialTools::Simplify(degree);
+    ASSERT_EQ(simplified->GetType(), KOBWBConstantType);
+    ASSERT_TRUE(simplified->GetExprValue().IsAFraction());
+    const KOBWBFraction fraction = simplified->GetExprValue().GetAsFraction();
+    EXPECT_EQ(fraction.numerator, 1);
+    EXPECT_EQ(fraction.denominator, 180);
+    EXPECT_EQ(fraction.powerOfPi, 1);
+    KOBWBExpression* turn = f.CreateProduct(f.CreateProduct(degree, s.I(360)), f.CreateConstantRTOD());
+    EXPECT_EQ(KOBWBPolynomialTools::Simplify(turn)->GetExprValue().GetAsInteger(), 360);
+    // 30 deg + Pi/6 - Pi/3 in x: 0.
+    KOBWBExpression* angles[] = {f.CreateProduct(s.I(30), f.CreateProduct(f.CreateConstantDTOR(), s.v[0])),
+                                 f.CreateProduct(f.CreateQuotient(f.CreateConstantPi(), s.I(6)), s.v[0]),
+                                 f.CreateOpposite(f.CreateProduct(s.v[0], f.CreateQuotient(f.CreateConstantPi(), s.I(3))))};
+    EXPECT_TRUE(IsIntegerZero(KOBWBPolynomialTools::Simplify(f.CreateSum(3, angles))));
+}
+
+TEST(KOBWBSimplify, CanonicalFormIsIndependentOfHowTheExpressionIsWritten) {
+    Vars s;
+    KOBWBFactory& f = s.factory;
+    KOBWBExpression *x = s.v[0], *y = s.v[1];
+    KOBWBExpression* one = f.CreateProduct(f.CreateSum(x, y), f.CreateSum(y, s.I(2)));
+    KOBWBExpression* terms[] = {f.CreateProduct(s.I(2), y), f.CreatePower(y, 2), f.CreateProduct(y, x), f.CreateProduct(x, s.I(2))};
+    KOBWBExpression* other = f.CreateSum(4, terms);
+    KOBWBExpression* a = KOBWBPolynomialTools::Simplify(one);
+    KOBWBExpression* b = KOBWBPolynomialTools::Simplify(other);
+    EXPECT_TRUE(a->IsEqualTo(b));
+    // Descending degree, variables by index, the constant last.
+    KOBWBPolynomialContext context(f);
+    KOBWBExpression* square = context.Simplify(f.CreatePower(f.CreateSum(s.I(1), x), 2));
+    ASSERT_EQ(square->GetType(), KOBWBSumType);
+    ASSERT_EQ(square->GetNbOfChildren(), 3);
+    EXPECT_EQ(square->GetChild(0)->GetType(), KOBWBPowerType);
+    EXPECT_EQ(square->GetChild(1)->GetType(), KOBWBProductType);
+    EXPECT_EQ(square->GetChild(2)->GetExprValue().GetAsInteger(), 1);
+    // Variables and unchanged atoms are reused, not copied.
+    KOBWBExpression* sine = f.CreateSin(x);
+    KOBWBExpression* sum = context.Simplify(f.CreateSum(sine, x));
+    EXPECT_EQ(sum->GetChild(0), x);
+    EXPECT_EQ(sum->GetChild(1), sine);
+}
+
+TEST(KOBWBSimplify, RandomGraphsKeepTheirValues) {
+    int compared = 0;
+    for (unsigned seed = 1; seed <= 300; ++seed) {
+        Vars s;
+        Generator generator(s, seed);
+        KOBWBExpression* original = generator.Make(4);
+        KOBWBExpression* simplified = KOBWBPolynomialTools::Simplify(original);
+        ASSERT_NE(simplified, nullptr) << "seed " << seed;
+        for (int k = 0; k < 3; ++k) {
+            s.Set(generator.Point());
+            const double expected = original->Eval();
+            const double actual = simplified->Eval();
+            if (!std::isfinite(expected) || std::fabs(expected) > 1e12) continue;
+            EXPECT_NEAR(actual, expected, 1e-7 * (1.0 + std::fabs(expected))) << "seed " << seed;
+            ++compared;
+        }
+    }
+    EXPECT_GT(compared, 800);
+}
+
+TEST(KOBWBSimplify, ExpansionStaysWithinItsBudget) {
+    Vars s;
+    KOBWBFactory& f = s.factory;
+    KOBWBExpression* terms[] = {s.v[0], s.v[1], s.v[2], s.I(1)};
+    KOBWBExpression* sum = f.CreateSum(4, terms);
+    KOBWBPolynomialContext context(f);
+    KOBWBPolynomial expanded;
+    ASSERT_TRUE(context.ToPolynomial(f.CreatePower(sum, 20), expanded));
+    EXPECT_EQ(expanded.GetNbOfTerms(), 1771);
+    KOBWBExpression* sixtieth = f.CreatePower(sum, 60);
+    ASSERT_TRUE(context.ToPolynomial(sixtieth, expanded));
+    EXPECT_EQ(expanded.GetNbOfTerms(), 1);
+    std::vector<KOBWBExpression*> sums;
+    for (int i = 0; i < 120; ++i) sums.push_back(f.CreateSum(s.v[static_cast<size_t>(i % 3)], s.I(i + 1)));
+    ASSERT_TRUE(context.ToPolynomial(f.CreateProduct(120, sums.data()), expanded));
+    EXPECT_EQ(expanded.GetNbOfTerms(), 1);
+    // The atom keeps its meaning.
+    s.Set({0.01, -0.02, 0.005});
+    KOBWBExpression* written = context.Simplify(sixtieth);
+    EXPECT_NEAR(written->Eval(), sixtieth->Eval(), 1e-9 * std::fabs(sixtieth->Eval()));
+    // A huge integer power of a sum is refused at once.
+    ASSERT_TRUE(context.ToPolynomial(f.CreatePower(f.CreateSum(s.v[0], s.I(1)), 2000000000), expanded));
+    EXPECT_EQ(expanded.GetNbOfTerms(), 1);
+}
+
+TEST(KOBWBSimplify, CoefficientsPastMachineWordsStayExact) {
+    Vars s;
+    KOBWBFactory& f = s.factory;
+    KOBWBExpression* big = f.CreatePower(s.I(2), 40);
+    KOBWBPolynomialContext context(f);
+    KOBWBPolynomial polynomial;
+    ASSERT_TRUE(context.ToPolynomial(f.CreateProduct(f.CreateProduct(big, big), s.v[0]), polynomial));
+    ASSERT_EQ(polynomial.GetNbOfTerms(), 1);
+    EXPECT_EQ(polynomial.GetTerm(0).coefficient.GetExact().ToString(), "1208925819614629174706176");
+    // Minus 2^80 x: exactly nothing left.
+    KOBWBExpression* back = f.CreateSub(f.CreateProduct(f.CreateProduct(big, big), s.v[0]),
+                                        f.CreateProduct(f.CreatePower(s.I(2), 80), s.v[0]));
+    EXPECT_TRUE(IsIntegerZero(context.Simplify(back)));
+}
+
+TEST(KOBWBSimplify, BadInputIsRefused) {
+    KOBWBFactory empty;
+    EXPECT_EQ(KOBWBPolynomialTools::Simplify(nullptr), nullptr);
+    KOBWBExpression* constant = empty.CreateRealConstant(2.5);
+    EXPECT_EQ(KOBWBPolynomialTools::Simplify(constant)->GetExprValue().GetAsDouble(), 2.5);
+    Vars s;
+    KOBWBPolynomialContext context(s.factory);
+    EXPECT_EQ(context.Simplify(constant), nullptr);
+    EXPECT_EQ(context.Simplify(s.factory.CreateSum(s.v[0], s.I(1)))->GetNbOfChildren(), 2);
+    KOBWBPolynomialContext invalid(s.factory, nullptr, s.I(1));
+    EXPECT_FALSE(invalid.IsValid());
+    EXPECT_EQ(invalid.Simplify(s.v[0]), nullptr);
+    KOBLVRListPKOBWBExpression coefficients;
+    EXPECT_FALSE(context.ExtractCoefficients(s.v[0], nullptr, coefficients));
+    KOBWBFactory other;
+    KOBWBVariable* foreign = other.CreateVariable();
+    EXPECT_FALSE(context.ExtractCoefficients(s.v[0], foreign, coefficients));
+    EXPECT_EQ(coefficients.Size(), 0);
+    EXPECT_EQ(context.Substitute(s.v[0], foreign, s.I(1)), nullptr);
+    KOBWBPolynomial unknownAtom = KOBWBPolynomial::Atom(1000);
+    EXPECT_EQ(context.ToExpression(unknownAtom), nullptr);
+    // Intervals and other values that are not one number are atoms, each node its own.
+    KOBWBExpression* interval = s.factory.CreateConstant(KOBWBValue(KOBWBCreateRealInterval(1.0, 2.0)));
+    KOBWBExpression* scaled = s.factory.CreateProduct(s.v[0], interval);
+    EXPECT_TRUE(IsIntegerZero(context.Simplify(s.factory.CreateSub(scaled, scaled))));
+    EXPECT_FALSE(IsIntegerZero(context.Simplify(s.factory.CreateSub(interval, interval))));
+}
