@@ -3,6 +3,7 @@
 
 #include "KOBWBCoefficient.h"
 
+#include <memory>
 #include <vector>
 
 // One factor of a monomial: an atom, by its number in a KOBWBPolynomialContext,
@@ -16,7 +17,74 @@ struct KOBWBMonomialFactor {
 };
 
 // A product of atoms, its factors sorted by atom number; empty for the constant 1.
-typedef std::vector<KOBWBMonomialFactor> KOBWBMonomial;
+// Most monomials have a few factors: those are kept in place, without the heap.
+class KOBWBX_API KOBWBMonomial {
+public:
+    typedef KOBWBMonomialFactor* iterator;
+    typedef const KOBWBMonomialFactor* const_iterator;
+
+    KOBWBMonomial() = default;
+    KOBWBMonomial(const KOBWBMonomial& other) { Assign(other.begin(), other.end()); }
+    KOBWBMonomial(KOBWBMonomial&& other) noexcept { Take(other); }
+    KOBWBMonomial& operator=(const KOBWBMonomial& other) {
+        if (this != &other) Assign(other.begin(), other.end());
+        return *this;
+    }
+    KOBWBMonomial& operator=(KOBWBMonomial&& other) noexcept {
+        if (this != &other) Take(other);
+        return *this;
+    }
+
+    size_t size() const { return m_size; }
+    bool empty() const { return m_size == 0; }
+    iterator begin() { return Data(); }
+    iterator end() { return Data() + m_size; }
+    const_iterator begin() const { return Data(); }
+    const_iterator end() const { return Data() + m_size; }
+    KOBWBMonomialFactor& operator[](size_t i) { return Data()[i]; }
+    const KOBWBMonomialFactor& operator[](size_t i) const { return Data()[i]; }
+    void clear() { m_size = 0; }
+    void reserve(size_t capacity);
+    void push_back(const KOBWBMonomialFactor& factor) {
+        if (m_size == Capacity()) reserve(m_size * 2);
+        Data()[m_size++] = factor;
+    }
+    void append(const_iterator first, const_iterator last) {
+        reserve(m_size + static_cast<size_t>(last - first));
+        for (; first != last; ++first) Data()[m_size++] = *first;
+    }
+    friend bool operator==(const KOBWBMonomial& a, const KOBWBMonomial& b) {
+        if (a.m_size != b.m_size) return false;
+        for (size_t i = 0; i < a.m_size; ++i)
+            if (!(a[i] == b[i])) return false;
+        return true;
+    }
+    friend bool operator!=(const KOBWBMonomial& a, const KOBWBMonomial& b) { return !(a == b); }
+
+private:
+    static constexpr size_t inlineCapacity = 3;
+
+    KOBWBMonomialFactor* Data() { return m_heap ? m_heap.get() : m_inline; }
+    const KOBWBMonomialFactor* Data() const { return m_heap ? m_heap.get() : m_inline; }
+    size_t Capacity() const { return m_heap ? m_capacity : inlineCapacity; }
+    void Assign(const_iterator first, const_iterator last) {
+        m_size = 0;
+        append(first, last);
+    }
+    void Take(KOBWBMonomial& other) {
+        m_size = other.m_size;
+        m_capacity = other.m_capacity;
+        m_heap = std::move(other.m_heap);
+        if (!m_heap)
+            for (size_t i = 0; i < m_size; ++i) m_inline[i] = other.m_inline[i];
+        other.m_size = 0;
+    }
+
+    size_t m_size = 0;
+    size_t m_capacity = 0;
+    KOBWBMonomialFactor m_inline[inlineCapacity];
+    std::unique_ptr<KOBWBMonomialFactor[]> m_heap;
+};
 
 struct KOBWBPolynomialTerm {
     KOBWBMonomial monomial;

@@ -3,6 +3,14 @@
 #include <algorithm>
 #include <cstdlib>
 
+void KOBWBMonomial::reserve(size_t capacity) {
+    if (capacity <= Capacity()) return;
+    std::unique_ptr<KOBWBMonomialFactor[]> grown(new KOBWBMonomialFactor[capacity]);
+    for (size_t i = 0; i < m_size; ++i) grown[i] = Data()[i];
+    m_heap = std::move(grown);
+    m_capacity = capacity;
+}
+
 KOBWBMonomial KOBWBMultiplyMonomials(const KOBWBMonomial& a, const KOBWBMonomial& b) {
     KOBWBMonomial product;
     product.reserve(a.size() + b.size());
@@ -19,8 +27,8 @@ KOBWBMonomial KOBWBMultiplyMonomials(const KOBWBMonomial& a, const KOBWBMonomial
             ++j;
         }
     }
-    product.insert(product.end(), a.begin() + static_cast<long>(i), a.end());
-    product.insert(product.end(), b.begin() + static_cast<long>(j), b.end());
+    product.append(a.begin() + i, a.end());
+    product.append(b.begin() + j, b.end());
     return product;
 }
 
@@ -167,34 +175,129 @@ KOBWBPolynomial& KOBWBPolynomial::operator*=(const KOBWBCoefficient& factor) {
     return *this;
 }
 
-KOBWBPolynomial KOBWBPolynomial::FromTerms(std::vector<KOBWBPolynomialTerm> terms) {
+namespace {
+
+std::size_t HashOf(const KOBWBMonomial& monomial) {
+    std::size_t hash = 0x9E3779B97F4A7C15ull;
+    for (const KOBWBMonomialFactor& factor : monomial)
+        hash = (hash ^ (static_cast<std::size_t>(factor.atom) << 32 ^ static_cast<std::size_t>(factor.exponent))) *
+               0xFF51AFD7ED558CCDull;
+    return hash ^ hash >> 29;
+}
+
+// Collects terms with like terms added up: an open-addressing table from monomials
+// to their place among the distinct terms, which are then sorted once.
+class TermCollector {
+public:
+    explicit TermCollector(size_t expected) {
+        size_t size = 16;
+        while (size < 2 * expected) size *= 2;
+        m_slots.assign(size, -1);
+        m_terms.reserve(expected);
+    }
+
+    void Add(KOBWBMonomial monomial, KOBWBCoefficient coefficient) {
+        if (2 * (m_terms.size() + 1) > m_slots.size()) Grow();
+        const size_t mask = m_slots.size() - 1;
+        for (size_t i = HashOf(monomial) & mask;; i = (i + 1) & mask) {
+            if (m_slots[i] < 0) {
+                m_slots[i] = static_cast<int>(m_terms.size());
+                m_terms.push_back({std::move(monomial), std::move(coefficient)});
+                return;
+            }
+            KOBWBPolynomialTerm& term = m_terms[static_cast<size_t>(m_slots[i])];
+            if (term.monomial == monomial) {
+                term.coefficient += coefficient;
+                return;
+            }
+        }
+    }
+
+    // The distinct terms in storage order, zeros dropped.
+    std::vector<KOBWBPolynomialTerm> Sorted() {
+        std::vector<int> order;
+        order.reserve(m_terms.size());
+        for (size_t i = 0; i < m_terms.size(); ++i)
+            if (!m_terms[i].coefficient.IsZero()) order.push_back(static_cast<int>(i));
+        std::sort(order.begin(), order.end(), [this](int a, int b) {
+            return KOBWBCompareMonomials(m_terms[static_cast<size_t>(a)].monomial, m_terms[static_cast<size_t>(b)].monomial) < 0;
+        });
+        std::vector<KOBWBPolynomialTerm> sorted;
+        sorted.reserve(order.size());
+        for (int i : order) sorted.push_back(std::move(m_terms[static_cast<size_t>(i)]));
+        return sorted;
+    }
+
+private:
+    void Grow() {
+        m_slots.assign(m_slots.size() * 2, -1);
+        const size_t mask = m_slots.size() - 1;
+        for (size_t t = 0; t < m_terms.size(); ++t) {
+            size_t i = HashOf(m_terms[t].monomial) & mask;
+            while (m_slots[i] >= 0) i = (i + 1) & mask;
+            m_slots[i] = static_cast<int>(t);
+        }
+    }
+
+    std::vector<int> m_slots;
+    std::vector<KOBWBPolynomialTerm> m_terms;
+};
+
+// The same for a few terms: sorted in place, like terms then adjacent.
+std::vector<KOBWBPolynomialTerm> SortedFew(std::vector<KOBWBPolynomialTerm> terms) {
     std::sort(terms.begin(), terms.end(), [](const KOBWBPolynomialTerm& a, const KOBWBPolynomialTerm& b) {
         return KOBWBCompareMonomials(a.monomial, b.monomial) < 0;
     });
-    KOBWBPolynomial result;
-    result.m_terms.reserve(terms.size());
+    std::vector<KOBWBPolynomialTerm> collected;
+    collected.reserve(terms.size());
     for (size_t i = 0; i < terms.size();) {
         size_t j = i + 1;
         KOBWBCoefficient sum = std::move(terms[i].coefficient);
-        while (j < terms.size() && KOBWBCompareMonomials(terms[j].monomial, terms[i].monomial) == 0)
-            sum += terms[j++].coefficient;
-        if (!sum.IsZero()) result.m_terms.push_back({std::move(terms[i].monomial), std::move(sum)});
+        while (j < terms.size() && terms[j].monomial == terms[i].monomial) sum += terms[j++].coefficient;
+        if (!sum.IsZero()) collected.push_back({std::move(terms[i].monomial), std::move(sum)});
         i = j;
     }
+    return collected;
+}
+
+// Below this many terms, sorting is cheaper than a table.
+constexpr size_t fewTerms = 32;
+
+} // namespace
+
+KOBWBPolynomial KOBWBPolynomial::FromTerms(std::vector<KOBWBPolynomialTerm> terms) {
+    KOBWBPolynomial result;
+    if (terms.size() <= fewTerms) {
+        result.m_terms = SortedFew(std::move(terms));
+        return result;
+    }
+    TermCollector collector(terms.size());
+    for (KOBWBPolynomialTerm& term : terms) collector.Add(std::move(term.monomial), std::move(term.coefficient));
+    result.m_terms = collector.Sorted();
     return result;
 }
 
 KOBWBPolynomial KOBWBPolynomial::Multiply(const KOBWBPolynomial& a, const KOBWBPolynomial& b) {
     if (a.m_terms.empty() || b.m_terms.empty()) return KOBWBPolynomial();
-    // A single term keeps the order of the other factor when it is a constant.
+    // A constant factor keeps the order of the other factor.
     if (b.m_terms.size() == 1 && b.m_terms[0].monomial.empty()) return KOBWBPolynomial(a) *= b.m_terms[0].coefficient;
     if (a.m_terms.size() == 1 && a.m_terms[0].monomial.empty()) return KOBWBPolynomial(b) *= a.m_terms[0].coefficient;
-    std::vector<KOBWBPolynomialTerm> products;
-    products.reserve(a.m_terms.size() * b.m_terms.size());
+    KOBWBPolynomial result;
+    if (a.m_terms.size() * b.m_terms.size() <= fewTerms) {
+        std::vector<KOBWBPolynomialTerm> products;
+        products.reserve(a.m_terms.size() * b.m_terms.size());
+        for (const KOBWBPolynomialTerm& left : a.m_terms)
+            for (const KOBWBPolynomialTerm& right : b.m_terms)
+                products.push_back({KOBWBMultiplyMonomials(left.monomial, right.monomial), left.coefficient * right.coefficient});
+        result.m_terms = SortedFew(std::move(products));
+        return result;
+    }
+    TermCollector collector(std::max(a.m_terms.size(), b.m_terms.size()));
     for (const KOBWBPolynomialTerm& left : a.m_terms)
         for (const KOBWBPolynomialTerm& right : b.m_terms)
-            products.push_back({KOBWBMultiplyMonomials(left.monomial, right.monomial), left.coefficient * right.coefficient});
-    return FromTerms(std::move(products));
+            collector.Add(KOBWBMultiplyMonomials(left.monomial, right.monomial), left.coefficient * right.coefficient);
+    result.m_terms = collector.Sorted();
+    return result;
 }
 
 bool KOBWBPolynomial::Power(long long exponent, int maxTerms, KOBWBPolynomial& result) const {

@@ -8,80 +8,6 @@
 #include <cstdio>
 #include <unordered_set>
 
-KOBWBPolynomialContext::Impl::Impl(KOBWBFactory& factory, KOBWBExpression* zero, KOBWBExpression* one)
-    : factory(factory), zero(zero), one(one) {
-    atoms.push_back({AtomKind::Pi, nullptr, {}, ""});
-}
-
-int KOBWBPolynomialContext::Impl::InternAtom(AtomKind kind, KOBWBExpression* node,
-                                             std::vector<KOBWBPolynomial> arguments, std::string key) {
-    const auto found = atomByKey.find(key);
-    if (found != atomByKey.end()) return found->second;
-    const int atom = static_cast<int>(atoms.size());
-    atomByKey.emplace(key, atom);
-    atoms.push_back({kind, node, std::move(arguments), std::move(key)});
-    return atom;
-}
-
-int KOBWBPolynomialContext::Impl::VariableAtom(KOBWBVariable* variable) {
-    const auto found = atomByVariable.find(variable);
-    if (found != atomByVariable.end()) return found->second;
-    char key[32];
-    std::snprintf(key, sizeof key, "a%010d", variable->GetIdx());
-    const int atom = InternAtom(AtomKind::Variable, variable, {}, key);
-    atomByVariable.emplace(variable, atom);
-    return atom;
-}
-
-std::string KOBWBPolynomialContext::Impl::MonomialKey(const KOBWBMonomial& monomial) const {
-    std::vector<const KOBWBMonomialFactor*> factors;
-    factors.reserve(monomial.size());
-    for (const KOBWBMonomialFactor& factor : monomial) factors.push_back(&factor);
-    std::sort(factors.begin(), factors.end(), [this](const KOBWBMonomialFactor* a, const KOBWBMonomialFactor* b) {
-        return atoms[static_cast<size_t>(a->atom)].key < atoms[static_cast<size_t>(b->atom)].key;
-    });
-    std::string key;
-    for (const KOBWBMonomialFactor* factor : factors) {
-        key += factor->atom == piAtom ? std::string("Pi") : atoms[static_cast<size_t>(factor->atom)].key;
-        key += '^';
-        key += std::to_string(factor->exponent);
-        key += '*';
-    }
-    return key;
-}
-
-std::string KOBWBPolynomialContext::Impl::PolynomialKey(const KOBWBPolynomial& polynomial) const {
-    std::vector<std::string> terms;
-    terms.reserve(static_cast<size_t>(polynomial.GetNbOfTerms()));
-    for (const KOBWBPolynomialTerm& term : polynomial.GetTerms())
-        terms.push_back(MonomialKey(term.monomial) + (term.coefficient.IsReal() ? "#r" : "#") + term.coefficient.ToString());
-    std::sort(terms.begin(), terms.end());
-    std::string key = "[";
-    for (const std::string& term : terms) {
-        key += term;
-        key += ';';
-    }
-    key += ']';
-    return key;
-}
-
-bool KOBWBPolynomialContext::Impl::DependsOn(int atom, const KOBWBVariable* variable) const {
-    if (atom < 0 || atom >= static_cast<int>(atoms.size())) return false;
-    // Arguments name only atoms made before the atom itself, so one pass in order
-    // settles every atom up to it.
-    std::vector<char> depends(static_cast<size_t>(atom) + 1, 0);
-    for (int i = 0; i <= atom; ++i) {
-        const Atom& record = atoms[static_cast<size_t>(i)];
-        bool found = record.kind == AtomKind::Variable && record.node == variable;
-        for (const KOBWBPolynomial& argument : record.arguments)
-            for (const KOBWBPolynomialTerm& term : argument.GetTerms())
-                for (const KOBWBMonomialFactor& factor : term.monomial)
-                    found = found || depends[static_cast<size_t>(factor.atom)];
-        depends[static_cast<size_t>(i)] = found;
-    }
-    return depends[static_cast<size_t>(atom)];
-}
-
 KOBWBPolynomialContext::KOBWBPolynomialContext(KOBWBFactory& factory, KOBWBExpression* zero, KOBWBExpression* one)
     : m_impl(std::make_unique<Impl>(factory, zero, one)) {}
 
@@ -123,7 +49,7 @@ bool KOBWBPolynomialContext::AtomDependsOn(int atom, KOBWBVariable* variable) co
 bool KOBWBPolynomialContext::ToPolynomial(KOBWBExpression* expression, KOBWBPolynomial& result) {
     if (!IsValid()) return false;
     // Nodes may have changed since an earlier call: each call reads afresh.
-    m_impl->read.clear();
+    m_impl->ForgetReadings();
     return m_impl->Read(expression, result);
 }
 
@@ -205,7 +131,7 @@ KOBWBExpression* KOBWBPolynomialContext::Substitute(KOBWBExpression* root, KOBWB
         }
     }
     // The walk changed children of nodes it had read.
-    m_impl->read.clear();
+    m_impl->ForgetReadings();
     for (Impl::Atom& atom : m_impl->atoms) atom.written = nullptr;
     return Simplify(root);
 }

@@ -19,53 +19,86 @@ struct KOBWBPolynomialContext::Impl {
         KOBWBExpression* node;
         // The operator's arguments as polynomials; the denominator of a reciprocal.
         std::vector<KOBWBPolynomial> arguments;
-        // The canonical key: equal keys are equal atoms, and keys sort in the
+        // With the kind, the node's type and the arguments: what makes two atoms equal.
+        std::vector<double> parameters;
+        const void* blackBox = nullptr;
+        std::size_t hash = 0;
+        // The canonical key, made when the atom is first ordered: keys sort in the
         // canonical atom order.
         std::string key;
         // The node written for the atom, once written.
         KOBWBExpression* written = nullptr;
+        // The last writing that noted the atom as needed.
+        unsigned noted = 0;
     };
 
     Impl(KOBWBFactory& factory, KOBWBExpression* zero, KOBWBExpression* one);
 
-    // The atom of the key, made with the other fields when new.
-    int InternAtom(AtomKind kind, KOBWBExpression* node, std::vector<KOBWBPolynomial> arguments, std::string key);
+    // The atom equal to the one described, made when new (KOBWBPolynomialAtoms).
+    int InternAtom(AtomKind kind, KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& arguments);
+    // An atom equal only to itself.
+    int UniqueAtom(AtomKind kind, KOBWBExpression* node);
     int VariableAtom(KOBWBVariable* variable);
+    const std::string& Key(int atom);
+    bool KeyLess(int a, int b) { return Key(a) < Key(b); }
     // The canonical key of a polynomial: its terms' keys in sorted order.
-    std::string PolynomialKey(const KOBWBPolynomial& polynomial) const;
-    std::string MonomialKey(const KOBWBMonomial& monomial) const;
+    std::string PolynomialKey(const KOBWBPolynomial& polynomial);
+    std::string MonomialKey(const KOBWBMonomial& monomial);
+    bool DependsOn(int atom, const KOBWBVariable* variable) const;
 
     // Reading (KOBWBPolynomialReader).
     bool Read(KOBWBExpression* root, KOBWBPolynomial& result);
     KOBWBPolynomial ReadNode(KOBWBExpression* node);
-    KOBWBPolynomial OperatorAtom(KOBWBExpression* node, std::vector<KOBWBPolynomial> arguments);
-    KOBWBPolynomial Quotient(KOBWBPolynomial numerator, const KOBWBPolynomial& denominator, KOBWBExpression* node);
+    KOBWBPolynomial OperatorAtom(KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& arguments);
+    KOBWBPolynomial Quotient(const KOBWBPolynomial& numerator, const KOBWBPolynomial& denominator, KOBWBExpression* node);
     KOBWBPolynomial Power(const KOBWBPolynomial& base, const KOBWBPolynomial& exponent, KOBWBExpression* node);
-    KOBWBPolynomial Product(KOBWBExpression* node, const std::vector<KOBWBPolynomial>& factors);
+    KOBWBPolynomial Product(KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& factors);
     const KOBWBPolynomial* Known(KOBWBExpression* node) const;
 
     // Writing (KOBWBPolynomialWriter).
     KOBWBExpression* Write(const KOBWBPolynomial& polynomial);
     KOBWBExpression* WriteAtom(int atom);
     KOBWBExpression* WriteCoefficient(const KOBWBCoefficient& coefficient, long long piPower);
-    KOBWBExpression* WriteTerms(const std::vector<const KOBWBPolynomialTerm*>& terms, bool skipReciprocals);
+    // The sum of the terms, their reciprocal factors left out.
+    KOBWBExpression* WriteTerms(const std::vector<const KOBWBPolynomialTerm*>& terms);
     KOBWBExpression* Constant(const KOBWBValue& value, const std::string& key);
-    // Ranks of atoms in the canonical order, for the atoms written so far.
-    int Rank(int atom);
-
-    bool DependsOn(int atom, const KOBWBVariable* variable) const;
 
     KOBWBFactory& factory;
     KOBWBExpression* zero;
     KOBWBExpression* one;
     int maxTerms = 10000;
+    unsigned noteStamp = 0;
+    // Scratch storage of reading, kept between expressions.
+    std::vector<const KOBWBPolynomial*> argumentScratch;
     std::vector<Atom> atoms;
-    std::unordered_map<std::string, int> atomByKey;
+    std::unordered_multimap<std::size_t, int> atomByHash;
+    // Atoms below this number have their key.
+    int keyedAtoms = 1;
     std::unordered_map<const KOBWBVariable*, int> atomByVariable;
-    std::unordered_map<const KOBWBExpression*, KOBWBPolynomial> read;
+    // The polynomials of the nodes read since the readings were last forgotten:
+    // an open-addressing table from nodes to places in readings, whose slots are
+    // stamped with the generation that filled them, so that forgetting is one
+    // increment and the storage is kept for the next expression.
+    struct Slot {
+        const KOBWBExpression* node = nullptr;
+        unsigned generation = 0;
+        int reading = -1;
+    };
+    struct Reading {
+        KOBWBPolynomial polynomial;
+        bool done = false;
+    };
+    std::vector<Slot> slots = std::vector<Slot>(64);
+    std::vector<Reading> readings;
+    unsigned generation = 1;
+    void ForgetReadings() {
+        ++generation;
+        readings.clear();
+    }
+    // The place of node in readings, -1 when it was not read in this generation.
+    int FindReading(const KOBWBExpression* node) const;
+    int AddReading(const KOBWBExpression* node);
     std::unordered_map<std::string, KOBWBExpression*> constants;
-    // Canonical ranks: refreshed when atoms were added since the last ranking.
-    std::vector<int> ranks;
 };
 
 #endif

@@ -1,13 +1,12 @@
 #include "KOBWBPolynomialContextImpl.h"
 
-#include "KOBWBBlackBoxOperator.h"
 #include "KOBWBExpression.h"
 #include "KOBWBLimits.h"
 #include "KOBWBVariable.h"
 
 #include <climits>
+#include <cstdint>
 #include <cstdio>
-#include <unordered_set>
 
 // Reading expressions as polynomials: every node once, children before parents,
 // without recursion, so that long chains and shared sub-graphs are read in the
@@ -66,49 +65,89 @@ bool ReadNumber(const KOBWBValue& value, KOBWBCoefficient& number, long long& pi
     }
 }
 
-std::string OpaqueKey(int atom) {
-    char text[32];
-    std::snprintf(text, sizeof text, "z%010d", atom);
-    return text;
-}
-
-// Atom keys beyond this length are not compared structurally: such an atom is
-// only equal to itself.
-constexpr size_t maxKeyLength = 2048;
-
 bool ReadsChildren(KOBWBExpressionType type) { return type != KOBWBIntegrateType; }
 
 } // namespace
 
+namespace {
+
+size_t SlotOf(const KOBWBExpression* node, size_t mask) {
+    return (reinterpret_cast<std::uintptr_t>(node) >> 6) * 0x9E3779B97F4A7C15ull >> 20 & mask;
+}
+
+} // namespace
+
+int Impl::FindReading(const KOBWBExpression* node) const {
+    const size_t mask = slots.size() - 1;
+    for (size_t i = SlotOf(node, mask);; i = (i + 1) & mask) {
+        const Slot& slot = slots[i];
+        if (slot.generation != generation) return -1;
+        if (slot.node == node) return slot.reading;
+    }
+}
+
+int Impl::AddReading(const KOBWBExpression* node) {
+    if (2 * (readings.size() + 1) > slots.size()) {
+        std::vector<Slot> grown(slots.size() * 2);
+        const size_t mask = grown.size() - 1;
+        for (const Slot& slot : slots) {
+            if (slot.generation != generation) continue;
+            size_t i = SlotOf(slot.node, mask);
+            while (grown[i].generation == generation) i = (i + 1) & mask;
+            grown[i] = slot;
+        }
+        slots = std::move(grown);
+    }
+    const size_t mask = slots.size() - 1;
+    size_t i = SlotOf(node, mask);
+    while (slots[i].generation == generation) i = (i + 1) & mask;
+    const int reading = static_cast<int>(readings.size());
+    slots[i] = {node, generation, reading};
+    readings.emplace_back();
+    return reading;
+}
+
 const KOBWBPolynomial* Impl::Known(KOBWBExpression* node) const {
-    const auto found = read.find(node);
-    return found == read.end() ? nullptr : &found->second;
+    const int reading = FindReading(node);
+    if (reading < 0 || !readings[static_cast<size_t>(reading)].done) return nullptr;
+    return &readings[static_cast<size_t>(reading)].polynomial;
 }
 
 bool Impl::Read(KOBWBExpression* root, KOBWBPolynomial& result) {
     if (!root || &root->GetFactory() != &factory) return false;
+    if (const KOBWBPolynomial* known = Known(root)) {
+        result = *known;
+        return true;
+    }
     struct Frame {
         KOBWBExpression* node;
+        int reading;
         int next;
     };
-    std::vector<Frame> frames{{root, 0}};
-    std::unordered_set<const KOBWBExpression*> active{root};
+    std::vector<Frame> frames{{root, AddReading(root), 0}};
     while (!frames.empty()) {
-        const size_t top = frames.size() - 1;
-        KOBWBExpression* node = frames[top].node;
-        if (ReadsChildren(node->GetType()) && frames[top].next < node->GetNbOfChildren()) {
-            KOBWBExpression* child = node->GetChild(frames[top].next++);
-            if (!child || read.count(child)) continue;
+        Frame& frame = frames.back();
+        KOBWBExpression* node = frame.node;
+        if (ReadsChildren(node->GetType()) && frame.next < node->GetNbOfChildren()) {
+            KOBWBExpression* child = node->GetChild(frame.next++);
+            if (!child) continue;
+            const int reading = FindReading(child);
+            if (reading >= 0 && readings[static_cast<size_t>(reading)].done) continue;
             // A foreign node, or a cycle made by replacing children, is not an expression.
-            if (&child->GetFactory() != &factory || !active.insert(child).second) return false;
-            frames.push_back({child, 0});
+            if (&child->GetFactory() != &factory || reading >= 0) {
+                ForgetReadings();
+                return false;
+            }
+            frames.push_back({child, AddReading(child), 0});
             continue;
         }
+        const int reading = frame.reading;
         frames.pop_back();
-        active.erase(node);
-        read.emplace(node, ReadNode(node));
+        KOBWBPolynomial polynomial = ReadNode(node);
+        readings[static_cast<size_t>(reading)].polynomial = std::move(polynomial);
+        readings[static_cast<size_t>(reading)].done = true;
     }
-    result = read.at(root);
+    result = *Known(root);
     return true;
 }
 
@@ -118,59 +157,39 @@ KOBWBPolynomial Impl::ReadNode(KOBWBExpression* node) {
     if (type == KOBWBConstantType) {
         KOBWBCoefficient number;
         long long piPower = 0;
-        if (!ReadNumber(node->GetExprValue(), number, piPower))
-            return KOBWBPolynomial::Atom(InternAtom(AtomKind::Value, node, {}, OpaqueKey(static_cast<int>(atoms.size()))));
+        if (!ReadNumber(node->GetExprValue(), number, piPower)) return KOBWBPolynomial::Atom(UniqueAtom(AtomKind::Value, node));
         KOBWBPolynomial constant(number);
         return piPower == 0 ? constant : KOBWBPolynomial::Multiply(constant, KOBWBPolynomial::Atom(piAtom, piPower));
     }
     const int count = node->GetNbOfChildren();
-    std::vector<KOBWBPolynomial> arguments;
-    arguments.reserve(static_cast<size_t>(count));
-    for (int i = 0; i < count && ReadsChildren(type); ++i) {
-        const KOBWBPolynomial* argument = Known(node->GetChild(i));
-        if (!argument) return KOBWBPolynomial::Atom(InternAtom(AtomKind::Opaque, node, {}, OpaqueKey(static_cast<int>(atoms.size()))));
-        arguments.push_back(*argument);
+    if (!ReadsChildren(type) || count == 0) return KOBWBPolynomial::Atom(UniqueAtom(AtomKind::Opaque, node));
+    // Reading does not nest, so one list of arguments serves every node.
+    std::vector<const KOBWBPolynomial*>& arguments = argumentScratch;
+    arguments.assign(static_cast<size_t>(count), nullptr);
+    for (int i = 0; i < count; ++i) {
+        arguments[static_cast<size_t>(i)] = Known(node->GetChild(i));
+        if (!arguments[static_cast<size_t>(i)]) return KOBWBPolynomial::Atom(UniqueAtom(AtomKind::Opaque, node));
     }
-    if (!ReadsChildren(type) || count == 0)
-        return KOBWBPolynomial::Atom(InternAtom(AtomKind::Opaque, node, {}, OpaqueKey(static_cast<int>(atoms.size()))));
     switch (type) {
     case KOBWBSumType: {
-        KOBWBPolynomial sum;
-        for (const KOBWBPolynomial& argument : arguments) sum += argument;
+        KOBWBPolynomial sum(*arguments[0]);
+        for (int i = 1; i < count; ++i) sum += *arguments[static_cast<size_t>(i)];
         return sum;
     }
     case KOBWBProductType: return Product(node, arguments);
     case KOBWBQuotientType:
-        if (count == 2) return Quotient(arguments[0], arguments[1], node);
+        if (count == 2) return Quotient(*arguments[0], *arguments[1], node);
         break;
     case KOBWBPowerType:
-        if (count == 2) return Power(arguments[0], arguments[1], node);
+        if (count == 2) return Power(*arguments[0], *arguments[1], node);
         break;
     default: break;
     }
-    return OperatorAtom(node, std::move(arguments));
+    return OperatorAtom(node, arguments);
 }
 
-KOBWBPolynomial Impl::OperatorAtom(KOBWBExpression* node, std::vector<KOBWBPolynomial> arguments) {
-    char head[64];
-    std::snprintf(head, sizeof head, "c%02d", static_cast<int>(node->GetType()));
-    std::string key = head;
-    for (int i = 0; i < node->GetNbOfParameters(); ++i) {
-        std::snprintf(head, sizeof head, "p%.17g", node->GetParameter(i));
-        key += head;
-    }
-    if (node->GetType() == KOBWBBlackBoxType) {
-        std::snprintf(head, sizeof head, "b%p", static_cast<void*>(static_cast<KOBWBBlackBoxOperator*>(node)->GetBlackBox()));
-        key += head;
-    }
-    key += '(';
-    for (size_t i = 0; i < arguments.size() && key.size() <= maxKeyLength; ++i) {
-        if (i > 0) key += ',';
-        key += PolynomialKey(arguments[i]);
-    }
-    key += ')';
-    if (key.size() > maxKeyLength) key = OpaqueKey(static_cast<int>(atoms.size()));
-    return KOBWBPolynomial::Atom(InternAtom(AtomKind::Operator, node, std::move(arguments), std::move(key)));
+KOBWBPolynomial Impl::OperatorAtom(KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& arguments) {
+    return KOBWBPolynomial::Atom(InternAtom(AtomKind::Operator, node, arguments));
 }
 
 namespace {
@@ -194,8 +213,8 @@ bool WithinExponents(const KOBWBPolynomial& p) { return p.GetMaxExponent() <= IN
 
 } // namespace
 
-KOBWBPolynomial Impl::Quotient(KOBWBPolynomial numerator, const KOBWBPolynomial& denominator, KOBWBExpression* node) {
-    if (denominator.IsZero()) return OperatorAtom(node, {std::move(numerator), denominator});
+KOBWBPolynomial Impl::Quotient(const KOBWBPolynomial& numerator, const KOBWBPolynomial& denominator, KOBWBExpression* node) {
+    if (denominator.IsZero()) return OperatorAtom(node, {&numerator, &denominator});
     if (OnlyPi(denominator)) return KOBWBPolynomial::Multiply(numerator, InverseTerm(denominator.GetTerm(0)));
     // A monic denominator: its first term in key order gets coefficient 1.
     const KOBWBPolynomialTerm* first = nullptr;
@@ -208,45 +227,43 @@ KOBWBPolynomial Impl::Quotient(KOBWBPolynomial numerator, const KOBWBPolynomial&
         }
     }
     const KOBWBCoefficient scale = KOBWBCoefficient(1) / first->coefficient;
-    KOBWBPolynomial monic(denominator);
+    KOBWBPolynomial monic(denominator), scaled(numerator);
     monic *= scale;
-    numerator *= scale;
-    std::string key = "r(" + PolynomialKey(monic) + ")";
-    if (key.size() > maxKeyLength) key = OpaqueKey(static_cast<int>(atoms.size()));
-    const int reciprocal = InternAtom(AtomKind::Reciprocal, node, {std::move(monic)}, std::move(key));
-    return KOBWBPolynomial::Multiply(numerator, KOBWBPolynomial::Atom(reciprocal));
+    scaled *= scale;
+    const int reciprocal = InternAtom(AtomKind::Reciprocal, node, {&monic});
+    return KOBWBPolynomial::Multiply(scaled, KOBWBPolynomial::Atom(reciprocal));
 }
 
 KOBWBPolynomial Impl::Power(const KOBWBPolynomial& base, const KOBWBPolynomial& exponent, KOBWBExpression* node) {
     KOBWBCoefficient n;
     const bool integer = exponent.IsConstant(n) && n.IsExact() && n.GetExact().IsInteger() && n.GetExact().IsSmall() &&
                          n.GetExact().ToDouble() >= INT_MIN && n.GetExact().ToDouble() <= INT_MAX;
-    if (!integer) return OperatorAtom(node, {base, exponent});
+    if (!integer) return OperatorAtom(node, {&base, &exponent});
     const long long e = static_cast<long long>(n.GetExact().ToDouble());
     KOBWBPolynomial power;
     KOBWBCoefficient constantBase;
     const bool zeroBase = base.IsConstant(constantBase) && constantBase.IsZero();
     if (e >= 0) {
         if (base.Power(e, maxTerms, power) && WithinExponents(power)) return power;
-        return OperatorAtom(node, {base, exponent});
+        return OperatorAtom(node, {&base, &exponent});
     }
-    if (zeroBase) return OperatorAtom(node, {base, exponent});
+    if (zeroBase) return OperatorAtom(node, {&base, &exponent});
     if (OnlyPi(base) || base.IsConstant(constantBase)) {
         const KOBWBPolynomial inverse = InverseTerm(base.GetTerm(0));
         if (inverse.Power(-e, maxTerms, power) && WithinExponents(power)) return power;
-        return OperatorAtom(node, {base, exponent});
+        return OperatorAtom(node, {&base, &exponent});
     }
-    if (!base.Power(-e, maxTerms, power) || !WithinExponents(power)) return OperatorAtom(node, {base, exponent});
+    if (!base.Power(-e, maxTerms, power) || !WithinExponents(power)) return OperatorAtom(node, {&base, &exponent});
     return Quotient(KOBWBPolynomial(KOBWBCoefficient(1)), power, node);
 }
 
-KOBWBPolynomial Impl::Product(KOBWBExpression* node, const std::vector<KOBWBPolynomial>& factors) {
+KOBWBPolynomial Impl::Product(KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& factors) {
     KOBWBPolynomial product(KOBWBCoefficient(1));
     const long long maxWork = 64LL * maxTerms;
-    for (const KOBWBPolynomial& factor : factors) {
-        if (static_cast<long long>(product.GetNbOfTerms()) * factor.GetNbOfTerms() > maxWork)
+    for (const KOBWBPolynomial* factor : factors) {
+        if (static_cast<long long>(product.GetNbOfTerms()) * factor->GetNbOfTerms() > maxWork)
             return OperatorAtom(node, factors);
-        product = KOBWBPolynomial::Multiply(product, factor);
+        product = KOBWBPolynomial::Multiply(product, *factor);
         if (product.GetNbOfTerms() > maxTerms || !WithinExponents(product)) return OperatorAtom(node, factors);
     }
     return product;

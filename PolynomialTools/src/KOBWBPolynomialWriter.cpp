@@ -6,9 +6,8 @@
 
 #include <algorithm>
 #include <climits>
-#include <cstdio>
+#include <cstring>
 #include <map>
-#include <unordered_set>
 
 // Writing polynomials as expressions in the canonical form listed in
 // KOBWBPolynomialContext.h.
@@ -46,9 +45,11 @@ KOBWBExpression* Impl::WriteCoefficient(const KOBWBCoefficient& coefficient, lon
         return Constant(KOBWBValue(fraction), "f" + std::to_string(numerator) + "/" + std::to_string(denominator) +
                                                   "p" + std::to_string(piPower));
     }
-    char key[40];
-    std::snprintf(key, sizeof key, "r%.17g", coefficient.ToDouble());
-    return Constant(KOBWBValue(coefficient.ToDouble()), key);
+    // Real constants are told apart by their bits.
+    const double value = coefficient.ToDouble();
+    std::string key(1 + sizeof value, 'r');
+    std::memcpy(&key[1], &value, sizeof value);
+    return Constant(KOBWBValue(value), key);
 }
 
 KOBWBExpression* Impl::WriteAtom(int atom) {
@@ -88,12 +89,15 @@ KOBWBExpression* Impl::Write(const KOBWBPolynomial& polynomial) {
     // arguments only name earlier atoms, so writing them in number order writes
     // arguments first, without recursion.
     std::vector<int> needed, pending;
-    std::unordered_set<int> seen;
+    const unsigned stamp = ++noteStamp;
     const auto note = [&](const KOBWBPolynomial& p) {
         for (const KOBWBPolynomialTerm& term : p.GetTerms())
-            for (const KOBWBMonomialFactor& factor : term.monomial)
-                if (!atoms[static_cast<size_t>(factor.atom)].written && seen.insert(factor.atom).second)
-                    pending.push_back(factor.atom);
+            for (const KOBWBMonomialFactor& factor : term.monomial) {
+                Atom& atom = atoms[static_cast<size_t>(factor.atom)];
+                if (atom.written || atom.noted == stamp) continue;
+                atom.noted = stamp;
+                pending.push_back(factor.atom);
+            }
     };
     note(polynomial);
     while (!pending.empty()) {
@@ -106,6 +110,16 @@ KOBWBExpression* Impl::Write(const KOBWBPolynomial& polynomial) {
     for (int atom : needed)
         if (atoms[static_cast<size_t>(atom)].kind != AtomKind::Reciprocal) WriteAtom(atom);
 
+    bool hasReciprocals = false;
+    for (const KOBWBPolynomialTerm& term : polynomial.GetTerms())
+        for (const KOBWBMonomialFactor& factor : term.monomial)
+            hasReciprocals = hasReciprocals || atoms[static_cast<size_t>(factor.atom)].kind == AtomKind::Reciprocal;
+    if (!hasReciprocals) {
+        std::vector<const KOBWBPolynomialTerm*> terms;
+        terms.reserve(static_cast<size_t>(polynomial.GetNbOfTerms()));
+        for (const KOBWBPolynomialTerm& term : polynomial.GetTerms()) terms.push_back(&term);
+        return WriteTerms(terms);
+    }
     // Terms gathered by their reciprocal factors, the group without any first.
     std::map<std::string, std::vector<const KOBWBPolynomialTerm*>> groups;
     for (const KOBWBPolynomialTerm& term : polynomial.GetTerms()) {
@@ -116,7 +130,7 @@ KOBWBExpression* Impl::Write(const KOBWBPolynomial& polynomial) {
     }
     std::vector<KOBWBExpression*> parts;
     for (const auto& group : groups) {
-        KOBWBExpression* numerator = WriteTerms(group.second, true);
+        KOBWBExpression* numerator = WriteTerms(group.second);
         if (group.first.empty()) {
             if (numerator->GetType() == KOBWBSumType && groups.size() > 1)
                 for (int i = 0; i < numerator->GetNbOfChildren(); ++i) parts.push_back(numerator->GetChild(i));
@@ -128,9 +142,8 @@ KOBWBExpression* Impl::Write(const KOBWBPolynomial& polynomial) {
         std::vector<KOBWBMonomialFactor> reciprocals;
         for (const KOBWBMonomialFactor& factor : group.second.front()->monomial)
             if (atoms[static_cast<size_t>(factor.atom)].kind == AtomKind::Reciprocal) reciprocals.push_back(factor);
-        std::sort(reciprocals.begin(), reciprocals.end(), [this](const KOBWBMonomialFactor& a, const KOBWBMonomialFactor& b) {
-            return atoms[static_cast<size_t>(a.atom)].key < atoms[static_cast<size_t>(b.atom)].key;
-        });
+        std::sort(reciprocals.begin(), reciprocals.end(),
+                  [this](const KOBWBMonomialFactor& a, const KOBWBMonomialFactor& b) { return KeyLess(a.atom, b.atom); });
         std::vector<KOBWBExpression*> denominators;
         for (const KOBWBMonomialFactor& factor : reciprocals) {
             KOBWBExpression* denominator = Write(atoms[static_cast<size_t>(factor.atom)].arguments[0]);
@@ -148,43 +161,44 @@ KOBWBExpression* Impl::Write(const KOBWBPolynomial& polynomial) {
     return factory.CreateSum(static_cast<int>(parts.size()), parts.data());
 }
 
-KOBWBExpression* Impl::WriteTerms(const std::vector<const KOBWBPolynomialTerm*>& terms, bool skipReciprocals) {
+KOBWBExpression* Impl::WriteTerms(const std::vector<const KOBWBPolynomialTerm*>& terms) {
     struct Written {
         const KOBWBPolynomialTerm* term;
         // The ordinary factors in key order.
-        std::vector<const KOBWBMonomialFactor*> factors;
+        KOBWBMonomial factors;
         long long degree;
         long long piPower;
     };
     std::vector<Written> ordered;
+    ordered.reserve(terms.size());
     for (const KOBWBPolynomialTerm* term : terms) {
         Written w{term, {}, 0, PiPower(term->monomial)};
         for (const KOBWBMonomialFactor& factor : term->monomial) {
             const AtomKind kind = atoms[static_cast<size_t>(factor.atom)].kind;
-            if (kind == AtomKind::Pi || (skipReciprocals && kind == AtomKind::Reciprocal)) continue;
-            w.factors.push_back(&factor);
+            if (kind == AtomKind::Pi || kind == AtomKind::Reciprocal) continue;
+            w.factors.push_back(factor);
             w.degree += factor.exponent;
         }
-        std::sort(w.factors.begin(), w.factors.end(), [this](const KOBWBMonomialFactor* a, const KOBWBMonomialFactor* b) {
-            return atoms[static_cast<size_t>(a->atom)].key < atoms[static_cast<size_t>(b->atom)].key;
-        });
+        if (w.factors.size() > 1)
+            std::sort(w.factors.begin(), w.factors.end(),
+                      [this](const KOBWBMonomialFactor& a, const KOBWBMonomialFactor& b) { return KeyLess(a.atom, b.atom); });
         ordered.push_back(std::move(w));
     }
     // Descending degree, then lexicographic in the atom order, then descending Pi power.
     std::sort(ordered.begin(), ordered.end(), [this](const Written& a, const Written& b) {
         if (a.degree != b.degree) return a.degree > b.degree;
         for (size_t i = 0; i < a.factors.size() && i < b.factors.size(); ++i) {
-            const std::string& keyA = atoms[static_cast<size_t>(a.factors[i]->atom)].key;
-            const std::string& keyB = atoms[static_cast<size_t>(b.factors[i]->atom)].key;
-            if (keyA != keyB) return keyA < keyB;
-            if (a.factors[i]->exponent != b.factors[i]->exponent) return a.factors[i]->exponent > b.factors[i]->exponent;
+            const int atomA = a.factors[i].atom, atomB = b.factors[i].atom;
+            if (atomA != atomB) return KeyLess(atomA, atomB);
+            if (a.factors[i].exponent != b.factors[i].exponent) return a.factors[i].exponent > b.factors[i].exponent;
         }
         if (a.factors.size() != b.factors.size()) return a.factors.size() > b.factors.size();
         return a.piPower > b.piPower;
     });
-    std::vector<KOBWBExpression*> summands;
+    std::vector<KOBWBExpression*> summands, factors;
+    summands.reserve(ordered.size());
     for (const Written& w : ordered) {
-        std::vector<KOBWBExpression*> factors;
+        factors.clear();
         const KOBWBCoefficient& coefficient = w.term->coefficient;
         const bool plainOne = coefficient.IsExact() && coefficient.IsOne() && w.piPower == 0;
         if (!plainOne || w.factors.empty()) {
@@ -194,10 +208,10 @@ KOBWBExpression* Impl::WriteTerms(const std::vector<const KOBWBPolynomialTerm*>&
                                 w.piPower <= INT_MAX;
             if (!folded && w.piPower != 0) factors.push_back(WriteCoefficient(KOBWBCoefficient(1), w.piPower));
         }
-        for (const KOBWBMonomialFactor* factor : w.factors) {
-            KOBWBExpression* atom = atoms[static_cast<size_t>(factor->atom)].written;
-            if (factor->exponent != 1) {
-                const KOBWBCoefficient exponent(factor->exponent);
+        for (const KOBWBMonomialFactor& factor : w.factors) {
+            KOBWBExpression* atom = atoms[static_cast<size_t>(factor.atom)].written;
+            if (factor.exponent != 1) {
+                const KOBWBCoefficient exponent(factor.exponent);
                 atom = factory.CreatePower(atom, WriteCoefficient(exponent, 0));
             }
             factors.push_back(atom);

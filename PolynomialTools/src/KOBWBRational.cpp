@@ -239,6 +239,17 @@ bool KOBWBRational::SmallResult(Operation op, const KOBWBRational& a, const KOBW
 }
 
 KOBWBRational& KOBWBRational::Combine(Operation op, const KOBWBRational& other) {
+    // Integers in machine words: no reduction to make.
+    if (!m_big && !other.m_big && m_denominator == 1 && other.m_denominator == 1 && op != Operation::Div) {
+        long long result = 0;
+        const bool overflow = op == Operation::Add   ? __builtin_add_overflow(m_numerator, other.m_numerator, &result)
+                              : op == Operation::Sub ? __builtin_sub_overflow(m_numerator, other.m_numerator, &result)
+                                                     : __builtin_mul_overflow(m_numerator, other.m_numerator, &result);
+        if (!overflow) {
+            m_numerator = result;
+            return *this;
+        }
+    }
     if (!m_big && !other.m_big && SmallResult(op, *this, other, *this)) return *this;
     if (op == Operation::Div && other.IsZero()) {
         *this = KOBWBRational();

@@ -198,10 +198,13 @@ TEST(KOBWBSimplify, ExpansionStaysWithinItsBudget) {
     KOBWBExpression* sixtieth = f.CreatePower(sum, 60);
     ASSERT_TRUE(context.ToPolynomial(sixtieth, expanded));
     EXPECT_EQ(expanded.GetNbOfTerms(), 1);
+    // A product of many sums, under a smaller budget.
+    context.SetMaxTerms(500);
     std::vector<KOBWBExpression*> sums;
     for (int i = 0; i < 120; ++i) sums.push_back(f.CreateSum(s.v[static_cast<size_t>(i % 3)], s.I(i + 1)));
     ASSERT_TRUE(context.ToPolynomial(f.CreateProduct(120, sums.data()), expanded));
     EXPECT_EQ(expanded.GetNbOfTerms(), 1);
+    context.SetMaxTerms(10000);
     // The atom keeps its meaning.
     s.Set({0.01, -0.02, 0.005});
     KOBWBExpression* written = context.Simplify(sixtieth);

@@ -1,0 +1,169 @@
+#include "KOBWBPolynomialContextImpl.h"
+
+#include "KOBWBBlackBoxOperator.h"
+#include "KOBWBExpression.h"
+#include "KOBWBVariable.h"
+
+#include <algorithm>
+#include <cstdio>
+
+// The atoms of a rewriting context: found again by a structural hash and
+// comparison, and given canonical keys only when they are first ordered.
+
+using Impl = KOBWBPolynomialContext::Impl;
+
+namespace {
+
+// Keys beyond this length are not spelled out: such an atom is keyed by its number.
+constexpr size_t maxKeyLength = 2048;
+
+std::string NumberedKey(char prefix, int number) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%c%010d", prefix, number);
+    return text;
+}
+
+std::size_t Combine(std::size_t hash, std::size_t value) { return hash * 1000003u ^ value; }
+
+} // namespace
+
+Impl::Impl(KOBWBFactory& factory, KOBWBExpression* zero, KOBWBExpression* one)
+    : factory(factory), zero(zero), one(one) {
+    atoms.push_back({AtomKind::Pi, nullptr, {}, {}, nullptr, 0, "", nullptr, 0});
+}
+
+int Impl::InternAtom(AtomKind kind, KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& arguments) {
+    std::vector<double> parameters;
+    for (int i = 0; kind == AtomKind::Operator && i < node->GetNbOfParameters(); ++i)
+        parameters.push_back(node->GetParameter(i));
+    const void* blackBox = kind == AtomKind::Operator && node->GetType() == KOBWBBlackBoxType
+                               ? static_cast<KOBWBBlackBoxOperator*>(node)->GetBlackBox()
+                               : nullptr;
+    const KOBWBExpressionType type = kind == AtomKind::Operator ? node->GetType() : KOBWBQuotientType;
+    std::size_t hash = Combine(static_cast<std::size_t>(kind), static_cast<std::size_t>(type));
+    for (double parameter : parameters) hash = Combine(hash, std::hash<double>()(parameter));
+    hash = Combine(hash, std::hash<const void*>()(blackBox));
+    for (const KOBWBPolynomial* argument : arguments) hash = Combine(hash, argument->Hash());
+
+    const auto candidates = atomByHash.equal_range(hash);
+    for (auto candidate = candidates.first; candidate != candidates.second; ++candidate) {
+        const Atom& atom = atoms[static_cast<size_t>(candidate->second)];
+        if (atom.kind != kind || atom.parameters != parameters || atom.blackBox != blackBox ||
+            atom.arguments.size() != arguments.size() || (kind == AtomKind::Operator && atom.node->GetType() != type))
+            continue;
+        bool same = true;
+        for (size_t i = 0; same && i < arguments.size(); ++i) same = atom.arguments[i] == *arguments[i];
+        if (same) return candidate->second;
+    }
+    const int number = static_cast<int>(atoms.size());
+    std::vector<KOBWBPolynomial> copies;
+    copies.reserve(arguments.size());
+    for (const KOBWBPolynomial* argument : arguments) copies.push_back(*argument);
+    atoms.push_back({kind, node, std::move(copies), std::move(parameters), blackBox, hash, "", nullptr, 0});
+    atomByHash.emplace(hash, number);
+    return number;
+}
+
+int Impl::UniqueAtom(AtomKind kind, KOBWBExpression* node) {
+    atoms.push_back({kind, node, {}, {}, nullptr, 0, "", nullptr, 0});
+    return static_cast<int>(atoms.size()) - 1;
+}
+
+int Impl::VariableAtom(KOBWBVariable* variable) {
+    const auto found = atomByVariable.find(variable);
+    if (found != atomByVariable.end()) return found->second;
+    const int atom = UniqueAtom(AtomKind::Variable, variable);
+    atomByVariable.emplace(variable, atom);
+    return atom;
+}
+
+const std::string& Impl::Key(int atom) {
+    // An atom's arguments only name earlier atoms: keying in number order finds
+    // the keys of the arguments made.
+    while (keyedAtoms <= atom) {
+        const int number = keyedAtoms;
+        Atom& record = atoms[static_cast<size_t>(number)];
+        std::string key;
+        switch (record.kind) {
+        case AtomKind::Pi: break;
+        case AtomKind::Variable: key = NumberedKey('a', static_cast<KOBWBVariable*>(record.node)->GetIdx()); break;
+        case AtomKind::Value:
+        case AtomKind::Opaque: key = NumberedKey('z', number); break;
+        case AtomKind::Operator:
+        case AtomKind::Reciprocal: {
+            char head[64];
+            if (record.kind == AtomKind::Reciprocal)
+                key = "r";
+            else {
+                std::snprintf(head, sizeof head, "c%02d", static_cast<int>(record.node->GetType()));
+                key = head;
+            }
+            for (double parameter : record.parameters) {
+                std::snprintf(head, sizeof head, "p%.17g", parameter);
+                key += head;
+            }
+            if (record.blackBox) {
+                std::snprintf(head, sizeof head, "b%p", record.blackBox);
+                key += head;
+            }
+            key += '(';
+            for (size_t i = 0; i < record.arguments.size() && key.size() <= maxKeyLength; ++i) {
+                if (i > 0) key += ',';
+                key += PolynomialKey(record.arguments[i]);
+            }
+            key += ')';
+            if (key.size() > maxKeyLength) key = NumberedKey('z', number);
+            break;
+        }
+        }
+        atoms[static_cast<size_t>(number)].key = std::move(key);
+        ++keyedAtoms;
+    }
+    return atoms[static_cast<size_t>(atom)].key;
+}
+
+std::string Impl::MonomialKey(const KOBWBMonomial& monomial) {
+    std::vector<int> factors;
+    for (const KOBWBMonomialFactor& factor : monomial) factors.push_back(factor.atom);
+    std::sort(factors.begin(), factors.end(), [this](int a, int b) { return KeyLess(a, b); });
+    std::string key;
+    for (int atom : factors) {
+        key += atom == piAtom ? std::string("Pi") : Key(atom);
+        key += '^';
+        for (const KOBWBMonomialFactor& factor : monomial)
+            if (factor.atom == atom) key += std::to_string(factor.exponent);
+        key += '*';
+    }
+    return key;
+}
+
+std::string Impl::PolynomialKey(const KOBWBPolynomial& polynomial) {
+    std::vector<std::string> terms;
+    terms.reserve(static_cast<size_t>(polynomial.GetNbOfTerms()));
+    for (const KOBWBPolynomialTerm& term : polynomial.GetTerms())
+        terms.push_back(MonomialKey(term.monomial) + (term.coefficient.IsReal() ? "#r" : "#") + term.coefficient.ToString());
+    std::sort(terms.begin(), terms.end());
+    std::string key = "[";
+    for (const std::string& term : terms) {
+        key += term;
+        key += ';';
+    }
+    key += ']';
+    return key;
+}
+
+bool Impl::DependsOn(int atom, const KOBWBVariable* variable) const {
+    if (atom < 0 || atom >= static_cast<int>(atoms.size())) return false;
+    // One pass in number order settles every atom up to this one.
+    std::vector<char> depends(static_cast<size_t>(atom) + 1, 0);
+    for (int i = 0; i <= atom; ++i) {
+        const Atom& record = atoms[static_cast<size_t>(i)];
+        bool found = record.kind == AtomKind::Variable && record.node == variable;
+        for (const KOBWBPolynomial& argument : record.arguments)
+            for (const KOBWBPolynomialTerm& term : argument.GetTerms())
+                for (const KOBWBMonomialFactor& factor : term.monomial)
+                    found = found || depends[static_cast<size_t>(factor.atom)];
+        depends[static_cast<size_t>(i)] = found;
+    }
+    return depends[static_cast<size_t>(atom)];
+}
