@@ -164,14 +164,15 @@ KOBWBPolynomial& KOBWBPolynomial::operator*=(const KOBWBCoefficient& factor) {
         m_terms.clear();
         return *this;
     }
-    std::vector<KOBWBPolynomialTerm> kept;
-    kept.reserve(m_terms.size());
-    for (KOBWBPolynomialTerm& term : m_terms) {
-        term.coefficient *= factor;
+    size_t kept = 0;
+    for (size_t i = 0; i < m_terms.size(); ++i) {
+        m_terms[i].coefficient *= factor;
         // A real product can underflow to zero.
-        if (!term.coefficient.IsZero()) kept.push_back(std::move(term));
+        if (m_terms[i].coefficient.IsZero()) continue;
+        if (kept != i) m_terms[kept] = std::move(m_terms[i]);
+        ++kept;
     }
-    m_terms = std::move(kept);
+    m_terms.erase(m_terms.begin() + static_cast<long>(kept), m_terms.end());
     return *this;
 }
 
@@ -243,21 +244,24 @@ private:
     std::vector<KOBWBPolynomialTerm> m_terms;
 };
 
-// The same for a few terms: sorted in place, like terms then adjacent.
+// The same for a few terms: sorted in place, like terms then adjacent and added up
+// into the first of them.
 std::vector<KOBWBPolynomialTerm> SortedFew(std::vector<KOBWBPolynomialTerm> terms) {
     std::sort(terms.begin(), terms.end(), [](const KOBWBPolynomialTerm& a, const KOBWBPolynomialTerm& b) {
         return KOBWBCompareMonomials(a.monomial, b.monomial) < 0;
     });
-    std::vector<KOBWBPolynomialTerm> collected;
-    collected.reserve(terms.size());
+    size_t kept = 0;
     for (size_t i = 0; i < terms.size();) {
         size_t j = i + 1;
-        KOBWBCoefficient sum = std::move(terms[i].coefficient);
-        while (j < terms.size() && terms[j].monomial == terms[i].monomial) sum += terms[j++].coefficient;
-        if (!sum.IsZero()) collected.push_back({std::move(terms[i].monomial), std::move(sum)});
+        while (j < terms.size() && terms[j].monomial == terms[i].monomial) terms[i].coefficient += terms[j++].coefficient;
+        if (!terms[i].coefficient.IsZero()) {
+            if (kept != i) terms[kept] = std::move(terms[i]);
+            ++kept;
+        }
         i = j;
     }
-    return collected;
+    terms.erase(terms.begin() + static_cast<long>(kept), terms.end());
+    return terms;
 }
 
 // Below this many terms, sorting is cheaper than a table.

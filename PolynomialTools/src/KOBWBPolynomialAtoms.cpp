@@ -29,7 +29,7 @@ std::size_t Combine(std::size_t hash, std::size_t value) { return hash * 1000003
 
 Impl::Impl(KOBWBFactory& factory, KOBWBExpression* zero, KOBWBExpression* one)
     : factory(factory), zero(zero), one(one) {
-    atoms.push_back({AtomKind::Pi, nullptr, {}, {}, nullptr, 0, "", nullptr, 0});
+    atoms.push_back({AtomKind::Pi, nullptr, {}, {}, nullptr, 0, "", true, nullptr, 0});
 }
 
 int Impl::InternAtom(AtomKind kind, KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& arguments) {
@@ -59,13 +59,13 @@ int Impl::InternAtom(AtomKind kind, KOBWBExpression* node, const std::vector<con
     std::vector<KOBWBPolynomial> copies;
     copies.reserve(arguments.size());
     for (const KOBWBPolynomial* argument : arguments) copies.push_back(*argument);
-    atoms.push_back({kind, node, std::move(copies), std::move(parameters), blackBox, hash, "", nullptr, 0});
+    atoms.push_back({kind, node, std::move(copies), std::move(parameters), blackBox, hash, "", false, nullptr, 0});
     atomByHash.emplace(hash, number);
     return number;
 }
 
 int Impl::UniqueAtom(AtomKind kind, KOBWBExpression* node) {
-    atoms.push_back({kind, node, {}, {}, nullptr, 0, "", nullptr, 0});
+    atoms.push_back({kind, node, {}, {}, nullptr, 0, "", false, nullptr, 0});
     return static_cast<int>(atoms.size()) - 1;
 }
 
@@ -77,55 +77,77 @@ int Impl::VariableAtom(KOBWBVariable* variable) {
     return atom;
 }
 
+bool Impl::KeyLess(int a, int b) {
+    // Variables come first, by index, and need no key.
+    const Atom& first = atoms[static_cast<size_t>(a)];
+    const Atom& second = atoms[static_cast<size_t>(b)];
+    const bool firstIsVariable = first.kind == AtomKind::Variable, secondIsVariable = second.kind == AtomKind::Variable;
+    if (firstIsVariable && secondIsVariable)
+        return static_cast<KOBWBVariable*>(first.node)->GetIdx() < static_cast<KOBWBVariable*>(second.node)->GetIdx();
+    if (firstIsVariable != secondIsVariable) return firstIsVariable;
+    return Key(a) < Key(b);
+}
+
 const std::string& Impl::Key(int atom) {
-    // An atom's arguments only name earlier atoms: keying in number order finds
-    // the keys of the arguments made.
-    while (keyedAtoms <= atom) {
-        const int number = keyedAtoms;
-        Atom& record = atoms[static_cast<size_t>(number)];
-        std::string key;
-        switch (record.kind) {
-        case AtomKind::Pi: break;
-        case AtomKind::Variable: key = NumberedKey('a', static_cast<KOBWBVariable*>(record.node)->GetIdx()); break;
-        case AtomKind::Value:
-        case AtomKind::Opaque: key = NumberedKey('z', number); break;
-        case AtomKind::Operator:
-        case AtomKind::Reciprocal: {
-            char head[64];
-            if (record.kind == AtomKind::Reciprocal)
-                key = "r";
-            else {
-                std::snprintf(head, sizeof head, "c%02d", static_cast<int>(record.node->GetType()));
-                key = head;
-            }
-            for (double parameter : record.parameters) {
-                std::snprintf(head, sizeof head, "p%.17g", parameter);
-                key += head;
-            }
-            if (record.blackBox) {
-                std::snprintf(head, sizeof head, "b%p", record.blackBox);
-                key += head;
-            }
-            key += '(';
-            for (size_t i = 0; i < record.arguments.size() && key.size() <= maxKeyLength; ++i) {
-                if (i > 0) key += ',';
-                key += PolynomialKey(record.arguments[i]);
-            }
-            key += ')';
-            if (key.size() > maxKeyLength) key = NumberedKey('z', number);
-            break;
-        }
-        }
-        atoms[static_cast<size_t>(number)].key = std::move(key);
-        ++keyedAtoms;
+    // The atoms below this one that have no key yet: an atom's arguments only name
+    // earlier atoms, so keying them in number order finds the keys of the arguments
+    // made.
+    std::vector<int> unkeyed, pending{atom};
+    while (!pending.empty()) {
+        const int next = pending.back();
+        pending.pop_back();
+        Atom& record = atoms[static_cast<size_t>(next)];
+        if (record.keyed) continue;
+        record.keyed = true;
+        unkeyed.push_back(next);
+        for (const KOBWBPolynomial& argument : record.arguments)
+            for (const KOBWBPolynomialTerm& term : argument.GetTerms())
+                for (const KOBWBMonomialFactor& factor : term.monomial) pending.push_back(factor.atom);
     }
+    std::sort(unkeyed.begin(), unkeyed.end());
+    for (int number : unkeyed) atoms[static_cast<size_t>(number)].key = MakeKey(number);
     return atoms[static_cast<size_t>(atom)].key;
+}
+
+std::string Impl::MakeKey(int number) {
+    const Atom& record = atoms[static_cast<size_t>(number)];
+    switch (record.kind) {
+    case AtomKind::Pi: return std::string();
+    case AtomKind::Variable: return NumberedKey('a', static_cast<KOBWBVariable*>(record.node)->GetIdx());
+    case AtomKind::Value:
+    case AtomKind::Opaque: return NumberedKey('z', number);
+    case AtomKind::Operator:
+    case AtomKind::Reciprocal: break;
+    }
+    char head[64];
+    std::string key;
+    if (record.kind == AtomKind::Reciprocal) {
+        key = "r";
+    } else {
+        std::snprintf(head, sizeof head, "c%02d", static_cast<int>(record.node->GetType()));
+        key = head;
+    }
+    for (double parameter : record.parameters) {
+        std::snprintf(head, sizeof head, "p%.17g", parameter);
+        key += head;
+    }
+    if (record.blackBox) {
+        std::snprintf(head, sizeof head, "b%p", record.blackBox);
+        key += head;
+    }
+    key += '(';
+    for (size_t i = 0; i < record.arguments.size() && key.size() <= maxKeyLength; ++i) {
+        if (i > 0) key += ',';
+        key += PolynomialKey(record.arguments[i]);
+    }
+    key += ')';
+    return key.size() > maxKeyLength ? NumberedKey('z', number) : key;
 }
 
 std::string Impl::MonomialKey(const KOBWBMonomial& monomial) {
     std::vector<int> factors;
     for (const KOBWBMonomialFactor& factor : monomial) factors.push_back(factor.atom);
-    std::sort(factors.begin(), factors.end(), [this](int a, int b) { return KeyLess(a, b); });
+    if (factors.size() > 1) std::sort(factors.begin(), factors.end(), [this](int a, int b) { return KeyLess(a, b); });
     std::string key;
     for (int atom : factors) {
         key += atom == piAtom ? std::string("Pi") : Key(atom);

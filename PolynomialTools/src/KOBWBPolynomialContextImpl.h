@@ -26,6 +26,7 @@ struct KOBWBPolynomialContext::Impl {
         // The canonical key, made when the atom is first ordered: keys sort in the
         // canonical atom order.
         std::string key;
+        bool keyed;
         // The node written for the atom, once written.
         KOBWBExpression* written = nullptr;
         // The last writing that noted the atom as needed.
@@ -40,7 +41,9 @@ struct KOBWBPolynomialContext::Impl {
     int UniqueAtom(AtomKind kind, KOBWBExpression* node);
     int VariableAtom(KOBWBVariable* variable);
     const std::string& Key(int atom);
-    bool KeyLess(int a, int b) { return Key(a) < Key(b); }
+    std::string MakeKey(int atom);
+    // The canonical atom order.
+    bool KeyLess(int a, int b);
     // The canonical key of a polynomial: its terms' keys in sorted order.
     std::string PolynomialKey(const KOBWBPolynomial& polynomial);
     std::string MonomialKey(const KOBWBMonomial& monomial);
@@ -70,10 +73,14 @@ struct KOBWBPolynomialContext::Impl {
     unsigned noteStamp = 0;
     // Scratch storage of reading, kept between expressions.
     std::vector<const KOBWBPolynomial*> argumentScratch;
+    struct Frame {
+        KOBWBExpression* node;
+        int reading;
+        int next;
+    };
+    std::vector<Frame> frames;
     std::vector<Atom> atoms;
     std::unordered_multimap<std::size_t, int> atomByHash;
-    // Atoms below this number have their key.
-    int keyedAtoms = 1;
     std::unordered_map<const KOBWBVariable*, int> atomByVariable;
     // The polynomials of the nodes read since the readings were last forgotten:
     // an open-addressing table from nodes to places in readings, whose slots are

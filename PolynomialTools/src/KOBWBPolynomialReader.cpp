@@ -119,12 +119,8 @@ bool Impl::Read(KOBWBExpression* root, KOBWBPolynomial& result) {
         result = *known;
         return true;
     }
-    struct Frame {
-        KOBWBExpression* node;
-        int reading;
-        int next;
-    };
-    std::vector<Frame> frames{{root, AddReading(root), 0}};
+    // Reading does not nest, so one stack serves every expression.
+    frames.assign(1, {root, AddReading(root), 0});
     while (!frames.empty()) {
         Frame& frame = frames.back();
         KOBWBExpression* node = frame.node;
@@ -258,12 +254,13 @@ KOBWBPolynomial Impl::Power(const KOBWBPolynomial& base, const KOBWBPolynomial& 
 }
 
 KOBWBPolynomial Impl::Product(KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& factors) {
-    KOBWBPolynomial product(KOBWBCoefficient(1));
+    KOBWBPolynomial product(*factors[0]);
     const long long maxWork = 64LL * maxTerms;
-    for (const KOBWBPolynomial* factor : factors) {
-        if (static_cast<long long>(product.GetNbOfTerms()) * factor->GetNbOfTerms() > maxWork)
+    for (size_t i = 1; i < factors.size(); ++i) {
+        const KOBWBPolynomial& factor = *factors[i];
+        if (static_cast<long long>(product.GetNbOfTerms()) * factor.GetNbOfTerms() > maxWork)
             return OperatorAtom(node, factors);
-        product = KOBWBPolynomial::Multiply(product, *factor);
+        product = KOBWBPolynomial::Multiply(product, factor);
         if (product.GetNbOfTerms() > maxTerms || !WithinExponents(product)) return OperatorAtom(node, factors);
     }
     return product;

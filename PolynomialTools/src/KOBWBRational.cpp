@@ -115,6 +115,24 @@ bool KOBWBRational::FromString(const char* text, KOBWBRational& result) {
 bool KOBWBRational::FromDouble(double value, KOBWBRational& result) {
     result = KOBWBRational();
     if (!std::isfinite(value)) return false;
+    // value = mantissa x 2^exponent with a mantissa of 53 bits: in machine words
+    // while the power of two stays within them.
+    int exponent = 0;
+    long long mantissa = static_cast<long long>(std::ldexp(std::frexp(value, &exponent), 53));
+    exponent -= 53;
+    while (mantissa != 0 && mantissa % 2 == 0 && exponent < 0) {
+        mantissa /= 2;
+        ++exponent;
+    }
+    if (mantissa == 0) return true;
+    if (exponent <= 0 && exponent > -63) {
+        result = KOBWBRational(mantissa, 1LL << -exponent);
+        return true;
+    }
+    if (exponent > 0 && exponent < 10 && std::llabs(mantissa) < (1LL << 53)) {
+        result = KOBWBRational(mantissa * (1LL << exponent));
+        return true;
+    }
     result.m_big = BigPointer(new Big);
     mpq_set_d(result.m_big->value, value);
     result.Normalise();
