@@ -165,5 +165,27 @@ int main(int argc, char** argv) {
     std::printf("  can hold: %s\n", CanHold(environment, *constraint));
     std::printf("\nEvaluation error flags: %u\n", environment.GetError());
 
+    std::printf("\nShape and algebra\n");
+    KOBWBExpression* one = factory.CreateIntegerConstant(1);
+    KOBWBExpression* square = factory.CreatePower(factory.CreateSum(x, one), 2);
+    std::printf("  (x + 1)^2 is linear: %s, quadratic: %s\n", square->IsLinear() ? "yes" : "no",
+                square->IsQuadratic() ? "yes" : "no");
+    KOBWBExpression* identity = factory.CreateSub(factory.CreateSub(square, factory.CreatePower(x, 2)),
+                                                  factory.CreateSum(factory.CreateProduct(two, x), one));
+    KOBWBExpression* zero = KOBWBPolynomialTools::Simplify(identity);
+    std::printf("  (x + 1)^2 - x^2 - (2x + 1) simplifies to %s\n",
+                zero->GetType() == KOBWBConstantType && zero->GetExprValue().GetAsInteger() == 0 ? "the integer 0"
+                                                                                                : "something else");
+    int degree = 0;
+    KOBWBExpression** coefficients = nullptr;
+    if (square->IsPolynomial(x, degree, coefficients)) {
+        std::printf("  coefficients of (x + 1)^2 in x:");
+        for (int k = 0; k <= degree; ++k) std::printf(" %g", coefficients[k]->GetExprValue().GetAsDouble());
+        std::printf("\n");
+    }
+    delete[] coefficients;
+    KOBWBExpression* atThree = distance->PartialEval(x2, factory.CreateIntegerConstant(3));
+    PrintValue("distance at x2 = 3", atThree->GetValue());
+
     return ReadSketch(argc > 1 ? argv[1] : DefaultModelPath(argv[0]));
 }
