@@ -1,3 +1,5 @@
+#include "KOBWBBlackBox.h"
+#include "KOBWBBlackBoxOperator.h"
 #include "KOBWBConstant.h"
 #include "KOBWBEquation.h"
 #include "KOBWBFactory.h"
@@ -255,4 +257,69 @@ TEST(KOBWBSimplify, BadInputIsRefused) {
     KOBWBExpression* scaled = s.factory.CreateProduct(s.v[0], interval);
     EXPECT_TRUE(IsIntegerZero(context.Simplify(s.factory.CreateSub(scaled, scaled))));
     EXPECT_FALSE(IsIntegerZero(context.Simplify(s.factory.CreateSub(interval, interval))));
+}
+
+namespace {
+
+// sqrt(u^2 + v^2) of its two arguments.
+class Hypotenuse : public KOBWBBlackBox {
+public:
+    void Eval(KOBWBValue& result) override { result = KOBWBValue(Eval()); }
+    double Eval() override {
+        const double u = GetOperator()->GetChild(0)->Eval();
+        const double v = GetOperator()->GetChild(1)->Eval();
+        return std::sqrt(u * u + v * v);
+    }
+};
+
+} // namespace
+
+TEST(KOBWBSimplify, EveryOperatorFamilyKeepsItsValue) {
+    Vars s;
+    KOBWBFactory& f = s.factory;
+    KOBWBExpression *x = s.v[0], *y = s.v[1];
+    // Arguments written so that simplification has work to do: (x + 1) - 1 + 0.25 y.
+    const auto u = [&] {
+        return f.CreateSub(f.CreateSum(f.CreateSum(x, s.I(1)), f.CreateProduct(f.CreateRealConstant(0.25), y)), s.I(1));
+    };
+    const auto positive = [&] { return f.CreateSum(f.CreateProduct(u(), u()), s.I(2)); };
+    std::vector<KOBWBExpression*> formulas;
+    for (KOBWBExpressionType type : {KOBWBSqrtType, KOBWBLogType, KOBWBLnType})
+        formulas.push_back(f.CreateOperator(type, positive()));
+    for (KOBWBExpressionType type : {KOBWBExpType, KOBWBAbsType, KOBWBCeilType, KOBWBFloorType, KOBWBRoundType, KOBWBTruncType,
+                                     KOBWBSinType, KOBWBCosType, KOBWBTanType, KOBWBAtanType, KOBWBSinhType, KOBWBCoshType,
+                                     KOBWBTanhType, KOBWBAsinhType})
+        formulas.push_back(f.CreateOperator(type, u()));
+    KOBWBExpression* small = f.CreateQuotient(u(), s.I(8));
+    for (KOBWBExpressionType type : {KOBWBAsinType, KOBWBAcosType, KOBWBAtanhType}) formulas.push_back(f.CreateOperator(type, small));
+    formulas.push_back(f.CreateOperator(KOBWBAcoshType, positive()));
+    for (KOBWBExpressionType type : {KOBWBAtan2Type, KOBWBDimType, KOBWBSignType, KOBWBModType})
+        formulas.push_back(f.CreateBinaryOperator(type, u(), f.CreateSum(y, s.I(3))));
+    formulas.push_back(f.CreateMin(u(), f.CreateSum(y, s.I(-1))));
+    formulas.push_back(f.CreateMax(u(), f.CreateSum(y, s.I(-1))));
+    formulas.push_back(f.CreateRoot(positive(), 3));
+    formulas.push_back(f.CreatePower(positive(), f.CreateRealConstant(0.3)));
+    formulas.push_back(f.CreatePower(positive(), y));
+    formulas.push_back(f.CreateIfThenElse(f.CreateLess(u(), y), f.CreateProduct(u(), s.I(3)), f.CreateOpposite(u())));
+    KOBWBExpression* stepArguments[] = {u(), f.CreateRealConstant(0.0), f.CreateRealConstant(1.0), f.CreateRealConstant(-1.0),
+                                        f.CreateRealConstant(2.0)};
+    formulas.push_back(f.CreateOperator(KOBWBStepType, 5, stepArguments));
+    Hypotenuse hypotenuse;
+    KOBWBExpression* blackBoxArguments[] = {u(), f.CreateSum(y, y)};
+    formulas.push_back(f.DeclareBlackBox(&hypotenuse, 2, blackBoxArguments, 0));
+
+    KOBWBPolynomialContext context(f);
+    for (size_t i = 0; i < formulas.size(); ++i) {
+        ASSERT_NE(formulas[i], nullptr) << i;
+        // Twice the formula less the formula written again: the atoms are found equal.
+        KOBWBExpression* doubled = context.Simplify(f.CreateSub(f.CreateProduct(s.I(2), formulas[i]), formulas[i]));
+        KOBWBExpression* simplified = context.Simplify(formulas[i]);
+        ASSERT_NE(simplified, nullptr) << i;
+        for (const std::vector<double>& point : {std::vector<double>{0.3, 0.7, 0.0}, std::vector<double>{-1.2, 2.5, 0.0}}) {
+            s.Set(point);
+            const double expected = formulas[i]->Eval();
+            EXPECT_NEAR(simplified->Eval(), expected, 1e-9 * (1 + std::fabs(expected))) << "formula " << i;
+            EXPECT_NEAR(doubled->Eval(), expected, 1e-9 * (1 + std::fabs(expected))) << "formula " << i;
+        }
+    }
 }
