@@ -19,10 +19,14 @@ public:
         int order;
     };
 
-    // Registers a section; false when one of that name already exists in that part.
+    // Registers a section; one of the same name in the same part is replaced, so that
+    // an operator run again on one stream records its latest input. False for an
+    // empty name.
     bool AddSection(const KOBLVRString& name, const KOBLVRString& header,
                     const KOBLVRString& content, ReplayPart part, int order);
     const std::vector<Section>& GetSections() const { return m_sections; }
+    // Hands over the sections of a part, in the order they were added, and forgets them.
+    std::vector<Section> TakeSections(ReplayPart part);
     void Clear() { m_sections.clear(); }
 
 private:

@@ -32,7 +32,8 @@ public:
     void WriteString(const KOBLVRString& text);
     void Flush();
     KOBLVRStorage& GetStorage() { return m_storage; }
-    // Writes each stored section of that part: its name line, then its content.
+    // Writes each stored section of that part, its name line then its content, and
+    // forgets it: a part is closed once written.
     void WriteSections(KOBLVRStorage::ReplayPart part);
 
 private:

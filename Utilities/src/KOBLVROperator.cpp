@@ -10,7 +10,11 @@ KOBLVROperator::KOBLVROperator() = default;
 
 KOBLVROperator::~KOBLVROperator() = default;
 
-void KOBLVROperator::SetLVRLevel(unsigned level) { m_level = level; }
+void KOBLVROperator::InitWithEnv() {}
+
+void KOBLVROperator::SetInterruptFunction(bool (*function)(int, int)) { m_interrupt = function; }
+
+int KOBLVROperator::GetVersionOfStream() const { return 0; }
 
 bool KOBLVROperator::CheckInput(KOBLVRStream&) const { return true; }
 
@@ -20,21 +24,32 @@ void KOBLVROperator::WriteInput(KOBLVRStream&) const {}
 
 void KOBLVROperator::WriteOutput(KOBLVRStream&) const {}
 
-void KOBLVROperator::SetInterruptFunction(bool (*function)(int, int)) { m_interrupt = function; }
+KOBLVRString KOBLVROperator::GetOperatorName() { return GetOperatorInfo().GetName(); }
+
+KOBLVRString KOBLVROperator::GetOperatorShortName() { return GetOperatorInfo().GetVersion(); }
+
+void KOBLVROperator::SetLVRLevel(unsigned level) { m_level = level; }
+
+void KOBLVROperator::Remove() { delete this; }
+
+KOBLVROperator::OperatorInfo& KOBLVROperator::GetOperatorInfo() {
+    static OperatorInfo none("", "", "");
+    return none;
+}
+
+bool KOBLVROperator::CheckInput(std::ostream&) const { return true; }
+
+bool KOBLVROperator::CheckOutput(std::ostream&) const { return true; }
 
 bool KOBLVROperator::IsInterrupted(int step, int total) const {
     return m_interrupt && m_interrupt(step, total);
 }
 
 int KOBLVROperator::Run() {
-    if (m_replay) {
-        WriteInput(*m_replay);
-        m_replay->WriteSections(KOBLVRStorage::Input);
-    }
-    const int result = Execute();
+    if (m_replay) WriteInput(*m_replay);
+    const int result = DoRun();
     if (m_replay) {
         WriteOutput(*m_replay);
-        m_replay->WriteSections(KOBLVRStorage::Output);
         m_replay->Flush();
     }
     return result;

@@ -48,8 +48,7 @@ void KOBLVRStream::Flush() {
 }
 
 void KOBLVRStream::WriteSections(KOBLVRStorage::ReplayPart part) {
-    for (const KOBLVRStorage::Section& section : m_storage.GetSections()) {
-        if (section.part != part) continue;
+    for (const KOBLVRStorage::Section& section : m_storage.TakeSections(part)) {
         *this << section.name << lvrendl;
         if (!section.content.IsEmpty()) *this << section.content << lvrendl;
     }

@@ -109,12 +109,16 @@ TEST(KOBLVRStream, WritesTextNumbersAndSections) {
         stream << "x=" << 3 << " y=" << 0.5 << lvrendl;
         stream.WriteString(KOBLVRString("done"));
         EXPECT_TRUE(stream.GetStorage().AddSection("#!MODE", "", "1", KOBLVRStorage::Input, 0));
-        EXPECT_FALSE(stream.GetStorage().AddSection("#!MODE", "", "2", KOBLVRStorage::Input, 1));
+        EXPECT_TRUE(stream.GetStorage().AddSection("#!MODE", "", "2", KOBLVRStorage::Input, 1));
+        EXPECT_FALSE(stream.GetStorage().AddSection("", "", "2", KOBLVRStorage::Input, 1));
         stream.GetStorage().AddSection("#!OUT", "", "", KOBLVRStorage::Output, 0);
         stream << lvrendl;
         stream.WriteSections(KOBLVRStorage::Input);
+        // A written part is closed: writing it again writes nothing.
+        stream.WriteSections(KOBLVRStorage::Input);
+        stream.WriteSections(KOBLVRStorage::Output);
     }
-    EXPECT_EQ(out.str(), "x=3 y=0.5\ndone\n#!MODE\n1\n");
+    EXPECT_EQ(out.str(), "x=3 y=0.5\ndone\n#!MODE\n2\n#!OUT\n");
 
     KOBLVRStream unopened(KOBLVRString("/nonexistent-folder/trace.txt"), KOBLVRTraceStream, false);
     EXPECT_FALSE(unopened.IsOpen());
@@ -167,4 +171,58 @@ TEST(KOBLVRFile, PathsAndEnvironment) {
     EXPECT_EQ(out.str(), "2 + x");
     KOBLVRExpressionTerm::Destroy(sum);
     EXPECT_EQ(sum, nullptr);
+}
+
+namespace {
+
+// An operator that records its mode in its input replay and its result in its output.
+class Counting : public KOBLVROperator {
+public:
+    explicit Counting(int* alive) : m_alive(alive) { ++*m_alive; }
+    ~Counting() override { --*m_alive; }
+    int DoRun() override { return ++runs; }
+    void WriteInput(KOBLVRStream& stream) const override {
+        stream.GetStorage().AddSection("#!MODE", "", KOBLVRString(mode), KOBLVRStorage::Input, 1);
+        stream.WriteSections(KOBLVRStorage::Input);
+    }
+    void WriteOutput(KOBLVRStream& stream) const override {
+        stream.GetStorage().AddSection("#!RUNS", "", KOBLVRString(runs), KOBLVRStorage::Output, 2);
+        stream.WriteSections(KOBLVRStorage::Output);
+    }
+    KOBLVRString GetOperatorName() override { return GetOperatorInfo().GetName(); }
+
+    int mode = 0;
+    int runs = 0;
+
+protected:
+    OperatorInfo& GetOperatorInfo() override {
+        static OperatorInfo info("Counting", "CT", "LVRTest");
+        return info;
+    }
+
+private:
+    int* m_alive;
+};
+
+} // namespace
+
+TEST(KOBLVROperator, RunsWriteEachReplayPartOnce) {
+    int alive = 0;
+    std::ostringstream out;
+    KOBLVRStream stream(&out);
+    Counting* op = new Counting(&alive);
+    EXPECT_EQ(op->Run(), 1);
+    op->SetReplayStream(&stream);
+    op->mode = 4;
+    EXPECT_EQ(op->Run(), 2);
+    op->mode = 6;
+    EXPECT_EQ(op->Run(), 3);
+    EXPECT_EQ(out.str(), "#!MODE\n4\n#!RUNS\n2\n#!MODE\n6\n#!RUNS\n3\n");
+    EXPECT_EQ(op->GetOperatorName(), "Counting");
+    EXPECT_EQ(op->GetOperatorShortName(), "CT");
+    EXPECT_EQ(op->GetVersionOfStream(), 0);
+    EXPECT_TRUE(op->CheckInput(out));
+    EXPECT_TRUE(op->CheckOutput(stream));
+    op->Remove();
+    EXPECT_EQ(alive, 0);
 }
