@@ -49,6 +49,7 @@
 #include "KOBWBPolynomialContext.h"
 #include "KOBWBPolynomialTools.h"
 #include "KOBWBRational.h"
+#include "KOBWBSymbolicTransformations.h"
 
 #include "KOBWBComparisonType.h"
 #include "KOBWBConstNode.h"

@@ -5,6 +5,7 @@
 #include "KOBWBPolynomial.h"
 
 #include <memory>
+#include <vector>
 
 class KOBWBExpression;
 class KOBWBFactory;
@@ -101,6 +102,16 @@ public:
     // expression is not a polynomial in x (x under a function, in a denominator,
     // or to a negative or non-integer power), or for null or foreign arguments.
     bool ExtractCoefficients(KOBWBExpression* expression, KOBWBVariable* x, KOBLVRListPKOBWBExpression& coefficients);
+
+    // The polynomial with x replaced by the polynomial by, inside atoms too: an atom
+    // whose arguments change is read again (a power may then expand, a quotient
+    // become a product); products and powers past the budget stay atoms. The
+    // polynomial unchanged for null or a variable of another factory.
+    KOBWBPolynomial SubstituteVariable(const KOBWBPolynomial& polynomial, KOBWBVariable* x, const KOBWBPolynomial& by);
+    // The variables that occur in the polynomial, inside atoms too, in index order.
+    std::vector<KOBWBVariable*> GetVariables(const KOBWBPolynomial& polynomial);
+    // The variable of an atom; null for the other atoms.
+    KOBWBVariable* GetAtomVariable(int atom) const;
 
     // Replaces, below root, every child that is identical to x (by algebra, not by
     // pointer) by value, walking each node's children first to last and descending

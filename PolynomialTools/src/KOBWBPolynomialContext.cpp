@@ -46,6 +46,28 @@ bool KOBWBPolynomialContext::AtomDependsOn(int atom, KOBWBVariable* variable) co
     return m_impl->DependsOn(atom, variable);
 }
 
+KOBWBPolynomial KOBWBPolynomialContext::SubstituteVariable(const KOBWBPolynomial& polynomial, KOBWBVariable* x,
+                                                           const KOBWBPolynomial& by) {
+    const int atom = GetVariableAtom(x);
+    if (atom < 0) return polynomial;
+    return m_impl->Substitute(polynomial, {{atom, &by}});
+}
+
+std::vector<KOBWBVariable*> KOBWBPolynomialContext::GetVariables(const KOBWBPolynomial& polynomial) {
+    std::vector<KOBWBVariable*> variables;
+    for (int atom : m_impl->Reachable(polynomial))
+        if (KOBWBVariable* variable = GetAtomVariable(atom)) variables.push_back(variable);
+    std::sort(variables.begin(), variables.end(),
+              [](const KOBWBVariable* a, const KOBWBVariable* b) { return a->GetIdx() < b->GetIdx(); });
+    return variables;
+}
+
+KOBWBVariable* KOBWBPolynomialContext::GetAtomVariable(int atom) const {
+    if (atom < 0 || atom >= GetNbOfAtoms()) return nullptr;
+    const Impl::Atom& record = m_impl->atoms[static_cast<size_t>(atom)];
+    return record.kind == Impl::AtomKind::Variable ? static_cast<KOBWBVariable*>(record.node) : nullptr;
+}
+
 bool KOBWBPolynomialContext::ToPolynomial(KOBWBExpression* expression, KOBWBPolynomial& result) {
     if (!IsValid()) return false;
     // Nodes may have changed since an earlier call: each call reads afresh.

@@ -52,6 +52,13 @@ struct KOBWBPolynomialContext::Impl {
     // Reading (KOBWBPolynomialReader).
     bool Read(KOBWBExpression* root, KOBWBPolynomial& result);
     KOBWBPolynomial ReadNode(KOBWBExpression* node);
+    // The polynomial of an operator node of the kind of node over these arguments.
+    KOBWBPolynomial ReadOperator(KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& arguments);
+    // Substitution of polynomials for atoms (KOBWBPolynomialSubstitution).
+    KOBWBPolynomial Substitute(const KOBWBPolynomial& polynomial,
+                               const std::vector<std::pair<int, const KOBWBPolynomial*>>& substitutions);
+    // The atoms reachable from the polynomial through the arguments of its atoms, in number order.
+    std::vector<int> Reachable(const KOBWBPolynomial& polynomial);
     KOBWBPolynomial OperatorAtom(KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& arguments);
     KOBWBPolynomial Quotient(const KOBWBPolynomial& numerator, const KOBWBPolynomial& denominator, KOBWBExpression* node);
     KOBWBPolynomial Power(const KOBWBPolynomial& base, const KOBWBPolynomial& exponent, KOBWBExpression* node);

@@ -166,10 +166,15 @@ KOBWBPolynomial Impl::ReadNode(KOBWBExpression* node) {
         arguments[static_cast<size_t>(i)] = Known(node->GetChild(i));
         if (!arguments[static_cast<size_t>(i)]) return KOBWBPolynomial::Atom(UniqueAtom(AtomKind::Opaque, node));
     }
-    switch (type) {
+    return ReadOperator(node, arguments);
+}
+
+KOBWBPolynomial Impl::ReadOperator(KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& arguments) {
+    const size_t count = arguments.size();
+    switch (node->GetType()) {
     case KOBWBSumType: {
         KOBWBPolynomial sum(*arguments[0]);
-        for (int i = 1; i < count; ++i) sum += *arguments[static_cast<size_t>(i)];
+        for (size_t i = 1; i < count; ++i) sum += *arguments[i];
         return sum;
     }
     case KOBWBProductType: return Product(node, arguments);

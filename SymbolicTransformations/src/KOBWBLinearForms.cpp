@@ -1,0 +1,186 @@
+#include "KOBWBLinearForms.h"
+
+#include "KOBLVRStream.h"
+#include "KOBWBEquation.h"
+#include "KOBWBExpression.h"
+#include "KOBWBFactory.h"
+#include "KOBWBPolynomialContext.h"
+#include "KOBWBTransformationPasses.h"
+#include "KOBWBVariable.h"
+
+#include <cstdlib>
+
+namespace kobwb {
+
+struct LinearForms::Equation {
+    KOBWBEquation* equation;
+    KOBWBPolynomial polynomial;
+    bool readable;
+    bool changed;
+};
+
+LinearForms::LinearForms(KOBWBFactory& factory, KOBWBPolynomialContext& context, KOBLVRStream* trace)
+    : m_factory(factory), m_context(context), m_trace(trace) {}
+
+LinearForms::~LinearForms() = default;
+
+const KOBWBPolynomial* LinearForms::Form(int variableIndex) const {
+    if (variableIndex < 0 || variableIndex >= static_cast<int>(m_forms.size())) return nullptr;
+    return m_forms[static_cast<size_t>(variableIndex)].get();
+}
+
+void LinearForms::WriteTrace(const char* label, const KOBWBPolynomial& polynomial) {
+    if (m_trace) *m_trace << label << TraceExpression(m_context.ToExpression(polynomial)).c_str() << lvrendl;
+}
+
+void LinearForms::Run(std::vector<KOBWBEquation*>& changed) {
+    const size_t variables = static_cast<size_t>(m_factory.GetNbOfVariables());
+    m_equationsOf.assign(variables, {});
+    m_formsOf.assign(variables, {});
+    m_forms.clear();
+    m_forms.resize(variables);
+    m_equations.clear();
+    for (KOBWBEquation* equation = m_factory.GetFirstEquation(); equation; equation = equation->GetNext()) {
+        Equation entry{equation, {}, false, false};
+        entry.readable = m_context.ToPolynomial(equation->GetRoot(), entry.polynomial);
+        for (KOBWBVariable* variable : m_context.GetVariables(entry.polynomial))
+            m_equationsOf[static_cast<size_t>(variable->GetIdx())].insert(m_equations.size());
+        m_equations.push_back(std::move(entry));
+    }
+    for (size_t i = 0; i < m_equations.size(); ++i) Eliminate(i);
+    if (m_trace) *m_trace << "after substitute" << lvrendl;
+    for (Equation& entry : m_equations) {
+        if (!entry.equation || !entry.changed) continue;
+        if (entry.polynomial.IsZero() && entry.equation->GetType() == KOBWBEqEqual) {
+            m_factory.RemoveEquation(entry.equation);
+            continue;
+        }
+        entry.equation->SetRoot(m_context.ToExpression(entry.polynomial));
+        changed.push_back(entry.equation);
+    }
+    if (!m_trace) return;
+    *m_trace << "Expressions for variables:" << lvrendl;
+    for (size_t i = 0; i < m_forms.size(); ++i) {
+        if (!m_forms[i]) continue;
+        KOBWBVariable* variable = m_factory.GetVariable(static_cast<int>(i));
+        *m_trace << "  " << variable->GetName() << " := "
+                 << TraceExpression(m_context.ToExpression(*m_forms[i])).c_str() << lvrendl;
+    }
+}
+
+namespace {
+
+// The coefficient of each variable of a linear form, or false when the polynomial
+// is not one.
+bool ReadLinearForm(KOBWBPolynomialContext& context, const KOBWBPolynomial& polynomial,
+                    std::vector<std::pair<KOBWBVariable*, std::vector<const KOBWBPolynomialTerm*>>>& byVariable) {
+    for (const KOBWBPolynomialTerm& term : polynomial.GetTerms()) {
+        if (term.coefficient.IsReal()) return false;
+        KOBWBVariable* variable = nullptr;
+        for (const KOBWBMonomialFactor& factor : term.monomial) {
+            if (factor.atom == KOBWBPolynomialContext::piAtom) continue;
+            KOBWBVariable* atomVariable = context.GetAtomVariable(factor.atom);
+            if (!atomVariable || factor.exponent != 1 || variable) return false;
+            variable = atomVariable;
+        }
+        if (!variable) continue;
+        auto entry = byVariable.begin();
+        while (entry != byVariable.end() && entry->first != variable) ++entry;
+        if (entry == byVariable.end()) {
+            byVariable.push_back({variable, {}});
+            entry = byVariable.end() - 1;
+        }
+        entry->second.push_back(&term);
+    }
+    return !byVariable.empty();
+}
+
+long long PiPowerOf(const KOBWBMonomial& monomial) {
+    for (const KOBWBMonomialFactor& factor : monomial)
+        if (factor.atom == KOBWBPolynomialContext::piAtom) return factor.exponent;
+    return 0;
+}
+
+KOBWBRational Magnitude(const KOBWBRational& value) { return value.Sign() < 0 ? -value : value; }
+
+} // namespace
+
+bool LinearForms::Eliminate(size_t position) {
+    Equation& entry = m_equations[position];
+    if (!entry.equation || !entry.readable || entry.equation->GetType() != KOBWBEqEqual) return false;
+    std::vector<std::pair<KOBWBVariable*, std::vector<const KOBWBPolynomialTerm*>>> byVariable;
+    if (!ReadLinearForm(m_context, entry.polynomial, byVariable)) return false;
+
+    // The pivot: fewest equations, then largest coefficient, then lowest index.
+    KOBWBVariable* pivot = nullptr;
+    const KOBWBPolynomialTerm* pivotTerm = nullptr;
+    size_t pivotWeight = 0;
+    for (const auto& candidate : byVariable) {
+        KOBWBVariable* variable = candidate.first;
+        if (variable->IsFixed() || candidate.second.size() != 1) continue;
+        const KOBWBPolynomialTerm* term = candidate.second[0];
+        const size_t weight = m_equationsOf[static_cast<size_t>(variable->GetIdx())].size();
+        bool better = !pivot || weight < pivotWeight;
+        if (pivot && weight == pivotWeight) {
+            const int order = KOBWBRational::Compare(Magnitude(term->coefficient.GetExact()),
+                                                     Magnitude(pivotTerm->coefficient.GetExact()));
+            better = order > 0 || (order == 0 && variable->GetIdx() < pivot->GetIdx());
+        }
+        if (better) {
+            pivot = variable;
+            pivotTerm = term;
+            pivotWeight = weight;
+        }
+    }
+    if (!pivot) return false;
+    if (m_trace) {
+        *m_trace << "  LinearForm[" << static_cast<int>(position) << "] = "
+                 << TraceExpression(m_context.ToExpression(entry.polynomial)).c_str() << lvrendl;
+        *m_trace << "Factor = " << pivotTerm->coefficient.ToString().c_str() << lvrendl;
+        *m_trace << "Weight of " << pivot->GetName() << " with weight (" << static_cast<int>(pivotWeight) << ")"
+                 << lvrendl;
+    }
+
+    // x = -(rest) / (c Pi^k).
+    std::vector<KOBWBPolynomialTerm> rest;
+    for (const KOBWBPolynomialTerm& term : entry.polynomial.GetTerms())
+        if (&term != pivotTerm) rest.push_back(term);
+    KOBWBPolynomial form = KOBWBPolynomial::FromTerms(std::move(rest));
+    form *= KOBWBCoefficient(KOBWBRational(-1) / pivotTerm->coefficient.GetExact());
+    const long long piPower = PiPowerOf(pivotTerm->monomial);
+    if (piPower != 0) form = KOBWBPolynomial::Multiply(form, KOBWBPolynomial::Atom(KOBWBPolynomialContext::piAtom, -piPower));
+    const std::vector<KOBWBVariable*> formVariables = m_context.GetVariables(form);
+
+    if (m_trace) *m_trace << "substitute variables at LinearForm[" << static_cast<int>(position) << "]" << lvrendl;
+    const size_t x = static_cast<size_t>(pivot->GetIdx());
+    for (size_t other : m_equationsOf[x]) {
+        if (other == position || !m_equations[other].equation) continue;
+        Equation& target = m_equations[other];
+        KOBWBPolynomial substituted = m_context.SubstituteVariable(target.polynomial, pivot, form);
+        if (m_trace) {
+            *m_trace << "  (" << TraceExpression(m_context.ToExpression(target.polynomial)).c_str()
+                     << ") simplified to      " << TraceExpression(m_context.ToExpression(substituted)).c_str()
+                     << lvrendl;
+        }
+        target.polynomial = std::move(substituted);
+        target.changed = true;
+        for (KOBWBVariable* variable : formVariables) m_equationsOf[static_cast<size_t>(variable->GetIdx())].insert(other);
+    }
+    for (int earlier : m_formsOf[x]) {
+        KOBWBPolynomial& earlierForm = *m_forms[static_cast<size_t>(earlier)];
+        earlierForm = m_context.SubstituteVariable(earlierForm, pivot, form);
+        for (KOBWBVariable* variable : formVariables) m_formsOf[static_cast<size_t>(variable->GetIdx())].insert(earlier);
+    }
+    for (KOBWBVariable* variable : formVariables) m_formsOf[static_cast<size_t>(variable->GetIdx())].insert(pivot->GetIdx());
+    m_equationsOf[x].clear();
+    m_formsOf[x].clear();
+    m_forms[x] = std::make_unique<KOBWBPolynomial>(std::move(form));
+
+    // The linear form is now the pivot's expression: its equation goes.
+    for (KOBWBVariable* variable : m_context.GetVariables(entry.polynomial))
+        m_equationsOf[static_cast<size_t>(variable->GetIdx())].erase(position);
+    m_factory.RemoveEquation(entry.equation);
+    return true;
+}
+
+} // namespace kobwb

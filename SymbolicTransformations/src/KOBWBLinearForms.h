@@ -1,0 +1,62 @@
+#ifndef KOBWBLinearForms_h
+#define KOBWBLinearForms_h
+
+#include "KOBWBPolynomial.h"
+
+#include <memory>
+#include <unordered_set>
+#include <vector>
+
+class KOBLVRStream;
+class KOBWBEquation;
+class KOBWBFactory;
+class KOBWBPolynomialContext;
+class KOBWBVariable;
+
+namespace kobwb {
+
+// The elimination of variables through the linear equations of a factory.
+//
+// A linear form is an equality whose root reads, exactly, as a sum of variables
+// times rational coefficients (with powers of Pi) and a constant: no real
+// coefficient, no other atom, no product of variables. The equations are taken
+// first to last; each one that is a linear form when its turn comes (after the
+// substitutions made so far) eliminates one of its variables, its pivot:
+//   - never a fixed variable, and only one whose coefficient is a single term;
+//   - the one that occurs in the fewest equations left, then the one with the
+//     largest absolute coefficient, then the one of lowest index.
+// The pivot's expression x = -(rest)/a is substituted into every other equation
+// that holds x, inside functions too, and into the expressions found earlier for
+// other variables, so that those stay in terms of the variables that remain. The
+// linear form's own equation is removed. A variable-to-equations index keeps each
+// substitution to the equations that hold the variable.
+class LinearForms {
+public:
+    // trace, when not null, receives the detail of each elimination.
+    LinearForms(KOBWBFactory& factory, KOBWBPolynomialContext& context, KOBLVRStream* trace);
+    ~LinearForms();
+
+    // Eliminates what it can. Equations rewritten get their new root (an equality
+    // that becomes exactly 0 is removed); changed receives them.
+    void Run(std::vector<KOBWBEquation*>& changed);
+    // The expression found for the variable of that index; null where none.
+    const KOBWBPolynomial* Form(int variableIndex) const;
+
+private:
+    struct Equation;
+    bool Eliminate(size_t equation);
+    void WriteTrace(const char* label, const KOBWBPolynomial& polynomial);
+
+    KOBWBFactory& m_factory;
+    KOBWBPolynomialContext& m_context;
+    KOBLVRStream* m_trace;
+    std::vector<Equation> m_equations;
+    // The equations (by position) and the earlier forms (by variable) that hold each variable.
+    std::vector<std::unordered_set<size_t>> m_equationsOf;
+    std::vector<std::unordered_set<int>> m_formsOf;
+    std::vector<std::unique_ptr<KOBWBPolynomial>> m_forms;
+};
+
+} // namespace kobwb
+
+#endif

@@ -1,0 +1,182 @@
+#include "KOBWBSymbolicTransformationsImp.h"
+
+#include "KOBLVRGlobalParameters.h"
+#include "KOBLVRStream.h"
+#include "KOBWBConstant.h"
+#include "KOBWBEquation.h"
+#include "KOBWBFactory.h"
+#include "KOBWBLinearForms.h"
+#include "KOBWBPolynomialContext.h"
+#include "KOBWBTransformationPasses.h"
+#include "KOBWBVariable.h"
+
+KOBWBSymbolicTransformationsImp::KOBWBSymbolicTransformationsImp(unsigned level, KOBWBFactory& factory)
+    : KOBWBSymbolicTransformations(level, factory) {
+    SetPropertyIdentifier(Constant, factory.RegisterProperty(KOBWBConstantProperty, 0));
+    SetPropertyIdentifier(Linear, factory.RegisterProperty(KOBWBLinearProperty, 0));
+}
+
+KOBWBSymbolicTransformationsImp::~KOBWBSymbolicTransformationsImp() = default;
+
+bool KOBWBSymbolicTransformationsImp::SetEquationToSimplify(int id) {
+    m_equationsToSimplify.Append(id);
+    return true;
+}
+
+bool KOBWBSymbolicTransformationsImp::AreInequalitiesInconsistent() { return m_inconsistent; }
+
+KOBWBExpression* KOBWBSymbolicTransformationsImp::VariableExpression(int index) const {
+    if (index < 0 || index >= m_variableExpressions.Size()) return nullptr;
+    return static_cast<KOBWBExpression*>(m_variableExpressions[index]);
+}
+
+bool KOBWBSymbolicTransformationsImp::Covers(const KOBWBEquation& equation, bool all) const {
+    return all || m_equationsToSimplify.BinarySearch(equation.GetId()) >= 0;
+}
+
+namespace {
+
+bool IsIntegerZero(const KOBWBExpression* node) {
+    if (!node || node->GetType() != KOBWBConstantType) return false;
+    const KOBWBValue& value = node->GetExprValue();
+    return !value.IsAFraction() && value.GetType() == KOBWBIntegerValue && value.GetAsInteger() == 0;
+}
+
+} // namespace
+
+KOBWBExpression* KOBWBSymbolicTransformationsImp::SimplifyExpression(KOBWBPolynomialContext& context,
+                                                                     KOBWBEquation& equation) {
+    KOBWBExpression* simplified = context.Simplify(equation.GetRoot());
+    if (!simplified) return equation.GetRoot();
+    return IsIntegerZero(simplified) && equation.GetType() == KOBWBEqEqual ? nullptr : simplified;
+}
+
+int KOBWBSymbolicTransformationsImp::DoRun() {
+    KOBWBFactory& factory = GetFactory();
+    factory.UseTemporaryStorage(1);
+    const KOBLVRGlobalParameters& parameters = GetGlobalParameters();
+    auto traceSystem = [&] {
+        KOBLVRStream* trace = parameters.GetTraceStream(1);
+        if (!trace) return;
+        std::vector<KOBWBExpression*> expressions;
+        for (int i = 0; i < m_variableExpressions.Size(); ++i)
+            expressions.push_back(static_cast<KOBWBExpression*>(m_variableExpressions[i]));
+        kobwb::TraceSystem(*trace, factory, expressions);
+    };
+    traceSystem();
+    if (GetMode() & 2) SetMode(GetMode() | 1);
+    const unsigned mode = GetMode();
+    m_equationsToSimplify.QuickSort();
+    const bool all = (mode & 2) || m_equationsToSimplify.Size() == 0;
+    {
+        KOBWBPolynomialContext context(factory);
+        for (KOBWBEquation* equation = factory.GetLastEquation(); equation;) {
+            KOBWBEquation* previous = factory.GetPrevEquation(equation);
+            if (Covers(*equation, all)) {
+                equation->DuplicateRoot();
+                KOBWBExpression* root = equation->GetRoot();
+                SetProperties(root);
+                if (mode & 6) {
+                    KOBLVRStream* trace = parameters.GetTraceStream(2);
+                    if (trace) *trace << "Before: " << kobwb::TraceExpression(root).c_str() << lvrendl;
+                    kobwb::FlattenAssociative(root);
+                    if (trace) *trace << "After : " << kobwb::TraceExpression(root).c_str() << lvrendl;
+                }
+                if (mode & 4) {
+                    if (KOBWBExpression* simplified = SimplifyExpression(context, *equation)) {
+                        SetProperties(simplified);
+                        equation->SetRoot(simplified);
+                    } else {
+                        factory.RemoveEquation(equation);
+                    }
+                }
+            }
+            equation = previous;
+        }
+        if (mode & 2) {
+            SubstituteLinearForms(context);
+            traceSystem();
+        }
+        for (KOBWBEquation* equation = factory.GetLastEquation(); equation; equation = factory.GetPrevEquation(equation)) {
+            if (!Covers(*equation, all)) continue;
+            equation->SetRoot(kobwb::CanonicalizeConstants(factory, equation->GetRoot()));
+            if (mode & 8) kobwb::BinarizeOperators(factory, equation->GetRoot());
+        }
+    }
+    m_equationsToSimplify.SetDimension(0);
+    factory.UseTemporaryStorage(0);
+    if (mode & 2) WriteVariableExpressions();
+    return 0;
+}
+
+void KOBWBSymbolicTransformationsImp::SubstituteLinearForms(KOBWBPolynomialContext& context) {
+    KOBWBFactory& factory = GetFactory();
+    const int variables = factory.GetNbOfVariables();
+    m_variableExpressions.Size(variables, nullptr);
+    for (int i = 0; i < variables; ++i) m_variableExpressions[i] = nullptr;
+    m_forms.assign(static_cast<size_t>(variables), {});
+
+    kobwb::LinearForms forms(factory, context, GetGlobalParameters().GetTraceStream(2));
+    std::vector<KOBWBEquation*> changed;
+    forms.Run(changed);
+    for (KOBWBEquation* equation : changed) SetProperties(equation->GetRoot());
+    for (int i = 0; i < variables; ++i) {
+        const KOBWBPolynomial* form = forms.Form(i);
+        if (!form) continue;
+        // Written now for the trace of the system; written again once the run's storage is gone.
+        m_variableExpressions[i] = context.ToExpression(*form);
+        std::vector<FormTerm>& terms = m_forms[static_cast<size_t>(i)];
+        for (const KOBWBPolynomialTerm& term : form->GetTerms()) {
+            FormTerm entry{-1, term.coefficient.GetExact(), 0};
+            for (const KOBWBMonomialFactor& factor : term.monomial) {
+                if (factor.atom == KOBWBPolynomialContext::piAtom)
+                    entry.piPower = factor.exponent;
+                else if (KOBWBVariable* variable = context.GetAtomVariable(factor.atom))
+                    entry.variable = variable->GetIdx();
+            }
+            terms.push_back(std::move(entry));
+        }
+    }
+    if (GetMode() & 16) CheckInequalities();
+}
+
+void KOBWBSymbolicTransformationsImp::WriteVariableExpressions() {
+    KOBWBFactory& factory = GetFactory();
+    KOBWBPolynomialContext context(factory);
+    for (size_t i = 0; i < m_forms.size() && static_cast<int>(i) < m_variableExpressions.Size(); ++i) {
+        if (m_forms[i].empty() && !m_variableExpressions[static_cast<int>(i)]) continue;
+        KOBWBPolynomial form;
+        for (const FormTerm& term : m_forms[i]) {
+            KOBWBPolynomial piece{KOBWBCoefficient(term.coefficient)};
+            if (term.piPower != 0)
+                piece = KOBWBPolynomial::Multiply(piece, KOBWBPolynomial::Atom(KOBWBPolynomialContext::piAtom, term.piPower));
+            if (term.variable >= 0)
+                piece = KOBWBPolynomial::Multiply(
+                    piece, KOBWBPolynomial::Atom(context.GetVariableAtom(factory.GetVariable(term.variable))));
+            form += piece;
+        }
+        m_variableExpressions[static_cast<int>(i)] = context.ToExpression(form);
+    }
+}
+
+void KOBWBSymbolicTransformationsImp::CheckInequalities() {
+    KOBWBFactory& factory = GetFactory();
+    m_inconsistent = false;
+    for (KOBWBEquation* equation = factory.GetLastEquation(); equation; equation = factory.GetPrevEquation(equation))
+        if (!kobwb::CanHold(factory.GetEnvironment(), *equation, GetProperty(equation->GetRoot(), Constant)))
+            m_inconsistent = true;
+}
+
+void KOBWBSymbolicTransformationsImp::WriteInput(KOBLVRStream& stream) const {
+    KOBWBSymbolicTransformations::WriteInput(stream);
+    stream.GetStorage().AddSection("#!MODE", "", KOBLVRString(static_cast<int>(GetMode())), KOBLVRStorage::Input, 1);
+    stream.WriteSections(KOBLVRStorage::Input);
+}
+
+void KOBWBSymbolicTransformationsImp::WriteOutput(KOBLVRStream& stream) const {
+    KOBWBSymbolicTransformations::WriteOutput(stream);
+    if (GetMode() & 16)
+        stream.GetStorage().AddSection("#!INCONSISTENCIES", "", m_inconsistent ? "FOUND" : "NOTFOUND",
+                                       KOBLVRStorage::Output, 2);
+    stream.WriteSections(KOBLVRStorage::Output);
+}

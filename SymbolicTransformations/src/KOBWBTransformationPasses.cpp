@@ -1,0 +1,217 @@
+#include "KOBWBTransformationPasses.h"
+
+#include "KOBLVRStream.h"
+#include "KOBWBComparisons.h"
+#include "KOBWBConstant.h"
+#include "KOBWBEquation.h"
+#include "KOBWBFactory.h"
+#include "KOBWBVariable.h"
+
+#include <cstdio>
+#include <unordered_set>
+#include <vector>
+
+namespace kobwb {
+namespace {
+
+bool IsAssociative(KOBWBExpressionType type) {
+    return type == KOBWBSumType || type == KOBWBProductType || type == KOBWBMinType || type == KOBWBMaxType;
+}
+
+// Calls visit on every node below root and on root, children before parents, each
+// shared node once.
+template <class Visit>
+void PostOrder(KOBWBExpression* root, Visit visit) {
+    if (!root) return;
+    struct Frame {
+        KOBWBExpression* node;
+        int next;
+    };
+    std::vector<Frame> frames{{root, 0}};
+    std::unordered_set<const KOBWBExpression*> seen{root};
+    while (!frames.empty()) {
+        const size_t top = frames.size() - 1;
+        KOBWBExpression* node = frames[top].node;
+        if (frames[top].next < node->GetNbOfChildren()) {
+            KOBWBExpression* child = node->GetChild(frames[top].next++);
+            if (child && seen.insert(child).second) frames.push_back({child, 0});
+            continue;
+        }
+        frames.pop_back();
+        visit(node);
+    }
+}
+
+// The canonical form of an exact fraction constant; null for other nodes.
+KOBWBExpression* CanonicalConstant(KOBWBFactory& factory, KOBWBExpression* node) {
+    if (node->GetType() != KOBWBConstantType || !node->GetExprValue().IsAFraction()) return nullptr;
+    KOBWBValue value(node->GetExprValue());
+    value.SimplifyFraction(false);
+    if (!value.IsAFraction()) return factory.CreateConstant(value);
+    const KOBWBFraction f = value.GetAsFraction();
+    const int n = f.numerator, d = f.denominator, k = f.powerOfPi;
+    if (n == 1 && d == 180 && k == 1) return factory.CreateConstantDTOR();
+    if (n == 180 && d == 1 && k == -1) return factory.CreateConstantRTOD();
+    KOBWBExpression* pi = nullptr;
+    if (k != 0) {
+        pi = factory.CreateConstantPi();
+        if (k > 1 || k < -1) pi = factory.CreatePower(pi, k > 0 ? k : -k);
+    }
+    KOBWBExpression* numerator = k > 0 && n == 1 ? pi : factory.CreateIntegerConstant(n);
+    if (k > 0 && n != 1) numerator = factory.CreateProduct(numerator, pi);
+    if (d == 1) return k >= 0 ? numerator : factory.CreateQuotient(numerator, pi);
+    KOBWBExpression* denominator = factory.CreateIntegerConstant(d);
+    if (k < 0) denominator = factory.CreateProduct(denominator, pi);
+    return factory.CreateQuotient(numerator, denominator);
+}
+
+} // namespace
+
+void FlattenAssociative(KOBWBExpression* root) {
+    PostOrder(root, [](KOBWBExpression* node) {
+        const KOBWBExpressionType type = node->GetType();
+        if (!IsAssociative(type)) return;
+        for (int i = node->GetNbOfChildren() - 1; i >= 0; --i) {
+            KOBWBExpression* child = node->GetChild(i);
+            if (!child || child->GetType() != type || child == node) continue;
+            node->RemoveChild(i);
+            for (int j = 0; j < child->GetNbOfChildren(); ++j) node->AddChild(child->GetChild(j));
+        }
+    });
+}
+
+void BinarizeOperators(KOBWBFactory& factory, KOBWBExpression* root) {
+    PostOrder(root, [&factory](KOBWBExpression* node) {
+        const KOBWBExpressionType type = node->GetType();
+        if (!IsAssociative(type)) return;
+        while (node->GetNbOfChildren() >= 3) {
+            KOBWBExpression* pair[] = {node->GetChild(0), node->GetChild(1)};
+            KOBWBExpression* joined = factory.CreateAlgebraicOperator(type, 2, pair);
+            if (!joined || !node->RemoveChild(0)) return;
+            node->ReplaceChild(0, joined);
+        }
+    });
+}
+
+KOBWBExpression* CanonicalizeConstants(KOBWBFactory& factory, KOBWBExpression* root) {
+    if (!root) return nullptr;
+    if (KOBWBExpression* constant = CanonicalConstant(factory, root)) return constant;
+    PostOrder(root, [&factory](KOBWBExpression* node) {
+        for (int i = 0; i < node->GetNbOfChildren(); ++i) {
+            KOBWBExpression* child = node->GetChild(i);
+            if (KOBWBExpression* constant = child ? CanonicalConstant(factory, child) : nullptr)
+                node->ReplaceChild(i, constant);
+        }
+    });
+    return root;
+}
+
+bool CanHold(const KOBWBEnvironment& environment, KOBWBEquation& equation, bool constantRoot) {
+    KOBWBExpression* root = equation.GetRoot();
+    const KOBWBEquationType type = equation.GetType();
+    if (!root || !constantRoot || type < KOBWBEqNotEqual || type > KOBWBEqGreater) return true;
+    KOBWBValue value;
+    root->Eval(value);
+    const KOBWBValue zero(0);
+    KOBWBValue verdict;
+    switch (type) {
+    case KOBWBEqNotEqual: verdict = KOBWBNotEqual(environment, value, zero); break;
+    case KOBWBEqLessEqual: verdict = KOBWBLessEqual(environment, value, zero); break;
+    case KOBWBEqLess: verdict = KOBWBNot(KOBWBLessEqual(environment, zero, value)); break;
+    case KOBWBEqGreaterEqual: verdict = KOBWBLessEqual(environment, zero, value); break;
+    default: verdict = KOBWBNot(KOBWBLessEqual(environment, value, zero)); break;
+    }
+    return verdict.GetAsBoolean() == KOBWBTrue;
+}
+
+namespace {
+
+const char* Head(KOBWBExpressionType type) {
+    switch (type) {
+    case KOBWBSumType: return "+(";
+    case KOBWBProductType: return "*(";
+    case KOBWBQuotientType: return "/(";
+    case KOBWBPowerType: return "^(";
+    case KOBWBLnType: return "Ln(";
+    case KOBWBExpType: return "Exp(";
+    case KOBWBSinType: return "Sin(";
+    case KOBWBCosType: return "Cos(";
+    case KOBWBTanType: return "Tan(";
+    default: return "?(";
+    }
+}
+
+std::string Number(double value) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%g", value);
+    return text;
+}
+
+std::string Leaf(const KOBWBExpression* node) {
+    if (node->GetType() == KOBWBVariableType)
+        return const_cast<KOBWBVariable*>(static_cast<const KOBWBVariable*>(node))->GetName().str();
+    const KOBWBValue& value = node->GetExprValue();
+    if (value.IsAFraction()) {
+        const KOBWBFraction f = value.GetAsFraction();
+        std::string text = "{" + std::to_string(f.numerator) + "/" + std::to_string(f.denominator);
+        if (f.powerOfPi != 0) text += " * Pi^" + std::to_string(f.powerOfPi);
+        return text + "}";
+    }
+    switch (value.GetType()) {
+    case KOBWBIntegerValue:
+    case KOBWBRealValue: return Number(value.GetAsDouble());
+    case KOBWBIntegerIntervalValue:
+    case KOBWBRealIntervalValue: {
+        const KOBWBRealInterval interval = value.GetAsRealInterval();
+        return "[" + Number(interval.lower) + ", " + Number(interval.upper) + "]";
+    }
+    default: return "??";
+    }
+}
+
+constexpr size_t maxTrace = 1000000;
+
+} // namespace
+
+std::string TraceExpression(const KOBWBExpression* expression) {
+    std::string text;
+    // Pending pieces: a node to write, or a literal text (node null).
+    struct Piece {
+        const KOBWBExpression* node;
+        const char* literal;
+    };
+    std::vector<Piece> pending{{expression, "NULL"}};
+    while (!pending.empty() && text.size() <= maxTrace) {
+        const Piece piece = pending.back();
+        pending.pop_back();
+        if (!piece.node) {
+            text += piece.literal;
+            continue;
+        }
+        const int count = piece.node->GetNbOfChildren();
+        if (piece.node->GetType() == KOBWBVariableType || piece.node->GetType() == KOBWBConstantType) {
+            text += Leaf(piece.node);
+            continue;
+        }
+        text += Head(piece.node->GetType());
+        pending.push_back({nullptr, ")"});
+        for (int i = count - 1; i >= 0; --i) {
+            pending.push_back({piece.node->GetChild(i), "NULL"});
+            if (i > 0) pending.push_back({nullptr, ", "});
+        }
+    }
+    if (text.size() > maxTrace) text += "...";
+    return text;
+}
+
+void TraceSystem(KOBLVRStream& stream, KOBWBFactory& factory, const std::vector<KOBWBExpression*>& variableExpressions) {
+    int index = 0;
+    for (KOBWBEquation* equation = factory.GetFirstEquation(); equation; equation = equation->GetNext())
+        stream << "Eq[" << index++ << "] = " << TraceExpression(equation->GetRoot()).c_str() << lvrendl;
+    const int count = static_cast<int>(variableExpressions.size());
+    if (count <= 0 || count != factory.GetNbOfVariables()) return;
+    for (int i = 0; i < count; ++i)
+        stream << "Var[" << i << "] = " << TraceExpression(variableExpressions[static_cast<size_t>(i)]).c_str() << lvrendl;
+}
+
+} // namespace kobwb

@@ -1,0 +1,198 @@
+#include "KOBLVRGlobalParameters.h"
+#include "KOBLVRStream.h"
+#include "KOBWBConstant.h"
+#include "KOBWBEquation.h"
+#include "KOBWBFactory.h"
+#include "KOBWBSymbolicTransformations.h"
+#include "KOBWBVariable.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <sstream>
+
+namespace {
+
+struct Remover {
+    void operator()(KOBWBSymbolicTransformations* transformations) const { KOBRemove(transformations); }
+};
+typedef std::unique_ptr<KOBWBSymbolicTransformations, Remover> Operator;
+
+Operator Make(KOBWBFactory& factory, unsigned mode, bool old = false) {
+    factory.GetEnvironment().SetUseOldSymbolicTransformations(old);
+    Operator transformations(KOBCreateWBSymbolicTransformations(0, factory));
+    transformations->SetMode(mode);
+    return transformations;
+}
+
+// Opens the protected property reading for the tests.
+struct Marks : KOBWBSymbolicTransformations {
+    static bool Of(KOBWBSymbolicTransformations& op, KOBWBExpression* e, KOBWBProperty p) {
+        return (op.*(&Marks::GetProperty))(e, p);
+    }
+};
+
+} // namespace
+
+TEST(KOBWBSymbolicTransformations, OperatorFrame) {
+    KOBWBFactory factory;
+    Operator transformations = Make(factory, 0);
+    EXPECT_EQ(transformations->GetOperatorName(), "KOBWBSymbolicTransformations");
+    EXPECT_EQ(transformations->GetOperatorShortName(), "ST");
+    EXPECT_EQ(transformations->GetVersionOfStream(), 0);
+    EXPECT_TRUE(transformations->SetEquationToSimplify(3));
+    // An empty factory: nothing to do, storage back to normal.
+    EXPECT_EQ(transformations->Run(), 0);
+    EXPECT_FALSE(factory.IsUsingTemporaryStorage());
+    EXPECT_FALSE(transformations->AreInequalitiesInconsistent());
+    Operator old = Make(factory, 2, true);
+    EXPECT_FALSE(old->SetEquationToSimplify(0));
+    EXPECT_EQ(old->Run(), 0);
+    KOBRemove(nullptr);
+}
+
+TEST(KOBWBSymbolicTransformations, MarksConstantAndLinear) {
+    KOBWBFactory factory;
+    KOBWBVariable* x = factory.CreateVariable();
+    KOBWBVariable* y = factory.CreateVariable();
+    KOBWBExpression* two = factory.CreateIntegerConstant(2);
+    KOBWBExpression* three = factory.CreateIntegerConstant(3);
+    KOBWBExpression* twoVariables[] = {two, x, y};
+    KOBWBExpression* oneVariable[] = {two, three, x};
+    KOBWBEquation* nonlinear = factory.AddEquation(factory.CreateProduct(3, twoVariables), KOBWBEqLessEqual);
+    KOBWBEquation* linear = factory.AddEquation(factory.CreateProduct(3, oneVariable), KOBWBEqLessEqual);
+    KOBWBEquation* constant = factory.AddEquation(factory.CreateSum(two, three), KOBWBEqLessEqual);
+    Operator transformations = Make(factory, 1);
+    transformations->Run();
+    EXPECT_FALSE(Marks::Of(*transformations, nonlinear->GetRoot(), Linear));
+    EXPECT_TRUE(Marks::Of(*transformations, linear->GetRoot(), Linear));
+    EXPECT_FALSE(Marks::Of(*transformations, linear->GetRoot(), Constant));
+    EXPECT_TRUE(Marks::Of(*transformations, constant->GetRoot(), Constant));
+    EXPECT_TRUE(Marks::Of(*transformations, constant->GetRoot(), Linear));
+}
+
+TEST(KOBWBSymbolicTransformations, FlattensAndBinarises) {
+    KOBWBFactory factory;
+    KOBWBVariable* v[4];
+    for (KOBWBVariable*& variable : v) variable = factory.CreateVariable();
+    const auto nested = [&] {
+        return factory.CreateSum(v[0], factory.CreateSum(v[1], factory.CreateProduct(v[2], v[3])));
+    };
+    // Mode 2 flattens and leaves a nonlinear equation otherwise as it was.
+    KOBWBEquation* equation = factory.AddEquation(nested(), KOBWBEqEqual);
+    Make(factory, 2)->Run();
+    ASSERT_EQ(equation->GetRoot()->GetType(), KOBWBSumType);
+    EXPECT_EQ(equation->GetRoot()->GetNbOfChildren(), 3);
+    // With bit 8 the sum ends as a left chain of binary sums.
+    KOBWBEquation* chained = factory.AddEquation(nested(), KOBWBEqEqual);
+    Make(factory, 2 | 8)->Run();
+    KOBWBExpression* root = chained->GetRoot();
+    ASSERT_EQ(root->GetNbOfChildren(), 2);
+    EXPECT_EQ(root->GetChild(0)->GetType(), KOBWBSumType);
+    EXPECT_EQ(root->GetChild(0)->GetNbOfChildren(), 2);
+    EXPECT_EQ(root->GetChild(1)->GetType(), KOBWBProductType);
+    // The older implementation flattens in place with the same result.
+    KOBWBEquation* inPlace = factory.AddEquation(nested(), KOBWBEqEqual);
+    KOBWBExpression* before = inPlace->GetRoot();
+    Make(factory, 2 | 8, true)->Run();
+    EXPECT_EQ(inPlace->GetRoot(), before);
+    EXPECT_EQ(before->GetNbOfChildren(), 2);
+}
+
+TEST(KOBWBSymbolicTransformations, ConstantsOfAnglesAreCanonical) {
+    KOBWBFactory factory;
+    KOBWBVariable* x = factory.CreateVariable();
+    // x - Pi/180 and x - 180/Pi, written as quotients.
+    KOBWBEquation* degree = factory.AddEquation(x, KOBWBEqEqual, factory.CreateQuotient(factory.CreateConstantPi(),
+                                                                                      factory.CreateIntegerConstant(180)));
+    KOBWBEquation* radian = factory.AddEquation(x, KOBWBEqGreaterEqual, factory.CreateQuotient(factory.CreateIntegerConstant(180),
+                                                                                             factory.CreateConstantPi()));
+    Make(factory, 4)->Run();
+    const auto holds = [](KOBWBExpression* root, KOBWBExpression* constant) {
+        for (int i = 0; i < root->GetNbOfChildren(); ++i)
+            if (root->GetChild(i) == constant) return true;
+        return false;
+    };
+    KOBWBExpression* dtor = factory.CreateConstantDTOR();
+    KOBWBExpression* rtod = factory.CreateConstantRTOD();
+    ASSERT_EQ(degree->GetRoot()->GetType(), KOBWBSumType);
+    // -Pi/180 is written -1 times the degree constant or as the fraction's own quotient.
+    x->SetExprValue(KOBWBValue(1.0));
+    EXPECT_NEAR(degree->GetRoot()->Eval(), 1.0 - 3.14159265358979323846 / 180, 1e-12);
+    EXPECT_NEAR(radian->GetRoot()->Eval(), 1.0 - 180 / 3.14159265358979323846, 1e-12);
+    KOBWBEquation* plain = factory.AddEquation(factory.CreateProduct(x, factory.CreateQuotient(factory.CreateConstantPi(),
+                                                                                             factory.CreateIntegerConstant(180))),
+                                               KOBWBEqEqual);
+    Make(factory, 4)->Run();
+    EXPECT_TRUE(holds(plain->GetRoot(), dtor));
+    KOBWBEquation* back = factory.AddEquation(factory.CreateProduct(x, factory.CreateQuotient(factory.CreateIntegerConstant(180),
+                                                                                            factory.CreateConstantPi())),
+                                              KOBWBEqEqual);
+    Make(factory, 4)->Run();
+    EXPECT_TRUE(holds(back->GetRoot(), rtod));
+}
+
+TEST(KOBWBSymbolicTransformations, JudgesConstantInequalitiesOnly) {
+    KOBWBFactory factory;
+    KOBWBVariable* x = factory.CreateVariable();
+    factory.AddEquation(factory.CreateIntegerConstant(1), KOBWBEqLessEqual, factory.CreateIntegerConstant(2));
+    factory.AddEquation(x, KOBWBEqGreater, factory.CreateIntegerConstant(1000));
+    std::ostringstream out;
+    KOBLVRStream replay(&out);
+    Operator transformations = Make(factory, 2 | 4 | 16);
+    transformations->SetReplayStream(&replay);
+    transformations->Run();
+    EXPECT_FALSE(transformations->AreInequalitiesInconsistent());
+    EXPECT_NE(out.str().find("#!INCONSISTENCIES\nNOTFOUND"), std::string::npos);
+    factory.AddEquation(factory.CreateIntegerConstant(3), KOBWBEqLess, factory.CreateIntegerConstant(2));
+    transformations->SetMode(2 | 16);
+    transformations->Run();
+    EXPECT_TRUE(transformations->AreInequalitiesInconsistent());
+    EXPECT_NE(out.str().find("#!INCONSISTENCIES\nFOUND"), std::string::npos);
+    EXPECT_NE(out.str().find("#!MODE\n18"), std::string::npos);
+    // Without bit 16 the section is not written.
+    out.str("");
+    transformations->SetMode(4);
+    transformations->Run();
+    EXPECT_EQ(out.str().find("#!INCONSISTENCIES"), std::string::npos);
+}
+
+TEST(KOBWBSymbolicTransformations, SimplifiesOnlyTheSelectedEquations) {
+    KOBWBFactory factory;
+    KOBWBVariable* x = factory.CreateVariable();
+    const auto twice = [&] { return factory.CreateSum(x, x); };
+    KOBWBEquation* first = factory.AddEquation(twice(), KOBWBEqEqual);
+    KOBWBEquation* second = factory.AddEquation(twice(), KOBWBEqEqual);
+    KOBWBEquation* gone = factory.AddEquation(factory.CreateSub(twice(), factory.CreateProduct(factory.CreateIntegerConstant(2), x)),
+                                              KOBWBEqEqual);
+    const int goneId = gone->GetId();
+    Operator transformations = Make(factory, 4);
+    transformations->SetEquationToSimplify(second->GetId());
+    transformations->SetEquationToSimplify(goneId);
+    transformations->SetEquationToSimplify(goneId);
+    transformations->SetEquationToSimplify(12345);
+    transformations->Run();
+    EXPECT_EQ(first->GetRoot()->GetType(), KOBWBSumType);
+    EXPECT_EQ(second->GetRoot()->GetType(), KOBWBProductType);
+    EXPECT_EQ(factory.GetEquationById(goneId), nullptr);
+    EXPECT_EQ(factory.GetNbOfEquations(), 2);
+    // The list is emptied by the run: the next covers every equation.
+    transformations->Run();
+    EXPECT_EQ(first->GetRoot()->GetType(), KOBWBProductType);
+}
+
+TEST(KOBWBSymbolicTransformations, BadInputDoesNotBreakARun) {
+    KOBWBFactory factory;
+    KOBWBVariable* x = factory.CreateVariable();
+    KOBWBEquation* nullRoot = factory.AddEquation(x, KOBWBEqEqual);
+    nullRoot->SetRoot(nullptr);
+    factory.AddEquation(factory.CreateSum(x, factory.CreateIntegerConstant(1)), KOBWBEqEqual);
+    for (bool old : {false, true}) {
+        Operator transformations = Make(factory, 0xFFFFFFFFu, old);
+        transformations->SetEquationToSimplify(-7);
+        EXPECT_EQ(transformations->Run(), 0);
+        EXPECT_EQ(transformations->GetVariableExpression(-1), nullptr);
+        EXPECT_EQ(transformations->GetVariableExpression(100), nullptr);
+    }
+    EXPECT_FALSE(factory.IsUsingTemporaryStorage());
+}
