@@ -20,7 +20,7 @@ KOBWBExpression::~KOBWBExpression() {
     if (!(m_flags & (hasOwnValue | hasProperties))) return;
     kobwb::NodeSideTables& tables = m_factory.SideTables();
     tables.ownValues.erase(this);
-    tables.properties.erase(this);
+    tables.properties.Erase(m_slot, this);
 }
 
 void* KOBWBExpression::operator new(std::size_t size, KOBWBFactory& factory) noexcept {
@@ -188,38 +188,39 @@ int KOBWBExpression::GetProperty(int property) const {
     const int fallback = m_factory.GetDefaultPropertyValue(property);
     const PropertyTable* table = Properties();
     if (!table || property < 0 || property >= table->count) return fallback;
-    const int stored = table->data[property];
+    const int stored = table->Data()[property];
     return stored == -1 ? fallback : stored;
 }
 
 void KOBWBExpression::SetProperty(int property, int value) {
     if (!(m_flags & hasProperties) && value == m_factory.GetDefaultPropertyValue(property)) return;
-    PropertyTable& table = m_factory.SideTables().properties[this];
+    PropertyTable& table = m_factory.SideTables().properties.Make(m_slot, this);
     m_flags |= hasProperties;
     if (property < table.count) {
-        table.data[property] = value;
+        table.Data()[property] = value;
         return;
     }
     const int size = property + 1;
     if (size > table.capacity) {
         int capacity = table.capacity < 4 ? 4 : table.capacity;
         while (capacity < size) capacity *= 2;
-        std::unique_ptr<int[]> data(new (std::nothrow) int[static_cast<size_t>(capacity)]);
-        if (!data) return;
-        for (int i = 0; i < table.count; ++i) data[i] = table.data[i];
-        table.data = std::move(data);
+        if (capacity > PropertyTable::inlineCapacity) {
+            std::unique_ptr<int[]> data(new (std::nothrow) int[static_cast<size_t>(capacity)]);
+            if (!data) return;
+            for (int i = 0; i < table.count; ++i) data[i] = table.Data()[i];
+            table.heap = std::move(data);
+        }
         table.capacity = capacity;
     }
-    for (int i = table.count; i < size; ++i) table.data[i] = -1;
+    int* data = table.Data();
+    for (int i = table.count; i < size; ++i) data[i] = -1;
     table.count = size;
-    table.data[property] = value;
+    data[property] = value;
 }
 
 const PropertyTable* KOBWBExpression::Properties() const {
     if (!(m_flags & hasProperties)) return nullptr;
-    const auto& tables = m_factory.SideTables().properties;
-    const auto table = tables.find(this);
-    return table == tables.end() ? nullptr : &table->second;
+    return m_factory.SideTables().properties.Find(m_slot, this);
 }
 
 int KOBWBExpression::GetPropertyTableSize() const {
