@@ -5,9 +5,9 @@
 #include "KOBWBSymbolicTransformationsImp.h"
 #include "KOBWBSymbolicTransformationsImp2.h"
 
+#include "KOBWBTransformationPasses.h"
+
 #include <new>
-#include <unordered_map>
-#include <vector>
 
 const char* const KOBWBConstantProperty = "constant";
 const char* const KOBWBLinearProperty = "linear";
@@ -58,28 +58,12 @@ void KOBWBSymbolicTransformations::SetProperty(KOBWBExpression* expression, KOBW
 void KOBWBSymbolicTransformations::SetProperties(KOBWBExpression* expression) {
     if (!expression) return;
     const bool linearToo = (m_mode & 1) != 0;
-    // Children before parents, every shared node once, without recursion.
-    struct Frame {
-        KOBWBExpression* node;
-        int next;
-    };
-    std::vector<Frame> frames{{expression, 0}};
-    std::unordered_map<const KOBWBExpression*, bool> done;
-    while (!frames.empty()) {
-        Frame& frame = frames.back();
-        KOBWBExpression* node = frame.node;
-        if (frame.next < node->GetNbOfChildren()) {
-            KOBWBExpression* child = node->GetChild(frame.next++);
-            if (child && !done.count(child)) frames.push_back({child, 0});
-            continue;
-        }
-        frames.pop_back();
-        done[node] = true;
+    kobwb::PostOrder(expression, [this, linearToo](KOBWBExpression* node) {
         const KOBWBExpressionType type = node->GetType();
         if (type == KOBWBVariableType || type == KOBWBConstantType) {
             SetProperty(node, Constant, type == KOBWBConstantType);
             if (linearToo) SetProperty(node, Linear, true);
-            continue;
+            return;
         }
         int count = 0, constants = 0, linears = 0;
         for (int i = 0; i < node->GetNbOfChildren(); ++i) {
@@ -87,15 +71,14 @@ void KOBWBSymbolicTransformations::SetProperties(KOBWBExpression* expression) {
             if (!child) continue;
             ++count;
             constants += GetProperty(child, Constant) ? 1 : 0;
-            linears += GetProperty(child, Linear) ? 1 : 0;
+            linears += linearToo && GetProperty(child, Linear) ? 1 : 0;
         }
         SetProperty(node, Constant, constants == count);
-        if (!linearToo) continue;
         // Linearity is only ever set, never cleared.
-        if ((type == KOBWBSumType && linears == count) ||
-            (type == KOBWBProductType && linears == count && count - constants <= 1))
+        if (linearToo && ((type == KOBWBSumType && linears == count) ||
+                          (type == KOBWBProductType && linears == count && count - constants <= 1)))
             SetProperty(node, Linear, true);
-    }
+    });
 }
 
 KOBWBSymbolicTransformations* KOBCreateWBSymbolicTransformations(unsigned level, KOBWBFactory& factory) {

@@ -18,30 +18,6 @@ bool IsAssociative(KOBWBExpressionType type) {
     return type == KOBWBSumType || type == KOBWBProductType || type == KOBWBMinType || type == KOBWBMaxType;
 }
 
-// Calls visit on every node below root and on root, children before parents, each
-// shared node once.
-template <class Visit>
-void PostOrder(KOBWBExpression* root, Visit visit) {
-    if (!root) return;
-    struct Frame {
-        KOBWBExpression* node;
-        int next;
-    };
-    std::vector<Frame> frames{{root, 0}};
-    std::unordered_set<const KOBWBExpression*> seen{root};
-    while (!frames.empty()) {
-        const size_t top = frames.size() - 1;
-        KOBWBExpression* node = frames[top].node;
-        if (frames[top].next < node->GetNbOfChildren()) {
-            KOBWBExpression* child = node->GetChild(frames[top].next++);
-            if (child && seen.insert(child).second) frames.push_back({child, 0});
-            continue;
-        }
-        frames.pop_back();
-        visit(node);
-    }
-}
-
 // The canonical form of an exact fraction constant; null for other nodes.
 KOBWBExpression* CanonicalConstant(KOBWBFactory& factory, KOBWBExpression* node) {
     if (node->GetType() != KOBWBConstantType || !node->GetExprValue().IsAFraction()) return nullptr;

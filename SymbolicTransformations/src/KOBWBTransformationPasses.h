@@ -1,18 +1,49 @@
 #ifndef KOBWBTransformationPasses_h
 #define KOBWBTransformationPasses_h
 
+#include "KOBWBExpression.h"
+
+#include <cstddef>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 class KOBWBEnvironment;
 class KOBWBEquation;
-class KOBWBExpression;
 class KOBWBFactory;
 class KOBLVRStream;
 
 // The passes of the symbolic transformations over one expression graph. Each walks
 // the graph with an explicit stack and visits a shared node once.
 namespace kobwb {
+
+// Calls visit on every node below root and on root, children before parents. A
+// shared node is visited once: past the first nodes, the walk remembers those it
+// has seen, so that small trees are walked without that bookkeeping (their few
+// shared nodes may then be visited twice, which the passes do not mind).
+template <class Visit>
+void PostOrder(KOBWBExpression* root, Visit visit) {
+    if (!root) return;
+    constexpr std::size_t remembering = 64;
+    struct Frame {
+        KOBWBExpression* node;
+        int next;
+    };
+    std::vector<Frame> frames{{root, 0}};
+    std::unordered_set<const KOBWBExpression*> seen;
+    std::size_t walked = 0;
+    while (!frames.empty()) {
+        const std::size_t top = frames.size() - 1;
+        KOBWBExpression* node = frames[top].node;
+        if (frames[top].next < node->GetNbOfChildren()) {
+            KOBWBExpression* child = node->GetChild(frames[top].next++);
+            if (child && (++walked <= remembering || seen.insert(child).second)) frames.push_back({child, 0});
+            continue;
+        }
+        frames.pop_back();
+        visit(node);
+    }
+}
 
 // Sums, products, mins and maxes absorb the children of their children of the same
 // kind, which are appended at the end: a+(b+(c+d)) becomes one sum of a, b, c, d.

@@ -215,6 +215,8 @@ private:
     };
 
     KOBWBExpression* NegatedConstant(KOBWBExpression* constant);
+    // The position of the equation of that id in the list, -1 when none.
+    int EquationPosition(int id) const;
     struct DerivativePass;
     // d expr / d v, made bottom-up (see DerivativePass); 0 for a constant expr when
     // zeroIfConstant, expr's own rule otherwise.

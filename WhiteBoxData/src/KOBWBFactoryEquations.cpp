@@ -22,23 +22,33 @@ KOBWBEquation* KOBWBFactory::AddEquation(KOBWBExpression* left, KOBWBEquationTyp
 
 void KOBWBFactory::RemoveEquation(KOBWBEquation*& equation) {
     if (!equation) return;
-    if (m_equations.RemoveValue(equation)) delete equation;
+    // Equations are listed in the order of their ids: the position is found by halving.
+    const int position = EquationPosition(equation->GetId());
+    if (position >= 0 && m_equations[position] == equation) {
+        m_equations.RemovePosition(position);
+        delete equation;
+    }
     equation = nullptr;
 }
 
-KOBWBEquation* KOBWBFactory::GetEquationById(int id) const {
+int KOBWBFactory::EquationPosition(int id) const {
     int low = 0;
     int high = m_equations.Size() - 1;
     while (low <= high) {
         const int middle = low + (high - low) / 2;
-        KOBWBEquation* equation = m_equations[middle];
-        if (equation->GetId() == id) return equation;
-        if (equation->GetId() < id)
+        const int middleId = m_equations[middle]->GetId();
+        if (middleId == id) return middle;
+        if (middleId < id)
             low = middle + 1;
         else
             high = middle - 1;
     }
-    return nullptr;
+    return -1;
+}
+
+KOBWBEquation* KOBWBFactory::GetEquationById(int id) const {
+    const int position = EquationPosition(id);
+    return position >= 0 ? m_equations[position] : nullptr;
 }
 
 KOBWBEquation* KOBWBFactory::GetEquationByName(const KOBLVRString& name) const {
