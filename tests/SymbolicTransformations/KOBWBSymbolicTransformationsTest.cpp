@@ -195,4 +195,22 @@ TEST(KOBWBSymbolicTransformations, BadInputDoesNotBreakARun) {
         EXPECT_EQ(transformations->GetVariableExpression(100), nullptr);
     }
     EXPECT_FALSE(factory.IsUsingTemporaryStorage());
+
+    // A factory that changes between traced runs: new variables, equations removed.
+    std::ostringstream out;
+    KOBLVRStream trace(&out);
+    GetGlobalParameters().SetTraceStream(&trace);
+    GetGlobalParameters().SetTraceLevel(2);
+    Operator transformations = Make(factory, 2 | 4);
+    KOBWBVariable* y = factory.CreateVariable();
+    factory.AddEquation(factory.CreateSum(x, y), KOBWBEqEqual, factory.CreateIntegerConstant(3));
+    transformations->Run();
+    KOBWBVariable* z = factory.CreateVariable();
+    factory.AddEquation(factory.CreateProduct(z, y), KOBWBEqEqual, factory.CreateIntegerConstant(2));
+    KOBWBEquation* last = factory.GetLastEquation();
+    factory.RemoveEquation(last);
+    transformations->Run();
+    GetGlobalParameters().SetTraceLevel(0);
+    GetGlobalParameters().SetTraceStream(nullptr);
+    EXPECT_NE(out.str().find("Eq[0] = "), std::string::npos);
 }
