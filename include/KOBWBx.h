@@ -6,6 +6,7 @@
 #include "KOBLVRUtilities.h"
 
 #include "KOBWBArithmetic.h"
+#include "KOBWBArithmeticProjections.h"
 #include "KOBWBBoolean.h"
 #include "KOBWBComparisons.h"
 #include "KOBWBEnumRepresentation.h"
@@ -16,11 +17,15 @@
 #include "KOBWBIntegerEnum.h"
 #include "KOBWBInterval.h"
 #include "KOBWBLimits.h"
+#include "KOBWBLogicProjections.h"
+#include "KOBWBPowerProjections.h"
 #include "KOBWBPowers.h"
 #include "KOBWBRealEnum.h"
 #include "KOBWBRounding.h"
+#include "KOBWBRoundingProjections.h"
 #include "KOBWBStep.h"
 #include "KOBWBTrigonometry.h"
+#include "KOBWBTrigonometryProjections.h"
 #include "KOBWBValue.h"
 #include "KOBWBValueType.h"
 
