@@ -26,7 +26,9 @@ class KOBWBEnvironment;
 // units of rounding, so a point whose forward image computed in double lies in z is
 // kept. A miss within the environment's tolerance closes to a point. No point left
 // gives the Nil interval and sets bit 1; an inconsistent argument sets bit 1 and gives
-// Nil, as for the forward functions. Results are clamped to the real infinity.
+// Nil, as for the forward functions. A bound at plus or minus KOBWBMaxReal, in the result
+// domain or an other argument, is the real infinity and is inverted as one (a forward
+// result clamped there stands for every number beyond); results are clamped to it.
 //
 // Value level. The result domain and the other arguments are read as real intervals
 // (enumerations through their hull). The narrowed argument keeps its kind: an integer

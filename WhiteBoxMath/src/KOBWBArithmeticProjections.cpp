@@ -5,28 +5,66 @@
 
 namespace kobwb {
 
+namespace {
+
+// The bounds of a product or a quotient of intervals with infinite bounds: a corner
+// whose operation has no value (infinity times 0, infinity over infinity) stands for
+// every value between 0 and the infinity of its sign, as the limits of the corner do.
+struct Corners {
+    double lower = HUGE_VAL;
+    double upper = -HUGE_VAL;
+
+    void Add(double a, double b, double value) {
+        if (std::isnan(value)) {
+            const double sign = (std::signbit(a) != std::signbit(b)) ? -1.0 : 1.0;
+            Add(0.0);
+            Add(sign * HUGE_VAL);
+            return;
+        }
+        Add(value);
+    }
+    void Add(double value) {
+        lower = std::min(lower, value);
+        upper = std::max(upper, value);
+    }
+};
+
+} // namespace
+
+KOBWBRealInterval Widened(double lower, double upper) {
+    if (std::isnan(lower) || std::isnan(upper)) return {-HUGE_VAL, HUGE_VAL};
+    return {Down(lower), Up(upper)};
+}
+
+KOBWBRealInterval Product(const KOBWBRealInterval& a, const KOBWBRealInterval& b) {
+    Corners corners;
+    for (const double u : {a.lower, a.upper})
+        for (const double v : {b.lower, b.upper}) corners.Add(u, v, u * v);
+    return Widened(corners.lower, corners.upper);
+}
+
 Pieces DividePieces(const KOBWBRealInterval& n, const KOBWBRealInterval& d) {
     Pieces pieces;
-    const double max = KOBWBMaxReal;
     if (d.lower > 0 || d.upper < 0) {
-        const double q[] = {n.lower / d.lower, n.lower / d.upper, n.upper / d.lower, n.upper / d.upper};
-        pieces.Add(Outward(std::min(std::min(q[0], q[1]), std::min(q[2], q[3])),
-                           std::max(std::max(q[0], q[1]), std::max(q[2], q[3]))));
+        Corners corners;
+        for (const double u : {n.lower, n.upper})
+            for (const double v : {d.lower, d.upper}) corners.Add(u, v, u / v);
+        pieces.Add(Widened(corners.lower, corners.upper));
         return pieces;
     }
     if (n.lower <= 0 && n.upper >= 0) {
-        pieces.Add(KOBWBReal_Any);
+        pieces.Add({-HUGE_VAL, HUGE_VAL});
         return pieces;
     }
     if (d.lower == 0 && d.upper == 0) return pieces;
     // n lies on one side of 0 and d holds 0: the quotient runs off to infinity on
     // both sides of the divisor's 0.
     if (n.lower > 0) {
-        if (d.lower < 0) pieces.Add(Outward(-max, n.lower / d.lower));
-        if (d.upper > 0) pieces.Add(Outward(n.lower / d.upper, max));
+        if (d.lower < 0) pieces.Add(Widened(-HUGE_VAL, n.lower / d.lower));
+        if (d.upper > 0) pieces.Add(Widened(n.lower / d.upper, HUGE_VAL));
     } else {
-        if (d.upper > 0) pieces.Add(Outward(-max, n.upper / d.upper));
-        if (d.lower < 0) pieces.Add(Outward(n.upper / d.lower, max));
+        if (d.upper > 0) pieces.Add(Widened(-HUGE_VAL, n.upper / d.upper));
+        if (d.lower < 0) pieces.Add(Widened(n.upper / d.lower, HUGE_VAL));
     }
     return pieces;
 }
@@ -42,21 +80,19 @@ using Environment = KOBWBEnvironment;
 
 // x narrowed to a - b, and to a + b.
 Real NarrowToDifference(const Environment& e, const Real& x, const Real& a, const Real& b) {
-    const Real wide = Outward(a);
-    return Reported(e, Narrow(e, x, Outward(wide.lower - b.upper, wide.upper - b.lower)));
+    const Real wide = ResultDomain(a);
+    const Real other = Operand(b);
+    return Reported(e, Narrow(e, x, Outward(wide.lower - other.upper, wide.upper - other.lower)));
 }
 
 Real NarrowToSum(const Environment& e, const Real& x, const Real& a, const Real& b) {
-    const Real wide = Outward(a);
-    return Reported(e, Narrow(e, x, Outward(wide.lower + b.lower, wide.upper + b.upper)));
+    const Real wide = ResultDomain(a);
+    const Real other = Operand(b);
+    return Reported(e, Narrow(e, x, Outward(wide.lower + other.lower, wide.upper + other.upper)));
 }
 
 Real NarrowToProduct(const Environment& e, const Real& x, const Real& a, const Real& b) {
-    const Real wide = Outward(a);
-    const double p[] = {wide.lower * b.lower, wide.lower * b.upper, wide.upper * b.lower, wide.upper * b.upper};
-    return Reported(e, Narrow(e, x,
-                              Outward(std::min(std::min(p[0], p[1]), std::min(p[2], p[3])),
-                                      std::max(std::max(p[0], p[1]), std::max(p[2], p[3])))));
+    return Reported(e, Narrow(e, x, Product(ResultDomain(a), Operand(b))));
 }
 
 Real NarrowToQuotient(const Environment& e, const Real& x, const Real& n, const Real& d) {
@@ -79,28 +115,29 @@ Real KOBWBInverseSub1(const Environment& e, const Real& z, const Real& x, const 
 }
 Real KOBWBInverseSub2(const Environment& e, const Real& z, const Real& x, const Real& y) {
     if (!ConsistentArguments(e, z, x, y)) return KOBWBReal_Nil;
-    const Real wide = Outward(z);
-    return Reported(e, Narrow(e, y, Outward(x.lower - wide.upper, x.upper - wide.lower)));
+    const Real wide = ResultDomain(z);
+    const Real other = Operand(x);
+    return Reported(e, Narrow(e, y, Outward(other.lower - wide.upper, other.upper - wide.lower)));
 }
 Real KOBWBInverseMul1(const Environment& e, const Real& z, const Real& x, const Real& y) {
     if (!ConsistentArguments(e, z, x, y)) return KOBWBReal_Nil;
-    return NarrowToQuotient(e, x, Outward(z), Ordered(y));
+    return NarrowToQuotient(e, x, ResultDomain(z), Operand(y));
 }
 Real KOBWBInverseMul2(const Environment& e, const Real& z, const Real& x, const Real& y) {
     return KOBWBInverseMul1(e, z, y, x);
 }
 Real KOBWBInverseDiv1(const Environment& e, const Real& z, const Real& x, const Real& y) {
     if (!ConsistentArguments(e, z, x, y)) return KOBWBReal_Nil;
-    return NarrowToProduct(e, x, z, Ordered(y));
+    return NarrowToProduct(e, x, z, y);
 }
 Real KOBWBInverseDiv2(const Environment& e, const Real& z, const Real& x, const Real& y) {
     if (!ConsistentArguments(e, z, x, y)) return KOBWBReal_Nil;
-    return NarrowToQuotient(e, y, Ordered(x), Outward(z));
+    return NarrowToQuotient(e, y, Operand(x), ResultDomain(z));
 }
 
 Real KOBWBInverseMin1(const Environment& e, const Real& z, const Real& x, const Real& y) {
     if (!ConsistentArguments(e, z, x, y)) return KOBWBReal_Nil;
-    const Real wide = Outward(z);
+    const Real wide = ResultDomain(z);
     if (y.lower > wide.upper) return Reported(e, Narrow(e, x, wide));
     return Reported(e, Narrow(e, x, {wide.lower, KOBWBMaxReal}));
 }
@@ -109,7 +146,7 @@ Real KOBWBInverseMin2(const Environment& e, const Real& z, const Real& x, const 
 }
 Real KOBWBInverseMax1(const Environment& e, const Real& z, const Real& x, const Real& y) {
     if (!ConsistentArguments(e, z, x, y)) return KOBWBReal_Nil;
-    const Real wide = Outward(z);
+    const Real wide = ResultDomain(z);
     if (y.upper < wide.lower) return Reported(e, Narrow(e, x, wide));
     return Reported(e, Narrow(e, x, {-KOBWBMaxReal, wide.upper}));
 }
@@ -119,17 +156,17 @@ Real KOBWBInverseMax2(const Environment& e, const Real& z, const Real& x, const 
 
 Real KOBWBInverseAbs(const Environment& e, const Real& z, const Real& x) {
     if (!ConsistentArguments(e, z, x)) return KOBWBReal_Nil;
-    const Real magnitude = Meet(Outward(z), KOBWBReal_Pos);
+    const Real magnitude = Meet(ResultDomain(z), nonNegative);
     if (IsEmptyInterval(magnitude)) return Reported(e, KOBWBReal_Nil);
     return Reported(e, NarrowToPieces(e, x, Symmetric(magnitude)));
 }
 
 Real KOBWBInverseSign1(const Environment& e, const Real& z, const Real& x, const Real& y) {
     if (!ConsistentArguments(e, z, x, y)) return KOBWBReal_Nil;
-    const Real wide = Outward(z);
+    const Real wide = ResultDomain(z);
     Real magnitude = KOBWBReal_Nil;
-    if (y.upper >= 0) magnitude = Hull(magnitude, Meet(wide, KOBWBReal_Pos));
-    if (y.lower < 0) magnitude = Hull(magnitude, Meet({-wide.upper, -wide.lower}, KOBWBReal_Pos));
+    if (y.upper >= 0) magnitude = Hull(magnitude, Meet(wide, nonNegative));
+    if (y.lower < 0) magnitude = Hull(magnitude, Meet({-wide.upper, -wide.lower}, nonNegative));
     if (IsEmptyInterval(magnitude)) return Reported(e, KOBWBReal_Nil);
     return Reported(e, NarrowToPieces(e, x, Symmetric(magnitude)));
 }

@@ -13,39 +13,40 @@ using Real = KOBWBRealInterval;
 using Environment = KOBWBEnvironment;
 using Value = KOBWBValue;
 
-// The non-negative m-th root of v >= 0, in long double so that the rounding of 1/m
-// costs less than a unit of the result.
-double Root(double v, int m) {
-    if (m == 1) return v;
-    if (m == 2) return std::sqrt(v);
-    return static_cast<double>(std::pow(static_cast<long double>(v), 1.0L / m));
+// The non-negative n-th root of v >= 0 for n != 0 (v^(1/n), so that a negative n gives
+// the root of the reciprocal without overflowing it), in long double so that the
+// rounding of 1/n costs less than a unit of the result.
+double Root(double v, int n) {
+    // The root of -0 is that of 0: its sign would make 0^(1/n) minus infinity for n < 0.
+    const double magnitude = std::fabs(v);
+    if (n == 1) return magnitude;
+    if (n == 2) return std::sqrt(magnitude);
+    return static_cast<double>(std::pow(static_cast<long double>(magnitude), 1.0L / n));
 }
 
-// The roots r >= 0 with r^m in w, m > 0, w already widened.
-Real PositiveRoots(const Real& w, int m) {
-    const Real positive = Meet(w, KOBWBReal_Pos);
+// The r >= 0 with r^n in w, w already widened; unclamped.
+Real PositiveRoots(const Real& w, int n) {
+    const Real positive = Meet(w, nonNegative);
     if (IsEmptyInterval(positive)) return KOBWBReal_Nil;
-    return Outward(Root(positive.lower, m), Root(positive.upper, m));
+    if (n > 0) return Widened(Root(positive.lower, n), Root(positive.upper, n));
+    return Widened(Root(positive.upper, n), Root(positive.lower, n));
 }
 
-// The pieces of x with x^m in w, m > 0.
-Pieces PowerPreimage(const Real& w, int m) {
-    const Real positive = PositiveRoots(w, m);
-    if (m % 2 == 0) return Symmetric(positive);
+// The pieces of x with x^n in w, n != 0: both signs for an even n, each sign from its
+// side of w for an odd n.
+Pieces PowerPreimage(const Real& w, int n) {
+    const Real positive = PositiveRoots(w, n);
+    if (n % 2 == 0) return Symmetric(positive);
     Pieces pieces;
     pieces.Add(positive);
-    const Real negative = PositiveRoots({-w.upper, -w.lower}, m);
+    const Real negative = PositiveRoots({-w.upper, -w.lower}, n);
     pieces.Add({-negative.upper, -negative.lower});
     return pieces;
 }
 
-Real NarrowToPowerPreimage(const Environment& e, const Real& x, const Real& w, int m) {
-    return NarrowToPieces(e, x, PowerPreimage(w, m));
-}
-
 // The logarithms of the points of z, z possibly reaching down to 0 or below.
 Real LogarithmsOf(const Real& z) {
-    const Real positive = Meet(Outward(z), KOBWBReal_Pos);
+    const Real positive = Meet(ResultDomain(z), nonNegative);
     if (IsEmptyInterval(positive)) return KOBWBReal_Nil;
     // Below the smallest normal double exp loses its relative precision and then
     // underflows to 0: such results tell only that the argument lies below ln of it.
@@ -69,39 +70,35 @@ bool IntegralExponent(const Value& y, int& n) {
 
 Real KOBWBInversePow1(const Environment& e, const Real& z, const Real& x, int n) {
     if (!ConsistentArguments(e, z, x)) return KOBWBReal_Nil;
-    const Real wide = Outward(z);
+    const Real wide = ResultDomain(z);
     if (n == 0) return Reported(e, wide.lower <= 1 && wide.upper >= 1 ? Ordered(x) : KOBWBReal_Nil);
-    if (n > 0) return Reported(e, NarrowToPowerPreimage(e, x, wide, n));
-    // x^n = z with n < 0: x^|n| = 1 / z.
-    const Pieces reciprocals = DividePieces({1.0, 1.0}, wide);
-    Real result = KOBWBReal_Nil;
-    for (int i = 0; i < reciprocals.count; ++i)
-        result = Hull(result, NarrowToPowerPreimage(e, x, reciprocals.piece[i], -n));
-    return Reported(e, result);
+    return Reported(e, NarrowToPieces(e, x, PowerPreimage(wide, n)));
 }
 
 Real KOBWBInversePow1(const Environment& e, const Real& z, const Real& x, const Real& y) {
     if (!ConsistentArguments(e, z, x, y)) return KOBWBReal_Nil;
     const Real logarithms = LogarithmsOf(z);
     if (IsEmptyInterval(logarithms)) return Reported(e, KOBWBReal_Nil);
-    const Pieces pieces = DividePieces(logarithms, Ordered(y));
+    const Pieces pieces = DividePieces(logarithms, Operand(y));
+    // The power is exp(y ln x): its bases are positive.
+    const Real base = Meet(Ordered(x), {KOBWBMinReal, KOBWBMaxReal});
+    if (IsEmptyInterval(base)) return Reported(e, KOBWBReal_Nil);
     Real result = KOBWBReal_Nil;
-    for (int i = 0; i < pieces.count; ++i)
-        result = Hull(result, Narrow(e, x, Meet(Exponentials(pieces.piece[i]), KOBWBReal_Pos)));
+    for (int i = 0; i < pieces.count; ++i) result = Hull(result, Narrow(e, base, Exponentials(pieces.piece[i])));
     return Reported(e, result);
 }
 
 Real KOBWBInversePow2(const Environment& e, const Real& z, const Real& x, const Real& y) {
     if (!ConsistentArguments(e, z, x, y)) return KOBWBReal_Nil;
     const Real logarithms = LogarithmsOf(z);
-    const Real baseLogarithms = LogarithmsOf(Meet(Ordered(x), {KOBWBMinReal, KOBWBMaxReal}));
+    const Real baseLogarithms = LogarithmsOf(Meet(Operand(x), {KOBWBMinReal, HUGE_VAL}));
     if (IsEmptyInterval(logarithms) || IsEmptyInterval(baseLogarithms)) return Reported(e, KOBWBReal_Nil);
     return Reported(e, NarrowToPieces(e, y, DividePieces(logarithms, baseLogarithms)));
 }
 
 Real KOBWBInverseRoot(const Environment& e, const Real& z, const Real& x, int n) {
     if (!ConsistentArguments(e, z, x)) return KOBWBReal_Nil;
-    const Real wide = Outward(z);
+    const Real wide = ResultDomain(z);
     if (n == 0) {
         Real image = KOBWBReal_Nil;
         if (wide.lower <= 0 && wide.upper >= 0) image = {0.0, 1.0};
@@ -125,12 +122,12 @@ Real KOBWBInverseExp(const Environment& e, const Real& z, const Real& x) {
 
 Real KOBWBInverseLn(const Environment& e, const Real& z, const Real& x) {
     if (!ConsistentArguments(e, z, x)) return KOBWBReal_Nil;
-    return Reported(e, Narrow(e, x, Exponentials(Outward(z))));
+    return Reported(e, Narrow(e, x, Exponentials(ResultDomain(z))));
 }
 
 Real KOBWBInverseLog(const Environment& e, const Real& z, const Real& x) {
     if (!ConsistentArguments(e, z, x)) return KOBWBReal_Nil;
-    const Real wide = Outward(z);
+    const Real wide = ResultDomain(z);
     return Reported(e, Narrow(e, x, Outward(std::pow(10.0, wide.lower), std::pow(10.0, wide.upper))));
 }
 

@@ -25,8 +25,8 @@ namespace kobwb {
 // Relative widening of one bound: eight units of rounding.
 constexpr double projectionSlack = 8 * DBL_EPSILON;
 
-inline double Down(double v) { return v - projectionSlack * std::fabs(v); }
-inline double Up(double v) { return v + projectionSlack * std::fabs(v); }
+inline double Down(double v) { return std::isinf(v) ? v : v - projectionSlack * std::fabs(v); }
+inline double Up(double v) { return std::isinf(v) ? v : v + projectionSlack * std::fabs(v); }
 
 // The clamping of real results applied to bounds widened outwards.
 inline KOBWBRealInterval Outward(double lower, double upper) {
@@ -34,6 +34,30 @@ inline KOBWBRealInterval Outward(double lower, double upper) {
     return ClampReal(Down(lower), Up(upper));
 }
 inline KOBWBRealInterval Outward(const KOBWBRealInterval& a) { return Outward(a.lower, a.upper); }
+
+// Plus and minus KOBWBMaxReal are the library's infinity: a forward result clamped there
+// stands for every number beyond it, and so does an argument's bound there. Inversions
+// read such bounds as true infinities, and their results are clamped back.
+inline double Unbounded(double v) {
+    if (v >= KOBWBMaxReal) return HUGE_VAL;
+    if (v <= -KOBWBMaxReal) return -HUGE_VAL;
+    return v;
+}
+
+// A result domain as the projections invert it: widened for rounding, unbounded at
+// the infinity.
+inline KOBWBRealInterval ResultDomain(const KOBWBRealInterval& z) {
+    const KOBWBRealInterval wide = Outward(z);
+    return {Unbounded(wide.lower), Unbounded(wide.upper)};
+}
+
+// An other argument of a projection: ordered, unbounded at the infinity.
+inline KOBWBRealInterval Operand(const KOBWBRealInterval& a) {
+    const KOBWBRealInterval ordered = Ordered(a);
+    return {Unbounded(ordered.lower), Unbounded(ordered.upper)};
+}
+
+constexpr KOBWBRealInterval nonNegative = {0.0, HUGE_VAL};
 
 inline bool IsEmptyInterval(const KOBWBRealInterval& a) { return !(a.lower <= a.upper); }
 
@@ -62,7 +86,12 @@ inline KOBWBRealInterval Narrow(const KOBWBEnvironment& environment, const KOBWB
                                 const KOBWBRealInterval& image) {
     if (IsEmptyInterval(image)) return KOBWBReal_Nil;
     const KOBWBRealInterval ordered = Ordered(x);
-    const KOBWBRealInterval both = Meet(ordered, image);
+    // Finite points beyond the real infinity are the infinity itself; a true infinity
+    // (the inverse image of a value no finite point reaches) is not.
+    const double max = KOBWBMaxReal;
+    const double lower = std::isinf(image.lower) ? image.lower : std::min(image.lower, max);
+    const double upper = std::isinf(image.upper) ? image.upper : std::max(image.upper, -max);
+    const KOBWBRealInterval both = Meet(ordered, {lower, upper});
     if (!IsEmptyInterval(both)) return both;
     if (image.upper < ordered.lower && ordered.lower - image.upper <= SnapWidth(environment, ordered.lower))
         return {ordered.lower, ordered.lower};
@@ -130,8 +159,12 @@ KOBWBRealInterval ForwardImage(const KOBWBEnvironment& environment, Forward forw
     return Outward(image);
 }
 
-// The quotient n / d as a set, d possibly holding 0: two unbounded pieces when it
-// does and n does not, every real when both do.
+// Bounds widened outwards without clamping; undefined bounds give every real.
+KOBWBRealInterval Widened(double lower, double upper);
+// The product a b, widened, of operands that may have infinite bounds.
+KOBWBRealInterval Product(const KOBWBRealInterval& a, const KOBWBRealInterval& b);
+// The quotient n / d as a set, widened: two unbounded pieces when d holds 0 and n does
+// not, every real when both do, none when d is 0 alone and n is not.
 Pieces DividePieces(const KOBWBRealInterval& n, const KOBWBRealInterval& d);
 
 } // namespace kobwb

@@ -63,12 +63,12 @@ Real NarrowPeriodic(const Environment& e, const Real& x, const Branches& branche
 }
 
 // The part of the widened z inside the range [-1, 1] of sine and cosine.
-Real InRange(const Real& z) { return Meet(Outward(z), KOBWBReal_TrigInv); }
+Real InRange(const Real& z) { return Meet(ResultDomain(z), KOBWBReal_TrigInv); }
 
 template <class Forward>
 Real NarrowToImage(const Environment& e, const Real& z, const Real& x, Forward forward) {
     if (!ConsistentArguments(e, z, x)) return KOBWBReal_Nil;
-    return Reported(e, Narrow(e, x, ForwardImage(e, forward, Outward(z))));
+    return Reported(e, Narrow(e, x, ForwardImage(e, forward, ResultDomain(z))));
 }
 
 } // namespace
@@ -99,7 +99,7 @@ Real KOBWBInverseCos(const Environment& e, const Real& z, const Real& x) {
 
 Real KOBWBInverseTan(const Environment& e, const Real& z, const Real& x) {
     if (!ConsistentArguments(e, z, x)) return KOBWBReal_Nil;
-    const Real w = Outward(z);
+    const Real w = ResultDomain(z);
     Branches branches{{}, -pi / 2, pi};
     branches.pieces.Add({std::atan(w.lower), std::atan(w.upper)});
     return NarrowPeriodic(e, x, branches);
@@ -118,17 +118,19 @@ Real KOBWBInverseAtan(const Environment& e, const Real& z, const Real& x) {
 }
 
 Real KOBWBInverseSinh(const Environment& e, const Real& z, const Real& x) {
-    return NarrowToImage(e, z, x, [](const Environment& s, const Real& a) { return KOBWBAsinh(s, a); });
+    if (!ConsistentArguments(e, z, x)) return KOBWBReal_Nil;
+    const Real w = ResultDomain(z);
+    return Reported(e, Narrow(e, x, Outward(std::asinh(w.lower), std::asinh(w.upper))));
 }
 Real KOBWBInverseCosh(const Environment& e, const Real& z, const Real& x) {
     if (!ConsistentArguments(e, z, x)) return KOBWBReal_Nil;
-    const Real w = Meet(Outward(z), {1.0, KOBWBMaxReal});
+    const Real w = Meet(ResultDomain(z), {1.0, HUGE_VAL});
     if (IsEmptyInterval(w)) return Reported(e, KOBWBReal_Nil);
     return Reported(e, NarrowToPieces(e, x, Symmetric(Outward(std::acosh(w.lower), std::acosh(w.upper)))));
 }
 Real KOBWBInverseTanh(const Environment& e, const Real& z, const Real& x) {
     if (!ConsistentArguments(e, z, x)) return KOBWBReal_Nil;
-    const Real w = Meet(Outward(z), {-1.0, 1.0});
+    const Real w = Meet(ResultDomain(z), {-1.0, 1.0});
     if (IsEmptyInterval(w)) return Reported(e, KOBWBReal_Nil);
     // tanh rounds to +-1 well before infinity, so a z reaching +-1 leaves x unbounded.
     const double lower = w.lower <= -1 ? -KOBWBMaxReal : std::atanh(w.lower);
