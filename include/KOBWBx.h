@@ -35,6 +35,7 @@
 #include "KOBWBBlackBoxOperator.h"
 #include "KOBWBBooleanOperator.h"
 #include "KOBWBConstant.h"
+#include "KOBWBContractor.h"
 #include "KOBWBDataLists.h"
 #include "KOBWBDerivBlackBox.h"
 #include "KOBWBEquation.h"

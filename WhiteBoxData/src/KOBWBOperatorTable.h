@@ -39,6 +39,19 @@ struct IntervalForm {
     int code;
 };
 
+// The projections of a value function: for a node z = f(x) or z = f(x, y), the part of
+// an argument that can still give the node's domain (KOBWBArithmeticProjections.h). An
+// n-ary row narrows each child as the first argument, the fold of the others as the
+// second. Null where the code has none: its children are left as they are.
+typedef KOBWBValue (*UnaryProjection)(const KOBWBEnvironment&, const KOBWBValue& z, const KOBWBValue& x);
+typedef KOBWBValue (*BinaryProjection)(const KOBWBEnvironment&, const KOBWBValue& z, const KOBWBValue& x,
+                                       const KOBWBValue& y);
+struct Projections {
+    UnaryProjection unary;
+    BinaryProjection first;
+    BinaryProjection second;
+};
+
 struct OperatorInfo {
     KOBWBExpressionType code;
     OperatorFamily family;
@@ -47,6 +60,7 @@ struct OperatorInfo {
     UnaryFunction unary;
     BinaryFunction binary;
     IntervalForm interval;
+    Projections projections;
 };
 
 // The row of a code; a row of family None for codes no node may carry.
