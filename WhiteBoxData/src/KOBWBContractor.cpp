@@ -46,7 +46,8 @@ public:
         m_queue.push_back(equation);
     }
     void QueueAll() {
-        for (int i = 0; i < Count(); ++i) Queue(i);
+        for (int i = 0; i < Count(); ++i)
+            Queue(i);
     }
     void QueueEquationsOf(const KOBWBVariable* variable, int except) {
         const int index = variable->GetIdx();
@@ -92,7 +93,9 @@ KOBWBContractor::KOBWBContractor(KOBWBFactory& factory) : m_factory(factory) {}
 
 KOBWBContractor::~KOBWBContractor() = default;
 
-void KOBWBContractor::Reset() { m_tapes.reset(); }
+void KOBWBContractor::Reset() {
+    m_tapes.reset();
+}
 
 KOBWBContractionStatus KOBWBContractor::Revise(KOBWBEquation* equation) {
     if (!equation) return KOBWBContractionFixedPoint;

@@ -22,22 +22,30 @@ constexpr unsigned badKind = 2;
 bool NarrowRoot(const KOBWBEnvironment& environment, KOBWBEquationType type, KOBWBValue& root) {
     const double max = KOBWBMaxReal;
     switch (type) {
-    case KOBWBEqEqual: return root.Intersect(environment, KOBWBValue(KOBWBRealInterval{0.0, 0.0}));
+    case KOBWBEqEqual:
+        return root.Intersect(environment, KOBWBValue(KOBWBRealInterval{0.0, 0.0}));
     case KOBWBEqLessEqual:
-    case KOBWBEqLess: return root.Intersect(environment, KOBWBValue(KOBWBRealInterval{-max, 0.0}));
+    case KOBWBEqLess:
+        return root.Intersect(environment, KOBWBValue(KOBWBRealInterval{-max, 0.0}));
     case KOBWBEqGreaterEqual:
-    case KOBWBEqGreater: return root.Intersect(environment, KOBWBValue(KOBWBRealInterval{0.0, max}));
+    case KOBWBEqGreater:
+        return root.Intersect(environment, KOBWBValue(KOBWBRealInterval{0.0, max}));
     case KOBWBEqNotEqual:
-        return !(KOBWBIsExact(environment, root) && std::fabs(root.GetAsDouble()) <= environment.GetTolerance());
-    default: return !KOBWBIsEmpty(environment, root);
+        return !(KOBWBIsExact(environment, root) &&
+                 std::fabs(root.GetAsDouble()) <= environment.GetTolerance());
+    default:
+        return !KOBWBIsEmpty(environment, root);
     }
 }
 
-bool Revisable(KOBWBEquationType type) { return type >= KOBWBEqEqual && type <= KOBWBEqGreater; }
+bool Revisable(KOBWBEquationType type) {
+    return type >= KOBWBEqEqual && type <= KOBWBEqGreater;
+}
 
 // Whether a narrowing changed a domain enough to narrow below it: real intervals by
 // their bounds, other kinds by equality under the tolerance and by their element counts.
-bool Differs(const KOBWBEnvironment& environment, const KOBWBValue& before, const KOBWBValue& after) {
+bool Differs(const KOBWBEnvironment& environment, const KOBWBValue& before,
+             const KOBWBValue& after) {
     const KOBWBRealInterval* a = before.GetRealIntervalPayload();
     const KOBWBRealInterval* b = after.GetRealIntervalPayload();
     if (a && b) return a->lower != b->lower || a->upper != b->upper;
@@ -82,7 +90,8 @@ EquationTape MakeTape(const KOBWBEquation& equation) {
     }
     const int count = static_cast<int>(order.size());
     tape.nodes.assign(order.rbegin(), order.rend());
-    for (int i = 0; i < count; ++i) seen[tape.nodes[i]] = i;
+    for (int i = 0; i < count; ++i)
+        seen[tape.nodes[i]] = i;
     tape.firstChild.reserve(count + 1);
     for (int i = 0; i < count; ++i) {
         KOBWBExpression* node = tape.nodes[i];
@@ -90,9 +99,11 @@ EquationTape MakeTape(const KOBWBEquation& equation) {
         if (node->GetType() == KOBWBVariableType) tape.variables.push_back(i);
         const int children = node->GetNbOfChildren();
         bool complete = true;
-        for (int c = 0; c < children; ++c) complete = complete && node->GetChild(c);
+        for (int c = 0; c < children; ++c)
+            complete = complete && node->GetChild(c);
         if (!complete) continue;
-        for (int c = 0; c < children; ++c) tape.children.push_back(seen[node->GetChild(c)]);
+        for (int c = 0; c < children; ++c)
+            tape.children.push_back(seen[node->GetChild(c)]);
     }
     tape.firstChild.push_back(static_cast<int>(tape.children.size()));
     return tape;
@@ -119,25 +130,32 @@ bool TapeReviser::NarrowFolded(const EquationTape& tape, int node, KOBWBEnvironm
     const int count = tape.firstChild[node + 1] - tape.firstChild[node];
     const KOBWBValue& z = m_domains[node];
     if (count == 2) {
-        if (!Store(children[0], info.projections.first(scratch, z, m_domains[children[0]], m_domains[children[1]]),
-                   scratch))
+        if (!Store(
+                children[0],
+                info.projections.first(scratch, z, m_domains[children[0]], m_domains[children[1]]),
+                scratch))
             return false;
-        return Store(children[1], info.projections.second(scratch, z, m_domains[children[0]], m_domains[children[1]]),
-                     scratch);
+        return Store(
+            children[1],
+            info.projections.second(scratch, z, m_domains[children[0]], m_domains[children[1]]),
+            scratch);
     }
     // Each child against the fold of the others, folded from both ends once.
     m_prefix.resize(count);
     m_suffix.resize(count);
     m_prefix[1] = m_domains[children[0]];
-    for (int k = 2; k < count; ++k) m_prefix[k] = info.binary(scratch, m_prefix[k - 1], m_domains[children[k - 1]]);
+    for (int k = 2; k < count; ++k)
+        m_prefix[k] = info.binary(scratch, m_prefix[k - 1], m_domains[children[k - 1]]);
     m_suffix[count - 2] = m_domains[children[count - 1]];
-    for (int k = count - 3; k >= 0; --k) m_suffix[k] = info.binary(scratch, m_domains[children[k + 1]], m_suffix[k + 1]);
+    for (int k = count - 3; k >= 0; --k)
+        m_suffix[k] = info.binary(scratch, m_domains[children[k + 1]], m_suffix[k + 1]);
     scratch.ClearError();
     for (int k = 0; k < count; ++k) {
         const KOBWBValue others = k == 0           ? m_suffix[0]
                                   : k == count - 1 ? m_prefix[count - 1]
                                                    : info.binary(scratch, m_prefix[k], m_suffix[k]);
-        if (!Store(children[k], info.projections.first(scratch, z, m_domains[children[k]], others), scratch))
+        if (!Store(children[k], info.projections.first(scratch, z, m_domains[children[k]], others),
+                   scratch))
             return false;
     }
     return true;
@@ -157,10 +175,14 @@ bool TapeReviser::NarrowChildren(const EquationTape& tape, int node, KOBWBEnviro
     if (!projections.first) return true;
     if (info.family == OperatorFamily::Algebraic) return NarrowFolded(tape, node, scratch);
     if (count != 2) return true;
-    if (!Store(children[0], projections.first(scratch, z, m_domains[children[0]], m_domains[children[1]]), scratch))
+    if (!Store(children[0],
+               projections.first(scratch, z, m_domains[children[0]], m_domains[children[1]]),
+               scratch))
         return false;
     if (!projections.second) return true;
-    return Store(children[1], projections.second(scratch, z, m_domains[children[0]], m_domains[children[1]]), scratch);
+    return Store(children[1],
+                 projections.second(scratch, z, m_domains[children[0]], m_domains[children[1]]),
+                 scratch);
 }
 
 bool TapeReviser::Revise(const EquationTape& tape, const KOBWBEnvironment& environment,
@@ -170,7 +192,8 @@ bool TapeReviser::Revise(const EquationTape& tape, const KOBWBEnvironment& envir
     if (static_cast<int>(m_domains.size()) < count) m_domains.resize(count);
     m_narrowed.assign(count, 0);
     tape.nodes[0]->GetValue();
-    for (int i = 0; i < count; ++i) m_domains[i] = tape.nodes[i]->GetValue();
+    for (int i = 0; i < count; ++i)
+        m_domains[i] = tape.nodes[i]->GetValue();
     KOBWBEnvironment scratch = environment;
     scratch.ClearError();
     const KOBWBValue forward = m_domains[0];

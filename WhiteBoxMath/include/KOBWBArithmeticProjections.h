@@ -40,20 +40,28 @@ class KOBWBEnvironment;
 // narrowed through its hull and normalised with Correct. Undefined and Boolean
 // arguments set bit 2 and give the RealInterval value KOBWBReal_Nil.
 
-KOBWBX_API KOBWBRealInterval KOBWBInverseSum1(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
-                                              const KOBWBRealInterval& x, const KOBWBRealInterval& y);
-KOBWBX_API KOBWBRealInterval KOBWBInverseSum2(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
-                                              const KOBWBRealInterval& x, const KOBWBRealInterval& y);
+KOBWBX_API KOBWBRealInterval KOBWBInverseSum1(const KOBWBEnvironment& environment,
+                                              const KOBWBRealInterval& z,
+                                              const KOBWBRealInterval& x,
+                                              const KOBWBRealInterval& y);
+KOBWBX_API KOBWBRealInterval KOBWBInverseSum2(const KOBWBEnvironment& environment,
+                                              const KOBWBRealInterval& z,
+                                              const KOBWBRealInterval& x,
+                                              const KOBWBRealInterval& y);
 KOBWBX_API KOBWBValue KOBWBInverseSum1(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                        const KOBWBValue& x, const KOBWBValue& y);
 KOBWBX_API KOBWBValue KOBWBInverseSum2(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                        const KOBWBValue& x, const KOBWBValue& y);
 
 // z = x - y.
-KOBWBX_API KOBWBRealInterval KOBWBInverseSub1(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
-                                              const KOBWBRealInterval& x, const KOBWBRealInterval& y);
-KOBWBX_API KOBWBRealInterval KOBWBInverseSub2(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
-                                              const KOBWBRealInterval& x, const KOBWBRealInterval& y);
+KOBWBX_API KOBWBRealInterval KOBWBInverseSub1(const KOBWBEnvironment& environment,
+                                              const KOBWBRealInterval& z,
+                                              const KOBWBRealInterval& x,
+                                              const KOBWBRealInterval& y);
+KOBWBX_API KOBWBRealInterval KOBWBInverseSub2(const KOBWBEnvironment& environment,
+                                              const KOBWBRealInterval& z,
+                                              const KOBWBRealInterval& x,
+                                              const KOBWBRealInterval& y);
 KOBWBX_API KOBWBValue KOBWBInverseSub1(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                        const KOBWBValue& x, const KOBWBValue& y);
 KOBWBX_API KOBWBValue KOBWBInverseSub2(const KOBWBEnvironment& environment, const KOBWBValue& z,
@@ -62,10 +70,14 @@ KOBWBX_API KOBWBValue KOBWBInverseSub2(const KOBWBEnvironment& environment, cons
 // z = x y. x is narrowed to z / y as a set: when y holds 0 and z does not, the
 // quotient is two unbounded pieces and the result the hull of x on each; when both
 // hold 0 every x can satisfy the relation (with y = 0).
-KOBWBX_API KOBWBRealInterval KOBWBInverseMul1(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
-                                              const KOBWBRealInterval& x, const KOBWBRealInterval& y);
-KOBWBX_API KOBWBRealInterval KOBWBInverseMul2(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
-                                              const KOBWBRealInterval& x, const KOBWBRealInterval& y);
+KOBWBX_API KOBWBRealInterval KOBWBInverseMul1(const KOBWBEnvironment& environment,
+                                              const KOBWBRealInterval& z,
+                                              const KOBWBRealInterval& x,
+                                              const KOBWBRealInterval& y);
+KOBWBX_API KOBWBRealInterval KOBWBInverseMul2(const KOBWBEnvironment& environment,
+                                              const KOBWBRealInterval& z,
+                                              const KOBWBRealInterval& x,
+                                              const KOBWBRealInterval& y);
 KOBWBX_API KOBWBValue KOBWBInverseMul1(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                        const KOBWBValue& x, const KOBWBValue& y);
 KOBWBX_API KOBWBValue KOBWBInverseMul2(const KOBWBEnvironment& environment, const KOBWBValue& z,
@@ -73,47 +85,64 @@ KOBWBX_API KOBWBValue KOBWBInverseMul2(const KOBWBEnvironment& environment, cons
 
 // z = x / y, for y != 0. x is narrowed to z y; y to x / z as a set (z = 0 leaves y
 // free when x can be 0, and no y otherwise).
-KOBWBX_API KOBWBRealInterval KOBWBInverseDiv1(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
-                                              const KOBWBRealInterval& x, const KOBWBRealInterval& y);
-KOBWBX_API KOBWBRealInterval KOBWBInverseDiv2(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
-                                              const KOBWBRealInterval& x, const KOBWBRealInterval& y);
+KOBWBX_API KOBWBRealInterval KOBWBInverseDiv1(const KOBWBEnvironment& environment,
+                                              const KOBWBRealInterval& z,
+                                              const KOBWBRealInterval& x,
+                                              const KOBWBRealInterval& y);
+KOBWBX_API KOBWBRealInterval KOBWBInverseDiv2(const KOBWBEnvironment& environment,
+                                              const KOBWBRealInterval& z,
+                                              const KOBWBRealInterval& x,
+                                              const KOBWBRealInterval& y);
 KOBWBX_API KOBWBValue KOBWBInverseDiv1(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                        const KOBWBValue& x, const KOBWBValue& y);
 KOBWBX_API KOBWBValue KOBWBInverseDiv2(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                        const KOBWBValue& x, const KOBWBValue& y);
 
 // z = min(x, y): x >= z everywhere, and x lies in z when y lies wholly above z.
-KOBWBX_API KOBWBRealInterval KOBWBInverseMin1(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
-                                              const KOBWBRealInterval& x, const KOBWBRealInterval& y);
-KOBWBX_API KOBWBRealInterval KOBWBInverseMin2(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
-                                              const KOBWBRealInterval& x, const KOBWBRealInterval& y);
+KOBWBX_API KOBWBRealInterval KOBWBInverseMin1(const KOBWBEnvironment& environment,
+                                              const KOBWBRealInterval& z,
+                                              const KOBWBRealInterval& x,
+                                              const KOBWBRealInterval& y);
+KOBWBX_API KOBWBRealInterval KOBWBInverseMin2(const KOBWBEnvironment& environment,
+                                              const KOBWBRealInterval& z,
+                                              const KOBWBRealInterval& x,
+                                              const KOBWBRealInterval& y);
 KOBWBX_API KOBWBValue KOBWBInverseMin1(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                        const KOBWBValue& x, const KOBWBValue& y);
 KOBWBX_API KOBWBValue KOBWBInverseMin2(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                        const KOBWBValue& x, const KOBWBValue& y);
 
 // z = max(x, y): x <= z everywhere, and x lies in z when y lies wholly below z.
-KOBWBX_API KOBWBRealInterval KOBWBInverseMax1(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
-                                              const KOBWBRealInterval& x, const KOBWBRealInterval& y);
-KOBWBX_API KOBWBRealInterval KOBWBInverseMax2(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
-                                              const KOBWBRealInterval& x, const KOBWBRealInterval& y);
+KOBWBX_API KOBWBRealInterval KOBWBInverseMax1(const KOBWBEnvironment& environment,
+                                              const KOBWBRealInterval& z,
+                                              const KOBWBRealInterval& x,
+                                              const KOBWBRealInterval& y);
+KOBWBX_API KOBWBRealInterval KOBWBInverseMax2(const KOBWBEnvironment& environment,
+                                              const KOBWBRealInterval& z,
+                                              const KOBWBRealInterval& x,
+                                              const KOBWBRealInterval& y);
 KOBWBX_API KOBWBValue KOBWBInverseMax1(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                        const KOBWBValue& x, const KOBWBValue& y);
 KOBWBX_API KOBWBValue KOBWBInverseMax2(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                        const KOBWBValue& x, const KOBWBValue& y);
 
 // z = |x|: x in z or in -z, for z >= 0.
-KOBWBX_API KOBWBRealInterval KOBWBInverseAbs(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
+KOBWBX_API KOBWBRealInterval KOBWBInverseAbs(const KOBWBEnvironment& environment,
+                                             const KOBWBRealInterval& z,
                                              const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBInverseAbs(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                       const KOBWBValue& x);
 
 // z = KOBWBSign(x, y), |x| with the sign of y: |x| lies in z where y >= 0 and in -z
 // where y < 0; y >= 0 when z > 0 and y <= 0 when z < 0.
-KOBWBX_API KOBWBRealInterval KOBWBInverseSign1(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
-                                               const KOBWBRealInterval& x, const KOBWBRealInterval& y);
-KOBWBX_API KOBWBRealInterval KOBWBInverseSign2(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
-                                               const KOBWBRealInterval& x, const KOBWBRealInterval& y);
+KOBWBX_API KOBWBRealInterval KOBWBInverseSign1(const KOBWBEnvironment& environment,
+                                               const KOBWBRealInterval& z,
+                                               const KOBWBRealInterval& x,
+                                               const KOBWBRealInterval& y);
+KOBWBX_API KOBWBRealInterval KOBWBInverseSign2(const KOBWBEnvironment& environment,
+                                               const KOBWBRealInterval& z,
+                                               const KOBWBRealInterval& x,
+                                               const KOBWBRealInterval& y);
 KOBWBX_API KOBWBValue KOBWBInverseSign1(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                         const KOBWBValue& x, const KOBWBValue& y);
 KOBWBX_API KOBWBValue KOBWBInverseSign2(const KOBWBEnvironment& environment, const KOBWBValue& z,

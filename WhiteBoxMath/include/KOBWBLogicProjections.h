@@ -25,31 +25,41 @@ class KOBWBEnvironment;
 // arguments are read as booleans (a number is true when non-zero).
 
 KOBWBX_API KOBWBRealInterval KOBWBInverseEqual1(const KOBWBEnvironment& environment, KOBWBBoolean z,
-                                                const KOBWBRealInterval& x, const KOBWBRealInterval& y);
+                                                const KOBWBRealInterval& x,
+                                                const KOBWBRealInterval& y);
 KOBWBX_API KOBWBRealInterval KOBWBInverseEqual2(const KOBWBEnvironment& environment, KOBWBBoolean z,
-                                                const KOBWBRealInterval& x, const KOBWBRealInterval& y);
-KOBWBX_API KOBWBIntegerInterval KOBWBInverseEqual1(const KOBWBEnvironment& environment, KOBWBBoolean z,
-                                                   const KOBWBIntegerInterval& x, const KOBWBIntegerInterval& y);
-KOBWBX_API KOBWBIntegerInterval KOBWBInverseEqual2(const KOBWBEnvironment& environment, KOBWBBoolean z,
-                                                   const KOBWBIntegerInterval& x, const KOBWBIntegerInterval& y);
-KOBWBX_API KOBWBRealInterval KOBWBInverseNotEqual1(const KOBWBEnvironment& environment, KOBWBBoolean z,
-                                                   const KOBWBRealInterval& x, const KOBWBRealInterval& y);
-KOBWBX_API KOBWBRealInterval KOBWBInverseNotEqual2(const KOBWBEnvironment& environment, KOBWBBoolean z,
-                                                   const KOBWBRealInterval& x, const KOBWBRealInterval& y);
-KOBWBX_API KOBWBIntegerInterval KOBWBInverseNotEqual1(const KOBWBEnvironment& environment, KOBWBBoolean z,
-                                                      const KOBWBIntegerInterval& x,
+                                                const KOBWBRealInterval& x,
+                                                const KOBWBRealInterval& y);
+KOBWBX_API KOBWBIntegerInterval KOBWBInverseEqual1(const KOBWBEnvironment& environment,
+                                                   KOBWBBoolean z, const KOBWBIntegerInterval& x,
+                                                   const KOBWBIntegerInterval& y);
+KOBWBX_API KOBWBIntegerInterval KOBWBInverseEqual2(const KOBWBEnvironment& environment,
+                                                   KOBWBBoolean z, const KOBWBIntegerInterval& x,
+                                                   const KOBWBIntegerInterval& y);
+KOBWBX_API KOBWBRealInterval KOBWBInverseNotEqual1(const KOBWBEnvironment& environment,
+                                                   KOBWBBoolean z, const KOBWBRealInterval& x,
+                                                   const KOBWBRealInterval& y);
+KOBWBX_API KOBWBRealInterval KOBWBInverseNotEqual2(const KOBWBEnvironment& environment,
+                                                   KOBWBBoolean z, const KOBWBRealInterval& x,
+                                                   const KOBWBRealInterval& y);
+KOBWBX_API KOBWBIntegerInterval KOBWBInverseNotEqual1(const KOBWBEnvironment& environment,
+                                                      KOBWBBoolean z, const KOBWBIntegerInterval& x,
                                                       const KOBWBIntegerInterval& y);
-KOBWBX_API KOBWBIntegerInterval KOBWBInverseNotEqual2(const KOBWBEnvironment& environment, KOBWBBoolean z,
-                                                      const KOBWBIntegerInterval& x,
+KOBWBX_API KOBWBIntegerInterval KOBWBInverseNotEqual2(const KOBWBEnvironment& environment,
+                                                      KOBWBBoolean z, const KOBWBIntegerInterval& x,
                                                       const KOBWBIntegerInterval& y);
-KOBWBX_API KOBWBRealInterval KOBWBInverseLessEqual1(const KOBWBEnvironment& environment, KOBWBBoolean z,
-                                                    const KOBWBRealInterval& x, const KOBWBRealInterval& y);
-KOBWBX_API KOBWBRealInterval KOBWBInverseLessEqual2(const KOBWBEnvironment& environment, KOBWBBoolean z,
-                                                    const KOBWBRealInterval& x, const KOBWBRealInterval& y);
-KOBWBX_API KOBWBIntegerInterval KOBWBInverseLessEqual1(const KOBWBEnvironment& environment, KOBWBBoolean z,
+KOBWBX_API KOBWBRealInterval KOBWBInverseLessEqual1(const KOBWBEnvironment& environment,
+                                                    KOBWBBoolean z, const KOBWBRealInterval& x,
+                                                    const KOBWBRealInterval& y);
+KOBWBX_API KOBWBRealInterval KOBWBInverseLessEqual2(const KOBWBEnvironment& environment,
+                                                    KOBWBBoolean z, const KOBWBRealInterval& x,
+                                                    const KOBWBRealInterval& y);
+KOBWBX_API KOBWBIntegerInterval KOBWBInverseLessEqual1(const KOBWBEnvironment& environment,
+                                                       KOBWBBoolean z,
                                                        const KOBWBIntegerInterval& x,
                                                        const KOBWBIntegerInterval& y);
-KOBWBX_API KOBWBIntegerInterval KOBWBInverseLessEqual2(const KOBWBEnvironment& environment, KOBWBBoolean z,
+KOBWBX_API KOBWBIntegerInterval KOBWBInverseLessEqual2(const KOBWBEnvironment& environment,
+                                                       KOBWBBoolean z,
                                                        const KOBWBIntegerInterval& x,
                                                        const KOBWBIntegerInterval& y);
 // The value level: z is read as a boolean; two integer kinds use the integer forms
@@ -58,14 +68,18 @@ KOBWBX_API KOBWBValue KOBWBInverseEqual1(const KOBWBEnvironment& environment, co
                                          const KOBWBValue& x, const KOBWBValue& y);
 KOBWBX_API KOBWBValue KOBWBInverseEqual2(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                          const KOBWBValue& x, const KOBWBValue& y);
-KOBWBX_API KOBWBValue KOBWBInverseNotEqual1(const KOBWBEnvironment& environment, const KOBWBValue& z,
-                                            const KOBWBValue& x, const KOBWBValue& y);
-KOBWBX_API KOBWBValue KOBWBInverseNotEqual2(const KOBWBEnvironment& environment, const KOBWBValue& z,
-                                            const KOBWBValue& x, const KOBWBValue& y);
-KOBWBX_API KOBWBValue KOBWBInverseLessEqual1(const KOBWBEnvironment& environment, const KOBWBValue& z,
-                                             const KOBWBValue& x, const KOBWBValue& y);
-KOBWBX_API KOBWBValue KOBWBInverseLessEqual2(const KOBWBEnvironment& environment, const KOBWBValue& z,
-                                             const KOBWBValue& x, const KOBWBValue& y);
+KOBWBX_API KOBWBValue KOBWBInverseNotEqual1(const KOBWBEnvironment& environment,
+                                            const KOBWBValue& z, const KOBWBValue& x,
+                                            const KOBWBValue& y);
+KOBWBX_API KOBWBValue KOBWBInverseNotEqual2(const KOBWBEnvironment& environment,
+                                            const KOBWBValue& z, const KOBWBValue& x,
+                                            const KOBWBValue& y);
+KOBWBX_API KOBWBValue KOBWBInverseLessEqual1(const KOBWBEnvironment& environment,
+                                             const KOBWBValue& z, const KOBWBValue& x,
+                                             const KOBWBValue& y);
+KOBWBX_API KOBWBValue KOBWBInverseLessEqual2(const KOBWBEnvironment& environment,
+                                             const KOBWBValue& z, const KOBWBValue& x,
+                                             const KOBWBValue& y);
 
 KOBWBX_API KOBWBBoolean KOBWBInverseNot(KOBWBBoolean z, KOBWBBoolean a);
 KOBWBX_API KOBWBBoolean KOBWBInverseAnd1(KOBWBBoolean z, KOBWBBoolean a, KOBWBBoolean b);
@@ -75,11 +89,17 @@ KOBWBX_API KOBWBBoolean KOBWBInverseOr2(KOBWBBoolean z, KOBWBBoolean a, KOBWBBoo
 KOBWBX_API KOBWBBoolean KOBWBInverseImplication1(KOBWBBoolean z, KOBWBBoolean a, KOBWBBoolean b);
 KOBWBX_API KOBWBBoolean KOBWBInverseImplication2(KOBWBBoolean z, KOBWBBoolean a, KOBWBBoolean b);
 KOBWBX_API KOBWBValue KOBWBInverseNot(const KOBWBValue& z, const KOBWBValue& a);
-KOBWBX_API KOBWBValue KOBWBInverseAnd1(const KOBWBValue& z, const KOBWBValue& a, const KOBWBValue& b);
-KOBWBX_API KOBWBValue KOBWBInverseAnd2(const KOBWBValue& z, const KOBWBValue& a, const KOBWBValue& b);
-KOBWBX_API KOBWBValue KOBWBInverseOr1(const KOBWBValue& z, const KOBWBValue& a, const KOBWBValue& b);
-KOBWBX_API KOBWBValue KOBWBInverseOr2(const KOBWBValue& z, const KOBWBValue& a, const KOBWBValue& b);
-KOBWBX_API KOBWBValue KOBWBInverseImplication1(const KOBWBValue& z, const KOBWBValue& a, const KOBWBValue& b);
-KOBWBX_API KOBWBValue KOBWBInverseImplication2(const KOBWBValue& z, const KOBWBValue& a, const KOBWBValue& b);
+KOBWBX_API KOBWBValue KOBWBInverseAnd1(const KOBWBValue& z, const KOBWBValue& a,
+                                       const KOBWBValue& b);
+KOBWBX_API KOBWBValue KOBWBInverseAnd2(const KOBWBValue& z, const KOBWBValue& a,
+                                       const KOBWBValue& b);
+KOBWBX_API KOBWBValue KOBWBInverseOr1(const KOBWBValue& z, const KOBWBValue& a,
+                                      const KOBWBValue& b);
+KOBWBX_API KOBWBValue KOBWBInverseOr2(const KOBWBValue& z, const KOBWBValue& a,
+                                      const KOBWBValue& b);
+KOBWBX_API KOBWBValue KOBWBInverseImplication1(const KOBWBValue& z, const KOBWBValue& a,
+                                               const KOBWBValue& b);
+KOBWBX_API KOBWBValue KOBWBInverseImplication2(const KOBWBValue& z, const KOBWBValue& a,
+                                               const KOBWBValue& b);
 
 #endif

@@ -14,23 +14,27 @@ class KOBWBEnvironment;
 // round into z.
 
 // floor(x) = k for x in [k, k + 1).
-KOBWBX_API KOBWBRealInterval KOBWBInverseFloor(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
+KOBWBX_API KOBWBRealInterval KOBWBInverseFloor(const KOBWBEnvironment& environment,
+                                               const KOBWBRealInterval& z,
                                                const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBInverseFloor(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                         const KOBWBValue& x);
 // ceil(x) = k for x in (k - 1, k].
-KOBWBX_API KOBWBRealInterval KOBWBInverseCeil(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
+KOBWBX_API KOBWBRealInterval KOBWBInverseCeil(const KOBWBEnvironment& environment,
+                                              const KOBWBRealInterval& z,
                                               const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBInverseCeil(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                        const KOBWBValue& x);
 // round(x) = k, halves away from zero: [k - 1/2, k + 1/2) for k > 0, (k - 1/2, k + 1/2]
 // for k < 0, (-1/2, 1/2) for 0.
-KOBWBX_API KOBWBRealInterval KOBWBInverseRound(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
+KOBWBX_API KOBWBRealInterval KOBWBInverseRound(const KOBWBEnvironment& environment,
+                                               const KOBWBRealInterval& z,
                                                const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBInverseRound(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                         const KOBWBValue& x);
 // trunc(x) = k: [k, k + 1) for k > 0, (k - 1, k] for k < 0, (-1, 1) for 0.
-KOBWBX_API KOBWBRealInterval KOBWBInverseTrunc(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
+KOBWBX_API KOBWBRealInterval KOBWBInverseTrunc(const KOBWBEnvironment& environment,
+                                               const KOBWBRealInterval& z,
                                                const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBInverseTrunc(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                         const KOBWBValue& x);

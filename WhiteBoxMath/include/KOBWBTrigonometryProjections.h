@@ -21,27 +21,33 @@ class KOBWBEnvironment;
 // which holds for every branch: asin(x) in z keeps sin(z), acos(x) in z keeps cos(z),
 // atan(x) in z keeps tan(z) (everything when z spans a pole).
 
-KOBWBX_API KOBWBRealInterval KOBWBInverseSin(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
+KOBWBX_API KOBWBRealInterval KOBWBInverseSin(const KOBWBEnvironment& environment,
+                                             const KOBWBRealInterval& z,
                                              const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBInverseSin(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                       const KOBWBValue& x);
-KOBWBX_API KOBWBRealInterval KOBWBInverseCos(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
+KOBWBX_API KOBWBRealInterval KOBWBInverseCos(const KOBWBEnvironment& environment,
+                                             const KOBWBRealInterval& z,
                                              const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBInverseCos(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                       const KOBWBValue& x);
-KOBWBX_API KOBWBRealInterval KOBWBInverseTan(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
+KOBWBX_API KOBWBRealInterval KOBWBInverseTan(const KOBWBEnvironment& environment,
+                                             const KOBWBRealInterval& z,
                                              const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBInverseTan(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                       const KOBWBValue& x);
-KOBWBX_API KOBWBRealInterval KOBWBInverseAsin(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
+KOBWBX_API KOBWBRealInterval KOBWBInverseAsin(const KOBWBEnvironment& environment,
+                                              const KOBWBRealInterval& z,
                                               const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBInverseAsin(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                        const KOBWBValue& x);
-KOBWBX_API KOBWBRealInterval KOBWBInverseAcos(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
+KOBWBX_API KOBWBRealInterval KOBWBInverseAcos(const KOBWBEnvironment& environment,
+                                              const KOBWBRealInterval& z,
                                               const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBInverseAcos(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                        const KOBWBValue& x);
-KOBWBX_API KOBWBRealInterval KOBWBInverseAtan(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
+KOBWBX_API KOBWBRealInterval KOBWBInverseAtan(const KOBWBEnvironment& environment,
+                                              const KOBWBRealInterval& z,
                                               const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBInverseAtan(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                        const KOBWBValue& x);
@@ -49,27 +55,33 @@ KOBWBX_API KOBWBValue KOBWBInverseAtan(const KOBWBEnvironment& environment, cons
 // Sinh, tanh and their inverses are monotone: x narrowed to the inverse image of z.
 // cosh(x) in z keeps acosh(z) and -acosh(z); acosh(x) in z keeps cosh of the
 // non-negative part of z.
-KOBWBX_API KOBWBRealInterval KOBWBInverseSinh(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
+KOBWBX_API KOBWBRealInterval KOBWBInverseSinh(const KOBWBEnvironment& environment,
+                                              const KOBWBRealInterval& z,
                                               const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBInverseSinh(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                        const KOBWBValue& x);
-KOBWBX_API KOBWBRealInterval KOBWBInverseCosh(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
+KOBWBX_API KOBWBRealInterval KOBWBInverseCosh(const KOBWBEnvironment& environment,
+                                              const KOBWBRealInterval& z,
                                               const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBInverseCosh(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                        const KOBWBValue& x);
-KOBWBX_API KOBWBRealInterval KOBWBInverseTanh(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
+KOBWBX_API KOBWBRealInterval KOBWBInverseTanh(const KOBWBEnvironment& environment,
+                                              const KOBWBRealInterval& z,
                                               const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBInverseTanh(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                        const KOBWBValue& x);
-KOBWBX_API KOBWBRealInterval KOBWBInverseAsinh(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
+KOBWBX_API KOBWBRealInterval KOBWBInverseAsinh(const KOBWBEnvironment& environment,
+                                               const KOBWBRealInterval& z,
                                                const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBInverseAsinh(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                         const KOBWBValue& x);
-KOBWBX_API KOBWBRealInterval KOBWBInverseAcosh(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
+KOBWBX_API KOBWBRealInterval KOBWBInverseAcosh(const KOBWBEnvironment& environment,
+                                               const KOBWBRealInterval& z,
                                                const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBInverseAcosh(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                         const KOBWBValue& x);
-KOBWBX_API KOBWBRealInterval KOBWBInverseAtanh(const KOBWBEnvironment& environment, const KOBWBRealInterval& z,
+KOBWBX_API KOBWBRealInterval KOBWBInverseAtanh(const KOBWBEnvironment& environment,
+                                               const KOBWBRealInterval& z,
                                                const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBInverseAtanh(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                         const KOBWBValue& x);

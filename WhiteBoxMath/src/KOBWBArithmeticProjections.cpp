@@ -39,7 +39,8 @@ KOBWBRealInterval Widened(double lower, double upper) {
 KOBWBRealInterval Product(const KOBWBRealInterval& a, const KOBWBRealInterval& b) {
     Corners corners;
     for (const double u : {a.lower, a.upper})
-        for (const double v : {b.lower, b.upper}) corners.Add(u, v, u * v);
+        for (const double v : {b.lower, b.upper})
+            corners.Add(u, v, u * v);
     return Widened(corners.lower, corners.upper);
 }
 
@@ -48,7 +49,8 @@ Pieces DividePieces(const KOBWBRealInterval& n, const KOBWBRealInterval& d) {
     if (d.lower > 0 || d.upper < 0) {
         Corners corners;
         for (const double u : {n.lower, n.upper})
-            for (const double v : {d.lower, d.upper}) corners.Add(u, v, u / v);
+            for (const double v : {d.lower, d.upper})
+                corners.Add(u, v, u / v);
         pieces.Add(Widened(corners.lower, corners.upper));
         return pieces;
     }

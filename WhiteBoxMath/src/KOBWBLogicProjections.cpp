@@ -19,10 +19,14 @@ enum class Relation { None, Nothing, Equal, Different, AtMost, Above };
 
 Relation RelationOf(KOBWBBoolean z, Relation whenTrue, Relation whenFalse) {
     switch (z) {
-    case KOBWBTrue: return whenTrue;
-    case KOBWBFalse: return whenFalse;
-    case KOBWBUndef: return Relation::None;
-    default: return Relation::Nothing;
+    case KOBWBTrue:
+        return whenTrue;
+    case KOBWBFalse:
+        return whenFalse;
+    case KOBWBUndef:
+        return Relation::None;
+    default:
+        return Relation::Nothing;
     }
 }
 
@@ -30,11 +34,16 @@ Relation RelationOf(KOBWBBoolean z, Relation whenTrue, Relation whenFalse) {
 Real NarrowReal(const Environment& e, Relation relation, const Real& x, const Real& y) {
     if (!ConsistentArguments(e, x, y)) return KOBWBReal_Nil;
     switch (relation) {
-    case Relation::Nothing: return Reported(e, KOBWBReal_Nil);
-    case Relation::Equal: return Reported(e, Narrow(e, x, Ordered(y)));
-    case Relation::AtMost: return Reported(e, Narrow(e, x, {-KOBWBMaxReal, y.upper}));
-    case Relation::Above: return Reported(e, Narrow(e, x, {y.lower, KOBWBMaxReal}));
-    default: return Ordered(x);
+    case Relation::Nothing:
+        return Reported(e, KOBWBReal_Nil);
+    case Relation::Equal:
+        return Reported(e, Narrow(e, x, Ordered(y)));
+    case Relation::AtMost:
+        return Reported(e, Narrow(e, x, {-KOBWBMaxReal, y.upper}));
+    case Relation::Above:
+        return Reported(e, Narrow(e, x, {y.lower, KOBWBMaxReal}));
+    default:
+        return Ordered(x);
     }
 }
 
@@ -48,11 +57,15 @@ Integer NarrowInteger(const Environment& e, Relation relation, const Integer& x,
     if (!ConsistentPair(e, x, y)) return KOBWBInteger_Nil;
     bool overflow = false;
     switch (relation) {
-    case Relation::Nothing: return ReportedInteger(e, KOBWBInteger_Nil);
-    case Relation::Equal: return ReportedInteger(e, KOBWBIntersect(x, y));
-    case Relation::AtMost: return ReportedInteger(e, KOBWBIntersect(x, {-KOBWBMaxInteger, y.upper}));
+    case Relation::Nothing:
+        return ReportedInteger(e, KOBWBInteger_Nil);
+    case Relation::Equal:
+        return ReportedInteger(e, KOBWBIntersect(x, y));
+    case Relation::AtMost:
+        return ReportedInteger(e, KOBWBIntersect(x, {-KOBWBMaxInteger, y.upper}));
     case Relation::Above:
-        return ReportedInteger(e, KOBWBIntersect(x, {SaturatedAdd(y.lower, 1, overflow), KOBWBMaxInteger}));
+        return ReportedInteger(
+            e, KOBWBIntersect(x, {SaturatedAdd(y.lower, 1, overflow), KOBWBMaxInteger}));
     case Relation::Different: {
         if (y.lower != y.upper) return x;
         Integer result = x;
@@ -60,12 +73,14 @@ Integer NarrowInteger(const Environment& e, Relation relation, const Integer& x,
         if (result.upper == y.lower) result.upper = SaturatedAdd(result.upper, -1, overflow);
         return ReportedInteger(e, result);
     }
-    default: return x;
+    default:
+        return x;
     }
 }
 
 // y of "x <= y" as "y >= x": True gives y >= x.lower, False y < x.upper.
-Real NarrowRealSecondOfLessEqual(const Environment& e, KOBWBBoolean z, const Real& x, const Real& y) {
+Real NarrowRealSecondOfLessEqual(const Environment& e, KOBWBBoolean z, const Real& x,
+                                 const Real& y) {
     const Relation relation = RelationOf(z, Relation::Above, Relation::AtMost);
     if (relation == Relation::Above) {
         if (!ConsistentArguments(e, x, y)) return KOBWBReal_Nil;
@@ -74,7 +89,8 @@ Real NarrowRealSecondOfLessEqual(const Environment& e, KOBWBBoolean z, const Rea
     return NarrowReal(e, relation, y, x);
 }
 
-Integer NarrowIntegerSecondOfLessEqual(const Environment& e, KOBWBBoolean z, const Integer& x, const Integer& y) {
+Integer NarrowIntegerSecondOfLessEqual(const Environment& e, KOBWBBoolean z, const Integer& x,
+                                       const Integer& y) {
     const Relation relation = RelationOf(z, Relation::Above, Relation::AtMost);
     if (relation == Relation::Above) {
         if (!ConsistentPair(e, x, y)) return KOBWBInteger_Nil;
@@ -83,14 +99,16 @@ Integer NarrowIntegerSecondOfLessEqual(const Environment& e, KOBWBBoolean z, con
     if (relation == Relation::AtMost) {
         if (!ConsistentPair(e, x, y)) return KOBWBInteger_Nil;
         bool overflow = false;
-        return ReportedInteger(e, KOBWBIntersect(y, {-KOBWBMaxInteger, SaturatedAdd(x.upper, -1, overflow)}));
+        return ReportedInteger(
+            e, KOBWBIntersect(y, {-KOBWBMaxInteger, SaturatedAdd(x.upper, -1, overflow)}));
     }
     return NarrowInteger(e, relation, y, x);
 }
 
 bool IsIntegerKind(const Value& v) {
     const KOBWBValueType type = v.GetType();
-    return type == KOBWBIntegerValue || type == KOBWBIntegerIntervalValue || type == KOBWBIntegerEnumValue;
+    return type == KOBWBIntegerValue || type == KOBWBIntegerIntervalValue ||
+           type == KOBWBIntegerEnumValue;
 }
 
 // The truth of a value: a Boolean as it is, a number true when non-zero.
@@ -109,8 +127,8 @@ using IntegerForm = Integer (*)(const Environment&, KOBWBBoolean, const Integer&
 
 // The narrowed value of the first (second false) or the second argument of a
 // comparison, through the projection of that argument.
-Value ProjectCompared(const Environment& e, RealForm real, IntegerForm integer, const Value& z, const Value& x,
-                      const Value& y, bool second) {
+Value ProjectCompared(const Environment& e, RealForm real, IntegerForm integer, const Value& z,
+                      const Value& x, const Value& y, bool second) {
     const KOBWBBoolean truth = TruthOf(z);
     const Value& narrowed = second ? y : x;
     const Value& other = second ? x : y;
@@ -134,18 +152,31 @@ KOBWBBoolean KeepOutcomes(KOBWBBoolean z, KOBWBBoolean a, KOBWBBoolean b, Operat
     for (unsigned x = 0; x < 2; ++x) {
         if (!(OutcomesOf(a) & (1u << x))) continue;
         for (unsigned y = 0; y < 2; ++y)
-            if ((OutcomesOf(b) & (1u << y)) && (wanted & (op(x != 0, y != 0) ? outcomeTrue : outcomeFalse)))
+            if ((OutcomesOf(b) & (1u << y)) &&
+                (wanted & (op(x != 0, y != 0) ? outcomeTrue : outcomeFalse)))
                 kept |= 1u << x;
     }
     return BooleanOf(kept);
 }
 
-bool And(bool a, bool b) { return a && b; }
-bool Or(bool a, bool b) { return a || b; }
-bool Implies(bool a, bool b) { return !a || b; }
-bool AndSwapped(bool b, bool a) { return a && b; }
-bool OrSwapped(bool b, bool a) { return a || b; }
-bool ImpliesSwapped(bool b, bool a) { return !a || b; }
+bool And(bool a, bool b) {
+    return a && b;
+}
+bool Or(bool a, bool b) {
+    return a || b;
+}
+bool Implies(bool a, bool b) {
+    return !a || b;
+}
+bool AndSwapped(bool b, bool a) {
+    return a && b;
+}
+bool OrSwapped(bool b, bool a) {
+    return a || b;
+}
+bool ImpliesSwapped(bool b, bool a) {
+    return !a || b;
+}
 
 // A boolean narrowed as a value: a Boolean takes the narrowed truth; a number keeps
 // its domain unless it must be false (0) or can be nothing.
@@ -168,10 +199,12 @@ Real KOBWBInverseEqual1(const Environment& e, KOBWBBoolean z, const Real& x, con
 Real KOBWBInverseEqual2(const Environment& e, KOBWBBoolean z, const Real& x, const Real& y) {
     return KOBWBInverseEqual1(e, z, y, x);
 }
-Integer KOBWBInverseEqual1(const Environment& e, KOBWBBoolean z, const Integer& x, const Integer& y) {
+Integer KOBWBInverseEqual1(const Environment& e, KOBWBBoolean z, const Integer& x,
+                           const Integer& y) {
     return NarrowInteger(e, RelationOf(z, Relation::Equal, Relation::Different), x, y);
 }
-Integer KOBWBInverseEqual2(const Environment& e, KOBWBBoolean z, const Integer& x, const Integer& y) {
+Integer KOBWBInverseEqual2(const Environment& e, KOBWBBoolean z, const Integer& x,
+                           const Integer& y) {
     return KOBWBInverseEqual1(e, z, y, x);
 }
 Real KOBWBInverseNotEqual1(const Environment& e, KOBWBBoolean z, const Real& x, const Real& y) {
@@ -180,10 +213,12 @@ Real KOBWBInverseNotEqual1(const Environment& e, KOBWBBoolean z, const Real& x, 
 Real KOBWBInverseNotEqual2(const Environment& e, KOBWBBoolean z, const Real& x, const Real& y) {
     return KOBWBInverseNotEqual1(e, z, y, x);
 }
-Integer KOBWBInverseNotEqual1(const Environment& e, KOBWBBoolean z, const Integer& x, const Integer& y) {
+Integer KOBWBInverseNotEqual1(const Environment& e, KOBWBBoolean z, const Integer& x,
+                              const Integer& y) {
     return NarrowInteger(e, RelationOf(z, Relation::Different, Relation::Equal), x, y);
 }
-Integer KOBWBInverseNotEqual2(const Environment& e, KOBWBBoolean z, const Integer& x, const Integer& y) {
+Integer KOBWBInverseNotEqual2(const Environment& e, KOBWBBoolean z, const Integer& x,
+                              const Integer& y) {
     return KOBWBInverseNotEqual1(e, z, y, x);
 }
 Real KOBWBInverseLessEqual1(const Environment& e, KOBWBBoolean z, const Real& x, const Real& y) {
@@ -192,10 +227,12 @@ Real KOBWBInverseLessEqual1(const Environment& e, KOBWBBoolean z, const Real& x,
 Real KOBWBInverseLessEqual2(const Environment& e, KOBWBBoolean z, const Real& x, const Real& y) {
     return NarrowRealSecondOfLessEqual(e, z, x, y);
 }
-Integer KOBWBInverseLessEqual1(const Environment& e, KOBWBBoolean z, const Integer& x, const Integer& y) {
+Integer KOBWBInverseLessEqual1(const Environment& e, KOBWBBoolean z, const Integer& x,
+                               const Integer& y) {
     return NarrowInteger(e, RelationOf(z, Relation::AtMost, Relation::Above), x, y);
 }
-Integer KOBWBInverseLessEqual2(const Environment& e, KOBWBBoolean z, const Integer& x, const Integer& y) {
+Integer KOBWBInverseLessEqual2(const Environment& e, KOBWBBoolean z, const Integer& x,
+                               const Integer& y) {
     return NarrowIntegerSecondOfLessEqual(e, z, x, y);
 }
 
@@ -240,7 +277,9 @@ KOBWBBoolean KOBWBInverseImplication2(KOBWBBoolean z, KOBWBBoolean a, KOBWBBoole
     return KeepOutcomes(z, b, a, ImpliesSwapped);
 }
 
-Value KOBWBInverseNot(const Value& z, const Value& a) { return AsNarrowed(a, KOBWBInverseNot(TruthOf(z), TruthOf(a))); }
+Value KOBWBInverseNot(const Value& z, const Value& a) {
+    return AsNarrowed(a, KOBWBInverseNot(TruthOf(z), TruthOf(a)));
+}
 Value KOBWBInverseAnd1(const Value& z, const Value& a, const Value& b) {
     return AsNarrowed(a, KOBWBInverseAnd1(TruthOf(z), TruthOf(a), TruthOf(b)));
 }

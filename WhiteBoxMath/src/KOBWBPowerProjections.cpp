@@ -54,7 +54,9 @@ Real LogarithmsOf(const Real& z) {
                    std::log(std::max(positive.upper, DBL_MIN)));
 }
 
-Real Exponentials(const Real& a) { return Outward(std::exp(a.lower), std::exp(a.upper)); }
+Real Exponentials(const Real& a) {
+    return Outward(std::exp(a.lower), std::exp(a.upper));
+}
 
 // The single integral exponent of a value, which makes a power an integer power.
 bool IntegralExponent(const Value& y, int& n) {
@@ -84,7 +86,8 @@ Real KOBWBInversePow1(const Environment& e, const Real& z, const Real& x, const 
     const Real base = Meet(Ordered(x), {KOBWBMinReal, KOBWBMaxReal});
     if (IsEmptyInterval(base)) return Reported(e, KOBWBReal_Nil);
     Real result = KOBWBReal_Nil;
-    for (int i = 0; i < pieces.count; ++i) result = Hull(result, Narrow(e, base, Exponentials(pieces.piece[i])));
+    for (int i = 0; i < pieces.count; ++i)
+        result = Hull(result, Narrow(e, base, Exponentials(pieces.piece[i])));
     return Reported(e, result);
 }
 
@@ -92,7 +95,8 @@ Real KOBWBInversePow2(const Environment& e, const Real& z, const Real& x, const 
     if (!ConsistentArguments(e, z, x, y)) return KOBWBReal_Nil;
     const Real logarithms = LogarithmsOf(z);
     const Real baseLogarithms = LogarithmsOf(Meet(Operand(x), {KOBWBMinReal, HUGE_VAL}));
-    if (IsEmptyInterval(logarithms) || IsEmptyInterval(baseLogarithms)) return Reported(e, KOBWBReal_Nil);
+    if (IsEmptyInterval(logarithms) || IsEmptyInterval(baseLogarithms))
+        return Reported(e, KOBWBReal_Nil);
     return Reported(e, NarrowToPieces(e, y, DividePieces(logarithms, baseLogarithms)));
 }
 
@@ -105,8 +109,8 @@ Real KOBWBInverseRoot(const Environment& e, const Real& z, const Real& x, int n)
         if (wide.lower <= 1 && wide.upper >= 1) image = Hull(image, {1.0, 1.0});
         return Reported(e, Narrow(e, x, image));
     }
-    const Real powers =
-        ForwardImage(e, [n](const Environment& s, const Real& a) { return KOBWBPow(s, a, n); }, wide);
+    const Real powers = ForwardImage(
+        e, [n](const Environment& s, const Real& a) { return KOBWBPow(s, a, n); }, wide);
     return Reported(e, Narrow(e, x, powers));
 }
 
@@ -128,7 +132,8 @@ Real KOBWBInverseLn(const Environment& e, const Real& z, const Real& x) {
 Real KOBWBInverseLog(const Environment& e, const Real& z, const Real& x) {
     if (!ConsistentArguments(e, z, x)) return KOBWBReal_Nil;
     const Real wide = ResultDomain(z);
-    return Reported(e, Narrow(e, x, Outward(std::pow(10.0, wide.lower), std::pow(10.0, wide.upper))));
+    return Reported(e,
+                    Narrow(e, x, Outward(std::pow(10.0, wide.lower), std::pow(10.0, wide.upper))));
 }
 
 Value KOBWBInversePow1(const Environment& e, const Value& z, const Value& x, int n) {

@@ -28,7 +28,8 @@ KOBWBValue NarrowIntegerInterval(const KOBWBEnvironment& environment, const KOBW
     return KOBWBValue(both);
 }
 
-KOBWBValue NarrowSingle(const KOBWBEnvironment& environment, const KOBWBValue& x, const Narrowing& narrowing) {
+KOBWBValue NarrowSingle(const KOBWBEnvironment& environment, const KOBWBValue& x,
+                        const Narrowing& narrowing) {
     const bool integer = x.GetType() == KOBWBIntegerValue;
     if (x.IsIndefinite()) {
         if (integer) return NarrowIntegerInterval(environment, KOBWBInteger_Any, narrowing);
@@ -40,7 +41,8 @@ KOBWBValue NarrowSingle(const KOBWBEnvironment& environment, const KOBWBValue& x
 }
 
 template <class Enum, class Element>
-KOBWBValue NarrowList(const KOBWBEnvironment& environment, const Enum& x, const Narrowing& narrowing) {
+KOBWBValue NarrowList(const KOBWBEnvironment& environment, const Enum& x,
+                      const Narrowing& narrowing) {
     Enum kept(KOBWBEnumList);
     for (int i = 0; i < x.GetSize(); ++i) {
         const Element element = x.Get(i);
@@ -52,10 +54,12 @@ KOBWBValue NarrowList(const KOBWBEnvironment& environment, const Enum& x, const 
 
 KOBWBValue NarrowIntegerEnum(const KOBWBEnvironment& environment, const KOBWBIntegerEnum& x,
                              const Narrowing& narrowing) {
-    if (x.GetRepresentation() == KOBWBEnumList) return NarrowList<KOBWBIntegerEnum, int>(environment, x, narrowing);
+    if (x.GetRepresentation() == KOBWBEnumList)
+        return NarrowList<KOBWBIntegerEnum, int>(environment, x, narrowing);
     KOBWBIntegerEnum narrowed(KOBWBEnumNil);
     if (x.GetRepresentation() != KOBWBEnumNil) {
-        const KOBWBValue hull = NarrowIntegerInterval(environment, x.GetAsIntegerInterval(), narrowing);
+        const KOBWBValue hull =
+            NarrowIntegerInterval(environment, x.GetAsIntegerInterval(), narrowing);
         if (!KOBWBIsEmpty(hull.GetAsIntegerInterval())) {
             narrowed.SetAsIntegerInterval(hull.GetAsIntegerInterval());
             narrowed.Correct(environment);
@@ -66,8 +70,10 @@ KOBWBValue NarrowIntegerEnum(const KOBWBEnvironment& environment, const KOBWBInt
     return KOBWBValue(narrowed);
 }
 
-KOBWBValue NarrowRealEnum(const KOBWBEnvironment& environment, const KOBWBRealEnum& x, const Narrowing& narrowing) {
-    if (x.GetRepresentation() == KOBWBEnumList) return NarrowList<KOBWBRealEnum, double>(environment, x, narrowing);
+KOBWBValue NarrowRealEnum(const KOBWBEnvironment& environment, const KOBWBRealEnum& x,
+                          const Narrowing& narrowing) {
+    if (x.GetRepresentation() == KOBWBEnumList)
+        return NarrowList<KOBWBRealEnum, double>(environment, x, narrowing);
     KOBWBRealEnum narrowed(KOBWBEnumNil);
     if (x.GetRepresentation() != KOBWBEnumNil) {
         const KOBWBRealInterval hull = narrowing(environment, x.GetAsRealInterval());
@@ -94,7 +100,8 @@ struct BinaryContext {
 
 } // namespace
 
-bool ReadDomain(const KOBWBEnvironment& environment, const KOBWBValue& v, KOBWBRealInterval& domain) {
+bool ReadDomain(const KOBWBEnvironment& environment, const KOBWBValue& v,
+                KOBWBRealInterval& domain) {
     const KOBWBValueType type = v.GetType();
     if (type == KOBWBUndefinedValue || type == KOBWBBooleanValue) {
         environment.SetError(errorBadKind);
@@ -104,10 +111,13 @@ bool ReadDomain(const KOBWBEnvironment& environment, const KOBWBValue& v, KOBWBR
     return true;
 }
 
-KOBWBValue NarrowValue(const KOBWBEnvironment& environment, const KOBWBValue& x, const Narrowing& narrowing) {
+KOBWBValue NarrowValue(const KOBWBEnvironment& environment, const KOBWBValue& x,
+                       const Narrowing& narrowing) {
     switch (x.GetType()) {
-    case KOBWBRealIntervalValue: return KOBWBValue(narrowing(environment, *x.GetRealIntervalPayload()));
-    case KOBWBIntegerIntervalValue: return NarrowIntegerInterval(environment, x.GetAsIntegerInterval(), narrowing);
+    case KOBWBRealIntervalValue:
+        return KOBWBValue(narrowing(environment, *x.GetRealIntervalPayload()));
+    case KOBWBIntegerIntervalValue:
+        return NarrowIntegerInterval(environment, x.GetAsIntegerInterval(), narrowing);
     case KOBWBIntegerValue:
     case KOBWBRealValue:
         if (KOBWBIsEmpty(environment, x)) {
@@ -115,39 +125,46 @@ KOBWBValue NarrowValue(const KOBWBEnvironment& environment, const KOBWBValue& x,
             return x;
         }
         return NarrowSingle(environment, x, narrowing);
-    case KOBWBIntegerEnumValue: return NarrowIntegerEnum(environment, x.GetIntegerEnum(), narrowing);
-    case KOBWBRealEnumValue: return NarrowRealEnum(environment, x.GetRealEnum(), narrowing);
-    default: environment.SetError(errorBadKind); return KOBWBValue(KOBWBReal_Nil);
+    case KOBWBIntegerEnumValue:
+        return NarrowIntegerEnum(environment, x.GetIntegerEnum(), narrowing);
+    case KOBWBRealEnumValue:
+        return NarrowRealEnum(environment, x.GetRealEnum(), narrowing);
+    default:
+        environment.SetError(errorBadKind);
+        return KOBWBValue(KOBWBReal_Nil);
     }
 }
 
-KOBWBValue ProjectUnary(const KOBWBEnvironment& environment, UnaryProjection projection, const KOBWBValue& z,
-                        const KOBWBValue& x) {
+KOBWBValue ProjectUnary(const KOBWBEnvironment& environment, UnaryProjection projection,
+                        const KOBWBValue& z, const KOBWBValue& x) {
     UnaryContext context{projection, KOBWBReal_Nil};
     if (!ReadDomain(environment, z, context.z)) return KOBWBValue(KOBWBReal_Nil);
-    return NarrowValueWith(environment, x, [&context](const KOBWBEnvironment& e, const KOBWBRealInterval& a) {
-        return context.projection(e, context.z, a);
-    });
+    return NarrowValueWith(environment, x,
+                           [&context](const KOBWBEnvironment& e, const KOBWBRealInterval& a) {
+                               return context.projection(e, context.z, a);
+                           });
 }
 
-KOBWBValue ProjectFirst(const KOBWBEnvironment& environment, BinaryProjection projection, const KOBWBValue& z,
-                        const KOBWBValue& x, const KOBWBValue& y) {
+KOBWBValue ProjectFirst(const KOBWBEnvironment& environment, BinaryProjection projection,
+                        const KOBWBValue& z, const KOBWBValue& x, const KOBWBValue& y) {
     BinaryContext context{projection, KOBWBReal_Nil, KOBWBReal_Nil};
     if (!ReadDomain(environment, z, context.z) || !ReadDomain(environment, y, context.other))
         return KOBWBValue(KOBWBReal_Nil);
-    return NarrowValueWith(environment, x, [&context](const KOBWBEnvironment& e, const KOBWBRealInterval& a) {
-        return context.projection(e, context.z, a, context.other);
-    });
+    return NarrowValueWith(environment, x,
+                           [&context](const KOBWBEnvironment& e, const KOBWBRealInterval& a) {
+                               return context.projection(e, context.z, a, context.other);
+                           });
 }
 
-KOBWBValue ProjectSecond(const KOBWBEnvironment& environment, BinaryProjection projection, const KOBWBValue& z,
-                         const KOBWBValue& x, const KOBWBValue& y) {
+KOBWBValue ProjectSecond(const KOBWBEnvironment& environment, BinaryProjection projection,
+                         const KOBWBValue& z, const KOBWBValue& x, const KOBWBValue& y) {
     BinaryContext context{projection, KOBWBReal_Nil, KOBWBReal_Nil};
     if (!ReadDomain(environment, z, context.z) || !ReadDomain(environment, x, context.other))
         return KOBWBValue(KOBWBReal_Nil);
-    return NarrowValueWith(environment, y, [&context](const KOBWBEnvironment& e, const KOBWBRealInterval& a) {
-        return context.projection(e, context.z, context.other, a);
-    });
+    return NarrowValueWith(environment, y,
+                           [&context](const KOBWBEnvironment& e, const KOBWBRealInterval& a) {
+                               return context.projection(e, context.z, context.other, a);
+                           });
 }
 
 } // namespace kobwb

@@ -25,15 +25,21 @@ namespace kobwb {
 // Relative widening of one bound: eight units of rounding.
 constexpr double projectionSlack = 8 * DBL_EPSILON;
 
-inline double Down(double v) { return std::isinf(v) ? v : v - projectionSlack * std::fabs(v); }
-inline double Up(double v) { return std::isinf(v) ? v : v + projectionSlack * std::fabs(v); }
+inline double Down(double v) {
+    return std::isinf(v) ? v : v - projectionSlack * std::fabs(v);
+}
+inline double Up(double v) {
+    return std::isinf(v) ? v : v + projectionSlack * std::fabs(v);
+}
 
 // The clamping of real results applied to bounds widened outwards.
 inline KOBWBRealInterval Outward(double lower, double upper) {
     if (std::isnan(lower) || std::isnan(upper)) return KOBWBReal_Any;
     return ClampReal(Down(lower), Up(upper));
 }
-inline KOBWBRealInterval Outward(const KOBWBRealInterval& a) { return Outward(a.lower, a.upper); }
+inline KOBWBRealInterval Outward(const KOBWBRealInterval& a) {
+    return Outward(a.lower, a.upper);
+}
 
 // Plus and minus KOBWBMaxReal are the library's infinity: a forward result clamped there
 // stands for every number beyond it, and so does an argument's bound there. Inversions
@@ -59,7 +65,9 @@ inline KOBWBRealInterval Operand(const KOBWBRealInterval& a) {
 
 constexpr KOBWBRealInterval nonNegative = {0.0, HUGE_VAL};
 
-inline bool IsEmptyInterval(const KOBWBRealInterval& a) { return !(a.lower <= a.upper); }
+inline bool IsEmptyInterval(const KOBWBRealInterval& a) {
+    return !(a.lower <= a.upper);
+}
 
 // The plain intersection, empty when the bounds cross at all.
 inline KOBWBRealInterval Meet(const KOBWBRealInterval& a, const KOBWBRealInterval& b) {
@@ -78,7 +86,8 @@ inline KOBWBRealInterval Hull(const KOBWBRealInterval& a, const KOBWBRealInterva
 // How far a bound may miss and still be taken as touching.
 inline double SnapWidth(const KOBWBEnvironment& environment, double bound) {
     const double tenth = std::fabs(bound) / 10;
-    return std::min(tenth > 1 ? tenth * environment.GetTolerance() : environment.GetTolerance(), 0.05);
+    return std::min(tenth > 1 ? tenth * environment.GetTolerance() : environment.GetTolerance(),
+                    0.05);
 }
 
 // x narrowed to the image: never wider than x, a near miss closed to x's nearer bound.
@@ -93,9 +102,11 @@ inline KOBWBRealInterval Narrow(const KOBWBEnvironment& environment, const KOBWB
     const double upper = std::isinf(image.upper) ? image.upper : std::max(image.upper, -max);
     const KOBWBRealInterval both = Meet(ordered, {lower, upper});
     if (!IsEmptyInterval(both)) return both;
-    if (image.upper < ordered.lower && ordered.lower - image.upper <= SnapWidth(environment, ordered.lower))
+    if (image.upper < ordered.lower &&
+        ordered.lower - image.upper <= SnapWidth(environment, ordered.lower))
         return {ordered.lower, ordered.lower};
-    if (image.lower > ordered.upper && image.lower - ordered.upper <= SnapWidth(environment, ordered.upper))
+    if (image.lower > ordered.upper &&
+        image.lower - ordered.upper <= SnapWidth(environment, ordered.upper))
         return {ordered.upper, ordered.upper};
     return KOBWBReal_Nil;
 }
@@ -112,10 +123,11 @@ struct Pieces {
 };
 
 // The hull of x narrowed to each piece.
-inline KOBWBRealInterval NarrowToPieces(const KOBWBEnvironment& environment, const KOBWBRealInterval& x,
-                                        const Pieces& pieces) {
+inline KOBWBRealInterval NarrowToPieces(const KOBWBEnvironment& environment,
+                                        const KOBWBRealInterval& x, const Pieces& pieces) {
     KOBWBRealInterval result = KOBWBReal_Nil;
-    for (int i = 0; i < pieces.count; ++i) result = Hull(result, Narrow(environment, x, pieces.piece[i]));
+    for (int i = 0; i < pieces.count; ++i)
+        result = Hull(result, Narrow(environment, x, pieces.piece[i]));
     return result;
 }
 
@@ -139,7 +151,8 @@ inline bool ConsistentArguments(const KOBWBEnvironment& environment, const KOBWB
 
 // Bit 1 when no point is left, as the forward functions report an argument wholly
 // outside their domain.
-inline KOBWBRealInterval Reported(const KOBWBEnvironment& environment, const KOBWBRealInterval& result) {
+inline KOBWBRealInterval Reported(const KOBWBEnvironment& environment,
+                                  const KOBWBRealInterval& result) {
     if (IsEmptyInterval(result)) {
         environment.SetError(errorEmptyArgument);
         return KOBWBReal_Nil;

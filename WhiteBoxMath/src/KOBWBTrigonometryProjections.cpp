@@ -55,15 +55,19 @@ double LastPointTo(const Branches& branches, double bound) {
 
 Real NarrowPeriodic(const Environment& e, const Real& x, const Branches& branches) {
     const Real ordered = Ordered(x);
-    const double lower =
-        std::fabs(ordered.lower) < periodicLimit ? FirstPointFrom(branches, ordered.lower) : ordered.lower;
-    const double upper =
-        std::fabs(ordered.upper) < periodicLimit ? LastPointTo(branches, ordered.upper) : ordered.upper;
+    const double lower = std::fabs(ordered.lower) < periodicLimit
+                             ? FirstPointFrom(branches, ordered.lower)
+                             : ordered.lower;
+    const double upper = std::fabs(ordered.upper) < periodicLimit
+                             ? LastPointTo(branches, ordered.upper)
+                             : ordered.upper;
     return Reported(e, Narrow(e, ordered, Real{lower, upper}));
 }
 
 // The part of the widened z inside the range [-1, 1] of sine and cosine.
-Real InRange(const Real& z) { return Meet(ResultDomain(z), KOBWBReal_TrigInv); }
+Real InRange(const Real& z) {
+    return Meet(ResultDomain(z), KOBWBReal_TrigInv);
+}
 
 template <class Forward>
 Real NarrowToImage(const Environment& e, const Real& z, const Real& x, Forward forward) {
@@ -114,7 +118,8 @@ Real KOBWBInverseAcos(const Environment& e, const Real& z, const Real& x) {
                          [](const Environment& s, const Real& a) { return KOBWBCos(s, a); });
 }
 Real KOBWBInverseAtan(const Environment& e, const Real& z, const Real& x) {
-    return NarrowToImage(e, z, x, [](const Environment& s, const Real& a) { return KOBWBTan(s, a); });
+    return NarrowToImage(e, z, x,
+                         [](const Environment& s, const Real& a) { return KOBWBTan(s, a); });
 }
 
 Real KOBWBInverseSinh(const Environment& e, const Real& z, const Real& x) {
@@ -126,7 +131,8 @@ Real KOBWBInverseCosh(const Environment& e, const Real& z, const Real& x) {
     if (!ConsistentArguments(e, z, x)) return KOBWBReal_Nil;
     const Real w = Meet(ResultDomain(z), {1.0, HUGE_VAL});
     if (IsEmptyInterval(w)) return Reported(e, KOBWBReal_Nil);
-    return Reported(e, NarrowToPieces(e, x, Symmetric(Outward(std::acosh(w.lower), std::acosh(w.upper)))));
+    return Reported(
+        e, NarrowToPieces(e, x, Symmetric(Outward(std::acosh(w.lower), std::acosh(w.upper)))));
 }
 Real KOBWBInverseTanh(const Environment& e, const Real& z, const Real& x) {
     if (!ConsistentArguments(e, z, x)) return KOBWBReal_Nil;
@@ -138,14 +144,16 @@ Real KOBWBInverseTanh(const Environment& e, const Real& z, const Real& x) {
     return Reported(e, Narrow(e, x, Outward(lower, upper)));
 }
 Real KOBWBInverseAsinh(const Environment& e, const Real& z, const Real& x) {
-    return NarrowToImage(e, z, x, [](const Environment& s, const Real& a) { return KOBWBSinh(s, a); });
+    return NarrowToImage(e, z, x,
+                         [](const Environment& s, const Real& a) { return KOBWBSinh(s, a); });
 }
 Real KOBWBInverseAcosh(const Environment& e, const Real& z, const Real& x) {
     return NarrowToImage(e, Meet(Ordered(z), KOBWBReal_Pos), Meet(Ordered(x), {1.0, KOBWBMaxReal}),
                          [](const Environment& s, const Real& a) { return KOBWBCosh(s, a); });
 }
 Real KOBWBInverseAtanh(const Environment& e, const Real& z, const Real& x) {
-    return NarrowToImage(e, z, x, [](const Environment& s, const Real& a) { return KOBWBTanh(s, a); });
+    return NarrowToImage(e, z, x,
+                         [](const Environment& s, const Real& a) { return KOBWBTanh(s, a); });
 }
 
 Value KOBWBInverseSin(const Environment& e, const Value& z, const Value& x) {

@@ -20,7 +20,9 @@ namespace {
 
 using RI = KOBWBRealInterval;
 
-RI Domain(KOBWBVariable* v) { return v->GetExprValue().GetAsRealInterval(); }
+RI Domain(KOBWBVariable* v) {
+    return v->GetExprValue().GetAsRealInterval();
+}
 
 KOBWBVariable* Variable(KOBWBFactory& factory, const KOBWBValue& domain) {
     KOBWBVariable* v = factory.CreateVariable();
@@ -70,9 +72,10 @@ TEST(KOBWBContractorTest, EveryEquationType) {
         RI x;
     };
     // x - 3 in relation to 0 over x in [0, 10].
-    const Case cases[] = {{KOBWBEqEqual, {3, 3}},        {KOBWBEqNotEqual, {0, 10}}, {KOBWBEqLessEqual, {0, 3}},
-                          {KOBWBEqLess, {0, 3}},          {KOBWBEqGreaterEqual, {3, 10}},
-                          {KOBWBEqGreater, {3, 10}},      {KOBWBEqMinimize, {0, 10}}};
+    const Case cases[] = {{KOBWBEqEqual, {3, 3}},         {KOBWBEqNotEqual, {0, 10}},
+                          {KOBWBEqLessEqual, {0, 3}},     {KOBWBEqLess, {0, 3}},
+                          {KOBWBEqGreaterEqual, {3, 10}}, {KOBWBEqGreater, {3, 10}},
+                          {KOBWBEqMinimize, {0, 10}}};
     for (const Case& c : cases) {
         KOBWBFactory factory;
         KOBWBVariable* x = Variable(factory, KOBWBValue(RI{0, 10}));
@@ -112,8 +115,8 @@ TEST(KOBWBContractorTest, ReportsSystemsWithoutSolution) {
 TEST(KOBWBContractorTest, IntegerAndEnumeratedDomainsKeepTheirKinds) {
     KOBWBFactory factory;
     KOBWBVariable* n = Variable(factory, KOBWBValue(KOBWBIntegerInterval{0, 10}));
-    factory.AddEquation(factory.CreateProduct(factory.CreateIntegerConstant(3), n), KOBWBEqLessEqual,
-                        factory.CreateRealConstant(13.5));
+    factory.AddEquation(factory.CreateProduct(factory.CreateIntegerConstant(3), n),
+                        KOBWBEqLessEqual, factory.CreateRealConstant(13.5));
     factory.AddEquation(n, KOBWBEqGreater, factory.CreateRealConstant(3.2));
     KOBWBValue choices(KOBWBIntegerEnumValue);
     const int elements[] = {-3, -1, 1, 2, 3, 5};
@@ -139,16 +142,21 @@ struct System {
 
 using Builder = std::function<KOBWBExpression*(KOBWBFactory&, KOBWBExpression*, KOBWBExpression*)>;
 
-KOBWBExpression* RandomExpression(KOBWBFactory& factory, std::mt19937_64& random, const System& system, int depth) {
+KOBWBExpression* RandomExpression(KOBWBFactory& factory, std::mt19937_64& random,
+                                  const System& system, int depth) {
     const int count = static_cast<int>(system.variables.size());
     if (depth == 0 || random() % 4 == 0) {
-        if (random() % 5 == 0) return factory.CreateRealConstant(std::uniform_real_distribution<double>(-3, 3)(random));
+        if (random() % 5 == 0)
+            return factory.CreateRealConstant(
+                std::uniform_real_distribution<double>(-3, 3)(random));
         return system.variables[random() % count];
     }
     static const std::vector<Builder> builders = {
         [](KOBWBFactory& f, KOBWBExpression* a, KOBWBExpression* b) { return f.CreateSum(a, b); },
         [](KOBWBFactory& f, KOBWBExpression* a, KOBWBExpression* b) { return f.CreateSub(a, b); },
-        [](KOBWBFactory& f, KOBWBExpression* a, KOBWBExpression* b) { return f.CreateProduct(a, b); },
+        [](KOBWBFactory& f, KOBWBExpression* a, KOBWBExpression* b) {
+            return f.CreateProduct(a, b);
+        },
         [](KOBWBFactory& f, KOBWBExpression* a, KOBWBExpression* b) { return f.CreateMax(a, b); },
         [](KOBWBFactory& f, KOBWBExpression* a, KOBWBExpression*) { return f.CreatePower(a, 2); },
         [](KOBWBFactory& f, KOBWBExpression* a, KOBWBExpression*) { return f.CreatePower(a, 3); },
@@ -185,13 +193,18 @@ TEST(KOBWBContractorTest, RandomSystemsKeepTheirSolutions) {
             if (!std::isfinite(value) || std::fabs(value) > 1e6) continue;
             const int kind = static_cast<int>(random() % 3);
             const double room = kind == 0 ? 0 : unit(random);
-            const KOBWBEquationType type = kind == 0 ? KOBWBEqEqual : kind == 1 ? KOBWBEqLessEqual : KOBWBEqGreater;
+            const KOBWBEquationType type = kind == 0   ? KOBWBEqEqual
+                                           : kind == 1 ? KOBWBEqLessEqual
+                                                       : KOBWBEqGreater;
             factory.AddEquation(root, type,
-                                factory.CreateRealConstant(kind == 0 ? value : kind == 1 ? value + room : value - room - 1e-9));
+                                factory.CreateRealConstant(kind == 0   ? value
+                                                           : kind == 1 ? value + room
+                                                                       : value - room - 1e-9));
         }
         std::vector<RI> boxes;
         for (int i = 0; i < 3; ++i) {
-            const RI box = {system.solution[i] - 3 * unit(random), system.solution[i] + 3 * unit(random)};
+            const RI box = {system.solution[i] - 3 * unit(random),
+                            system.solution[i] + 3 * unit(random)};
             boxes.push_back(box);
             system.variables[i]->SetExprValue(KOBWBValue(box));
         }
@@ -201,9 +214,10 @@ TEST(KOBWBContractorTest, RandomSystemsKeepTheirSolutions) {
         for (int i = 0; i < 3; ++i) {
             const RI d = Domain(system.variables[i]);
             ASSERT_TRUE(d.lower <= system.solution[i] && system.solution[i] <= d.upper)
-                << "trial " << trial << " lost " << system.solution[i] << " of variable " << i << ": [" << d.lower
-                << ", " << d.upper << "]";
-            ASSERT_TRUE(d.lower >= boxes[i].lower && d.upper <= boxes[i].upper) << "trial " << trial;
+                << "trial " << trial << " lost " << system.solution[i] << " of variable " << i
+                << ": [" << d.lower << ", " << d.upper << "]";
+            ASSERT_TRUE(d.lower >= boxes[i].lower && d.upper <= boxes[i].upper)
+                << "trial " << trial;
             narrowed = narrowed || d.lower > boxes[i].lower || d.upper < boxes[i].upper;
         }
         narrowedSystems += narrowed;

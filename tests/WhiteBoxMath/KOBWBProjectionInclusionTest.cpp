@@ -84,73 +84,199 @@ RI RandomResult(Random& random, double image, double spread) {
 // Whether the projection cut something off, which a projection that answers its
 // argument unchanged never does.
 bool Narrower(const RI& narrowed, const RI& box) {
-    return !(narrowed.lower <= narrowed.upper) || narrowed.lower > box.lower || narrowed.upper < box.upper;
+    return !(narrowed.lower <= narrowed.upper) || narrowed.lower > box.lower ||
+           narrowed.upper < box.upper;
 }
 
-bool Inside(double v, const RI& box) { return v >= box.lower && v <= box.upper; }
+bool Inside(double v, const RI& box) {
+    return v >= box.lower && v <= box.upper;
+}
 
 bool InsideOrEqual(const RI& inner, const RI& outer) {
     if (!(inner.lower <= inner.upper)) return true;
     return inner.lower >= outer.lower && inner.upper <= outer.upper;
 }
 
-std::string Text(const RI& a) { return "[" + std::to_string(a.lower) + ", " + std::to_string(a.upper) + "]"; }
+std::string Text(const RI& a) {
+    return "[" + std::to_string(a.lower) + ", " + std::to_string(a.upper) + "]";
+}
 
-double Signed(double a, double b) { return b >= 0 ? std::fabs(a) : -std::fabs(a); }
+double Signed(double a, double b) {
+    return b >= 0 ? std::fabs(a) : -std::fabs(a);
+}
 
 std::vector<UnaryCase> UnaryCases() {
     const double pi = 3.141592653589793;
     return {
-        {"abs", [](double x) { return std::fabs(x); }, [](auto& e, auto& z, auto& x) { return KOBWBInverseAbs(e, z, x); }, {-10, 10}},
-        {"sqr", [](double x) { return x * x; }, [](auto& e, auto& z, auto& x) { return KOBWBInversePow1(e, z, x, 2); }, {-10, 10}},
-        {"cube", [](double x) { return x * x * x; }, [](auto& e, auto& z, auto& x) { return KOBWBInversePow1(e, z, x, 3); }, {-10, 10}},
-        {"pow-2", [](double x) { return 1 / (x * x); }, [](auto& e, auto& z, auto& x) { return KOBWBInversePow1(e, z, x, -2); }, {-10, 10}},
-        {"pow-3", [](double x) { return 1 / (x * x * x); }, [](auto& e, auto& z, auto& x) { return KOBWBInversePow1(e, z, x, -3); }, {-10, 10}},
-        {"sqrt", [](double x) { return std::sqrt(x); }, [](auto& e, auto& z, auto& x) { return KOBWBInverseSqrt(e, z, x); }, {0, 100}},
-        {"cbrt", [](double x) { return std::cbrt(x); }, [](auto& e, auto& z, auto& x) { return KOBWBInverseRoot(e, z, x, 3); }, {-100, 100}},
-        {"negative square root", [](double x) { return -std::sqrt(x); }, [](auto& e, auto& z, auto& x) { return KOBWBInverseRoot(e, z, x, 2); }, {0, 100}},
-        {"exp", [](double x) { return std::exp(x); }, [](auto& e, auto& z, auto& x) { return KOBWBInverseExp(e, z, x); }, {-800, 50}},
-        {"ln", [](double x) { return std::log(x); }, [](auto& e, auto& z, auto& x) { return KOBWBInverseLn(e, z, x); }, {1e-6, 1e6}},
-        {"log", [](double x) { return std::log10(x); }, [](auto& e, auto& z, auto& x) { return KOBWBInverseLog(e, z, x); }, {1e-6, 1e6}},
-        {"sin", [](double x) { return std::sin(x); }, [](auto& e, auto& z, auto& x) { return KOBWBInverseSin(e, z, x); }, {-50, 50}},
-        {"cos", [](double x) { return std::cos(x); }, [](auto& e, auto& z, auto& x) { return KOBWBInverseCos(e, z, x); }, {-50, 50}},
-        {"tan", [](double x) { return std::tan(x); }, [](auto& e, auto& z, auto& x) { return KOBWBInverseTan(e, z, x); }, {-20, 20}},
-        {"sin far away", [](double x) { return std::sin(x); }, [](auto& e, auto& z, auto& x) { return KOBWBInverseSin(e, z, x); }, {1e6, 1e6 + 30}},
-        {"asin", [](double x) { return std::asin(x); }, [](auto& e, auto& z, auto& x) { return KOBWBInverseAsin(e, z, x); }, {-1, 1}},
-        {"asin other branch", [pi](double x) { return pi - std::asin(x) + 2 * pi; }, [](auto& e, auto& z, auto& x) { return KOBWBInverseAsin(e, z, x); }, {-1, 1}},
-        {"acos", [](double x) { return std::acos(x); }, [](auto& e, auto& z, auto& x) { return KOBWBInverseAcos(e, z, x); }, {-1, 1}},
-        {"atan", [](double x) { return std::atan(x); }, [](auto& e, auto& z, auto& x) { return KOBWBInverseAtan(e, z, x); }, {-100, 100}},
-        {"sinh", [](double x) { return std::sinh(x); }, [](auto& e, auto& z, auto& x) { return KOBWBInverseSinh(e, z, x); }, {-20, 20}},
-        {"cosh", [](double x) { return std::cosh(x); }, [](auto& e, auto& z, auto& x) { return KOBWBInverseCosh(e, z, x); }, {-20, 20}},
-        {"tanh", [](double x) { return std::tanh(x); }, [](auto& e, auto& z, auto& x) { return KOBWBInverseTanh(e, z, x); }, {-30, 30}},
-        {"asinh", [](double x) { return std::asinh(x); }, [](auto& e, auto& z, auto& x) { return KOBWBInverseAsinh(e, z, x); }, {-100, 100}},
-        {"acosh", [](double x) { return std::acosh(x); }, [](auto& e, auto& z, auto& x) { return KOBWBInverseAcosh(e, z, x); }, {1, 100}},
-        {"atanh", [](double x) { return std::atanh(x); }, [](auto& e, auto& z, auto& x) { return KOBWBInverseAtanh(e, z, x); }, {-0.999, 0.999}},
-        {"floor", [](double x) { return std::floor(x); }, [](auto& e, auto& z, auto& x) { return KOBWBInverseFloor(e, z, x); }, {-10, 10}},
-        {"ceil", [](double x) { return std::ceil(x); }, [](auto& e, auto& z, auto& x) { return KOBWBInverseCeil(e, z, x); }, {-10, 10}},
-        {"round", [](double x) { return std::round(x); }, [](auto& e, auto& z, auto& x) { return KOBWBInverseRound(e, z, x); }, {-10, 10}},
-        {"trunc", [](double x) { return std::trunc(x); }, [](auto& e, auto& z, auto& x) { return KOBWBInverseTrunc(e, z, x); }, {-10, 10}},
+        {"abs",
+         [](double x) { return std::fabs(x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInverseAbs(e, z, x); },
+         {-10, 10}},
+        {"sqr",
+         [](double x) { return x * x; },
+         [](auto& e, auto& z, auto& x) { return KOBWBInversePow1(e, z, x, 2); },
+         {-10, 10}},
+        {"cube",
+         [](double x) { return x * x * x; },
+         [](auto& e, auto& z, auto& x) { return KOBWBInversePow1(e, z, x, 3); },
+         {-10, 10}},
+        {"pow-2",
+         [](double x) { return 1 / (x * x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInversePow1(e, z, x, -2); },
+         {-10, 10}},
+        {"pow-3",
+         [](double x) { return 1 / (x * x * x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInversePow1(e, z, x, -3); },
+         {-10, 10}},
+        {"sqrt",
+         [](double x) { return std::sqrt(x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInverseSqrt(e, z, x); },
+         {0, 100}},
+        {"cbrt",
+         [](double x) { return std::cbrt(x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInverseRoot(e, z, x, 3); },
+         {-100, 100}},
+        {"negative square root",
+         [](double x) { return -std::sqrt(x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInverseRoot(e, z, x, 2); },
+         {0, 100}},
+        {"exp",
+         [](double x) { return std::exp(x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInverseExp(e, z, x); },
+         {-800, 50}},
+        {"ln",
+         [](double x) { return std::log(x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInverseLn(e, z, x); },
+         {1e-6, 1e6}},
+        {"log",
+         [](double x) { return std::log10(x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInverseLog(e, z, x); },
+         {1e-6, 1e6}},
+        {"sin",
+         [](double x) { return std::sin(x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInverseSin(e, z, x); },
+         {-50, 50}},
+        {"cos",
+         [](double x) { return std::cos(x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInverseCos(e, z, x); },
+         {-50, 50}},
+        {"tan",
+         [](double x) { return std::tan(x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInverseTan(e, z, x); },
+         {-20, 20}},
+        {"sin far away",
+         [](double x) { return std::sin(x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInverseSin(e, z, x); },
+         {1e6, 1e6 + 30}},
+        {"asin",
+         [](double x) { return std::asin(x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInverseAsin(e, z, x); },
+         {-1, 1}},
+        {"asin other branch",
+         [pi](double x) { return pi - std::asin(x) + 2 * pi; },
+         [](auto& e, auto& z, auto& x) { return KOBWBInverseAsin(e, z, x); },
+         {-1, 1}},
+        {"acos",
+         [](double x) { return std::acos(x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInverseAcos(e, z, x); },
+         {-1, 1}},
+        {"atan",
+         [](double x) { return std::atan(x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInverseAtan(e, z, x); },
+         {-100, 100}},
+        {"sinh",
+         [](double x) { return std::sinh(x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInverseSinh(e, z, x); },
+         {-20, 20}},
+        {"cosh",
+         [](double x) { return std::cosh(x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInverseCosh(e, z, x); },
+         {-20, 20}},
+        {"tanh",
+         [](double x) { return std::tanh(x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInverseTanh(e, z, x); },
+         {-30, 30}},
+        {"asinh",
+         [](double x) { return std::asinh(x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInverseAsinh(e, z, x); },
+         {-100, 100}},
+        {"acosh",
+         [](double x) { return std::acosh(x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInverseAcosh(e, z, x); },
+         {1, 100}},
+        {"atanh",
+         [](double x) { return std::atanh(x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInverseAtanh(e, z, x); },
+         {-0.999, 0.999}},
+        {"floor",
+         [](double x) { return std::floor(x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInverseFloor(e, z, x); },
+         {-10, 10}},
+        {"ceil",
+         [](double x) { return std::ceil(x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInverseCeil(e, z, x); },
+         {-10, 10}},
+        {"round",
+         [](double x) { return std::round(x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInverseRound(e, z, x); },
+         {-10, 10}},
+        {"trunc",
+         [](double x) { return std::trunc(x); },
+         [](auto& e, auto& z, auto& x) { return KOBWBInverseTrunc(e, z, x); },
+         {-10, 10}},
     };
 }
 
 std::vector<BinaryCase> BinaryCases() {
     return {
-        {"sum", [](double x, double y) { return x + y; }, [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseSum1(e, z, x, y); },
-         [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseSum2(e, z, x, y); }, {-1e3, 1e3}, {-1e3, 1e3}},
-        {"difference", [](double x, double y) { return x - y; }, [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseSub1(e, z, x, y); },
-         [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseSub2(e, z, x, y); }, {-1e3, 1e3}, {-1e3, 1e3}},
-        {"product", [](double x, double y) { return x * y; }, [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseMul1(e, z, x, y); },
-         [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseMul2(e, z, x, y); }, {-10, 10}, {-10, 10}},
-        {"quotient", [](double x, double y) { return x / y; }, [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseDiv1(e, z, x, y); },
-         [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseDiv2(e, z, x, y); }, {-10, 10}, {-10, 10}},
-        {"min", [](double x, double y) { return std::min(x, y); }, [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseMin1(e, z, x, y); },
-         [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseMin2(e, z, x, y); }, {-10, 10}, {-10, 10}},
-        {"max", [](double x, double y) { return std::max(x, y); }, [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseMax1(e, z, x, y); },
-         [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseMax2(e, z, x, y); }, {-10, 10}, {-10, 10}},
-        {"sign", Signed, [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseSign1(e, z, x, y); },
-         [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseSign2(e, z, x, y); }, {-10, 10}, {-10, 10}},
-        {"power", [](double x, double y) { return std::pow(x, y); }, [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInversePow1(e, z, x, y); },
-         [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInversePow2(e, z, x, y); }, {1e-3, 20}, {-5, 5}},
+        {"sum",
+         [](double x, double y) { return x + y; },
+         [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseSum1(e, z, x, y); },
+         [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseSum2(e, z, x, y); },
+         {-1e3, 1e3},
+         {-1e3, 1e3}},
+        {"difference",
+         [](double x, double y) { return x - y; },
+         [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseSub1(e, z, x, y); },
+         [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseSub2(e, z, x, y); },
+         {-1e3, 1e3},
+         {-1e3, 1e3}},
+        {"product",
+         [](double x, double y) { return x * y; },
+         [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseMul1(e, z, x, y); },
+         [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseMul2(e, z, x, y); },
+         {-10, 10},
+         {-10, 10}},
+        {"quotient",
+         [](double x, double y) { return x / y; },
+         [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseDiv1(e, z, x, y); },
+         [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseDiv2(e, z, x, y); },
+         {-10, 10},
+         {-10, 10}},
+        {"min",
+         [](double x, double y) { return std::min(x, y); },
+         [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseMin1(e, z, x, y); },
+         [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseMin2(e, z, x, y); },
+         {-10, 10},
+         {-10, 10}},
+        {"max",
+         [](double x, double y) { return std::max(x, y); },
+         [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseMax1(e, z, x, y); },
+         [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseMax2(e, z, x, y); },
+         {-10, 10},
+         {-10, 10}},
+        {"sign",
+         Signed,
+         [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseSign1(e, z, x, y); },
+         [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInverseSign2(e, z, x, y); },
+         {-10, 10},
+         {-10, 10}},
+        {"power",
+         [](double x, double y) { return std::pow(x, y); },
+         [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInversePow1(e, z, x, y); },
+         [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInversePow2(e, z, x, y); },
+         {1e-3, 20},
+         {-5, 5}},
     };
 }
 
@@ -165,14 +291,16 @@ TEST(KOBWBProjectionInclusionTest, UnaryProjectionsKeepEverySolution) {
             const RI z = RandomResult(random, image, std::fabs(image) * 0.1 + 0.1);
             const Env environment;
             const RI narrowed = c.projection(environment, z, x);
-            ASSERT_TRUE(InsideOrEqual(narrowed, x)) << c.name << " widened " << Text(x) << " to " << Text(narrowed);
+            ASSERT_TRUE(InsideOrEqual(narrowed, x))
+                << c.name << " widened " << Text(x) << " to " << Text(narrowed);
             cut += Narrower(narrowed, x);
             for (int p = 0; p < pointsPerBox; ++p) {
                 const double point = RandomPoint(random, x);
                 if (!Inside(c.f(point), z)) continue;
                 ++checked;
-                ASSERT_TRUE(Inside(point, narrowed)) << c.name << " lost " << point << " of " << Text(x) << " for z "
-                                                     << Text(z) << ": " << Text(narrowed);
+                ASSERT_TRUE(Inside(point, narrowed))
+                    << c.name << " lost " << point << " of " << Text(x) << " for z " << Text(z)
+                    << ": " << Text(narrowed);
             }
         }
         EXPECT_GT(checked, boxes) << c.name;
@@ -193,8 +321,10 @@ TEST(KOBWBProjectionInclusionTest, BinaryProjectionsKeepEverySolution) {
             const Env environment;
             const RI first = c.first(environment, z, x, y);
             const RI second = c.second(environment, z, x, y);
-            ASSERT_TRUE(InsideOrEqual(first, x)) << c.name << " widened " << Text(x) << " to " << Text(first);
-            ASSERT_TRUE(InsideOrEqual(second, y)) << c.name << " widened " << Text(y) << " to " << Text(second);
+            ASSERT_TRUE(InsideOrEqual(first, x))
+                << c.name << " widened " << Text(x) << " to " << Text(first);
+            ASSERT_TRUE(InsideOrEqual(second, y))
+                << c.name << " widened " << Text(y) << " to " << Text(second);
             cut += Narrower(first, x) || Narrower(second, y);
             for (int p = 0; p < pointsPerBox; ++p) {
                 const double u = RandomPoint(random, x);
@@ -203,8 +333,9 @@ TEST(KOBWBProjectionInclusionTest, BinaryProjectionsKeepEverySolution) {
                 if (!std::isfinite(w) || !Inside(w, z)) continue;
                 ++checked;
                 ASSERT_TRUE(Inside(u, first) && Inside(v, second))
-                    << c.name << " lost (" << u << ", " << v << ") of " << Text(x) << " x " << Text(y) << " for z "
-                    << Text(z) << ": " << Text(first) << " x " << Text(second);
+                    << c.name << " lost (" << u << ", " << v << ") of " << Text(x) << " x "
+                    << Text(y) << " for z " << Text(z) << ": " << Text(first) << " x "
+                    << Text(second);
             }
         }
         EXPECT_GT(checked, boxes) << c.name;

@@ -22,7 +22,9 @@ using Value = KOBWBValue;
 
 constexpr double pi = 3.141592653589793;
 
-bool IsNil(const RI& a) { return a.lower > a.upper; }
+bool IsNil(const RI& a) {
+    return a.lower > a.upper;
+}
 
 void ExpectNear(const RI& actual, double lower, double upper, double tolerance = 1e-12) {
     EXPECT_NEAR(actual.lower, lower, tolerance * std::max(1.0, std::fabs(lower)));
@@ -34,7 +36,8 @@ TEST(KOBWBProjectionTest, DivisorsAndBasesAroundZero) {
     // x * y = z with y holding 0: x lies in two unbounded pieces cut by x's box.
     ExpectNear(KOBWBInverseMul1(e, {1, 2}, {-10, 10}, {-1, 2}), -10, 10);
     ExpectNear(KOBWBInverseMul1(e, {1, 2}, {-10, 10}, {0, 2}), 0.5, 10);
-    EXPECT_TRUE(IsNil(KOBWBInverseMul1(e, {1, 2}, {-0.5, 0.4}, {-1, 2}))) << "x <= -1 or x >= 1/2 is needed";
+    EXPECT_TRUE(IsNil(KOBWBInverseMul1(e, {1, 2}, {-0.5, 0.4}, {-1, 2})))
+        << "x <= -1 or x >= 1/2 is needed";
     // Both holding 0 leave x whole; y = 0 alone leaves nothing for z != 0.
     ExpectNear(KOBWBInverseMul1(e, {-1, 2}, {-3, 3}, {-1, 1}), -3, 3);
     EXPECT_TRUE(IsNil(KOBWBInverseMul1(e, {1, 2}, {-3, 3}, {0, 0})));
@@ -65,7 +68,8 @@ TEST(KOBWBProjectionTest, PeriodicFunctionsOverSeveralPeriods) {
     ExpectNear(KOBWBInverseSin(e, {0.5, 1}, {3, 9}), pi / 6 + 2 * pi, 5 * pi / 6 + 2 * pi);
     ExpectNear(KOBWBInverseCos(e, {1, 1}, {-1, 30}), 0, 8 * pi, 1e-7);
     // cos x <= -1/2 around x = -32 Pi.
-    ExpectNear(KOBWBInverseCos(e, {-1, -0.5}, {-100, -95}), 2 * pi / 3 - 32 * pi, 4 * pi / 3 - 32 * pi);
+    ExpectNear(KOBWBInverseCos(e, {-1, -0.5}, {-100, -95}), 2 * pi / 3 - 32 * pi,
+               4 * pi / 3 - 32 * pi);
     ExpectNear(KOBWBInverseTan(e, {0, 0}, {1, 10}), pi, 3 * pi);
     EXPECT_TRUE(IsNil(KOBWBInverseSin(e, {0.9, 1}, {-1.5, 0.5})));
     EXPECT_TRUE(IsNil(KOBWBInverseCos(e, {1.5, 2}, {-1, 1})));
@@ -149,7 +153,8 @@ TEST(KOBWBProjectionTest, ComparisonsAndLogic) {
     EXPECT_EQ(below.upper, 2);
     const II different = KOBWBInverseNotEqual1(e, KOBWBTrue, II{4, 9}, II{4, 4});
     EXPECT_EQ(different.lower, 5);
-    const Value integer = KOBWBInverseLessEqual1(e, Value(KOBWBFalse), Value(II{0, 10}), Value(II{2, 4}));
+    const Value integer =
+        KOBWBInverseLessEqual1(e, Value(KOBWBFalse), Value(II{0, 10}), Value(II{2, 4}));
     EXPECT_EQ(integer.GetAsIntegerInterval().lower, 3);
     // Four-valued logic: a true conjunction makes both sides true; a false one with a
     // true side makes the other false; an implication that holds with a true premise

@@ -99,7 +99,8 @@ bool ParseIntervals(const std::string& text, std::vector<RI>& intervals, int& ex
         }
         if (text[at] != '[') {
             std::size_t end = at;
-            while (end < text.size() && !std::isspace(static_cast<unsigned char>(text[end]))) ++end;
+            while (end < text.size() && !std::isspace(static_cast<unsigned char>(text[end])))
+                ++end;
             exponent = std::atoi(text.substr(at, end - at).c_str());
             at = end;
             continue;
@@ -125,7 +126,9 @@ bool ParseIntervals(const std::string& text, std::vector<RI>& intervals, int& ex
     return true;
 }
 
-bool IsEmpty(const RI& a) { return !(a.lower <= a.upper); }
+bool IsEmpty(const RI& a) {
+    return !(a.lower <= a.upper);
+}
 
 // The library's power with a real exponent is exp(y ln x): its bases are positive and
 // its results, computed in double, underflow to 0. Cases of a base that reaches 0 or a
@@ -156,12 +159,14 @@ bool Project(const Case& c, RI& result) {
     const RI x = binary && a.size() > 1 ? a[1] : KOBWBReal_Any;
     using Unary = std::function<RI(const Env&, const RI&, const RI&)>;
     const std::map<std::string, Unary> unary = {
-        {"sqrRev", [](const Env& s, const RI& z, const RI& v) { return KOBWBInversePow1(s, z, v, 2); }},
+        {"sqrRev",
+         [](const Env& s, const RI& z, const RI& v) { return KOBWBInversePow1(s, z, v, 2); }},
         {"absRev", [](const Env& s, const RI& z, const RI& v) { return KOBWBInverseAbs(s, z, v); }},
         {"sinRev", [](const Env& s, const RI& z, const RI& v) { return KOBWBInverseSin(s, z, v); }},
         {"cosRev", [](const Env& s, const RI& z, const RI& v) { return KOBWBInverseCos(s, z, v); }},
         {"tanRev", [](const Env& s, const RI& z, const RI& v) { return KOBWBInverseTan(s, z, v); }},
-        {"coshRev", [](const Env& s, const RI& z, const RI& v) { return KOBWBInverseCosh(s, z, v); }},
+        {"coshRev",
+         [](const Env& s, const RI& z, const RI& v) { return KOBWBInverseCosh(s, z, v); }},
     };
     const auto found = unary.find(name);
     if (found != unary.end() && a.size() == unaryArguments) {
@@ -195,7 +200,9 @@ double Tolerance(double bound, bool flat) {
 // Whether the result domain of a case touches a point where the function is flat.
 bool TouchesFlatPoint(const Case& c) {
     const RI& z = c.intervals[0];
-    const auto touches = [&z](double v) { return std::fabs(z.lower - v) < 1e-14 || std::fabs(z.upper - v) < 1e-14; };
+    const auto touches = [&z](double v) {
+        return std::fabs(z.lower - v) < 1e-14 || std::fabs(z.upper - v) < 1e-14;
+    };
     const std::string name = c.operation.substr(0, c.operation.find("Rev"));
     if (name == "sin" || name == "cos") return touches(1) || touches(-1);
     if (name == "cosh") return touches(1);
@@ -231,7 +238,8 @@ std::string Text(const RI& a) {
 
 // Reads the cases of a file; undecorated cases of covered form only, the others counted
 // as skipped under their operation.
-std::vector<Case> ReadCases(const std::string& path, const std::string& file, std::map<std::string, Counts>& counts) {
+std::vector<Case> ReadCases(const std::string& path, const std::string& file,
+                            std::map<std::string, Counts>& counts) {
     std::vector<Case> cases;
     std::ifstream in(path);
     std::string text;
@@ -257,11 +265,13 @@ std::vector<Case> ReadCases(const std::string& path, const std::string& file, st
         c.file = file;
         c.line = lineNumber;
         words >> c.operation;
-        const std::string arguments = text.substr(text.find(c.operation) + c.operation.size(),
-                                                  equals - text.find(c.operation) - c.operation.size());
+        const std::string arguments =
+            text.substr(text.find(c.operation) + c.operation.size(),
+                        equals - text.find(c.operation) - c.operation.size());
         const std::string result = text.substr(equals + 1, end - equals - 1);
         if (text.find("]_") != std::string::npos || text.find("nai") != std::string::npos ||
-            text.find("signal") != std::string::npos || !ParseIntervals(arguments, c.intervals, c.exponent)) {
+            text.find("signal") != std::string::npos ||
+            !ParseIntervals(arguments, c.intervals, c.exponent)) {
             ++counts[c.operation].skipped;
             continue;
         }
@@ -277,7 +287,8 @@ std::vector<Case> ReadCases(const std::string& path, const std::string& file, st
 
 TEST(KOBWBReverseVectorsTest, ProjectionsMatchTheReverseVectors) {
     const std::string folder = VectorsFolder();
-    if (!std::ifstream(folder + "/libieeep1788_rev.itl")) GTEST_SKIP() << "no vectors at " << folder;
+    if (!std::ifstream(folder + "/libieeep1788_rev.itl"))
+        GTEST_SKIP() << "no vectors at " << folder;
     std::map<std::string, Counts> counts;
     std::vector<std::string> failures;
     for (const std::string file :
@@ -293,8 +304,8 @@ TEST(KOBWBReverseVectorsTest, ProjectionsMatchTheReverseVectors) {
             RI expected = c.expected[0];
             if (c.expected.size() > 1) expected = Hull(expected, c.expected[1]);
             const Outcome outcome = Compare(result, expected, TouchesFlatPoint(c));
-            const std::string text = c.file + ":" + std::to_string(c.line) + " " + c.operation + " gives " +
-                                     Text(result) + ", expected " + Text(expected);
+            const std::string text = c.file + ":" + std::to_string(c.line) + " " + c.operation +
+                                     " gives " + Text(result) + ", expected " + Text(expected);
             if (outcome == Outcome::Passed) ++count.passed;
             if (outcome == Outcome::Loose) {
                 ++count.loose;
@@ -305,16 +316,17 @@ TEST(KOBWBReverseVectorsTest, ProjectionsMatchTheReverseVectors) {
     }
     Counts all;
     for (const auto& [operation, count] : counts) {
-        std::cout << operation << ": run " << count.run << ", passed " << count.passed << ", loose " << count.loose
-                  << ", skipped " << count.skipped << "\n";
+        std::cout << operation << ": run " << count.run << ", passed " << count.passed << ", loose "
+                  << count.loose << ", skipped " << count.skipped << "\n";
         all.run += count.run;
         all.passed += count.passed;
         all.loose += count.loose;
         all.skipped += count.skipped;
     }
-    std::cout << "all: run " << all.run << ", passed " << all.passed << ", loose " << all.loose << ", skipped "
-              << all.skipped << "\n";
-    for (const std::string& failure : failures) ADD_FAILURE() << failure;
+    std::cout << "all: run " << all.run << ", passed " << all.passed << ", loose " << all.loose
+              << ", skipped " << all.skipped << "\n";
+    for (const std::string& failure : failures)
+        ADD_FAILURE() << failure;
     EXPECT_GT(all.run, 900);
     EXPECT_GT(all.passed, all.run * 9 / 10) << "too many loose results";
 }
