@@ -37,8 +37,8 @@ class ContractorTapes;
 // children with the projections of its operator (KOBWBArithmeticProjections.h and
 // kin; an n-ary sum, product, minimum or maximum narrows each child against the fold of
 // the others). A node shared by several parents is narrowed by all of them before it
-// narrows its own children. Operators without projections (atan2, dim, mod, step,
-// if-then-else, black boxes, integrals) leave their children as they are. Finally the
+// narrows its own children. Operators without projections (dim, mod, step, if-then-else,
+// black boxes, integrals) leave their children as they are. Finally the
 // variables whose domains narrowed get them with SetExprValue, in their own kinds
 // (integer domains narrow to integers, enumerations element by element); fixed
 // variables are not written, but an empty domain of any node, constants and fixed

@@ -119,7 +119,7 @@ constexpr OperatorInfo table[] = {
     {KOBWBAsinType, F::Trigonometric, 1, "asin", Asin, nullptr, noForm, UnaryProjections(KOBWBInverseAsin)},
     {KOBWBAcosType, F::Trigonometric, 1, "acos", Acos, nullptr, noForm, UnaryProjections(KOBWBInverseAcos)},
     {KOBWBAtanType, F::Trigonometric, 1, "atan", Atan, nullptr, noForm, UnaryProjections(KOBWBInverseAtan)},
-    {KOBWBAtan2Type, F::Binary, 2, "atan2", nullptr, Atan2, BinaryForm(Binary::Atan2), noProjections},
+    {KOBWBAtan2Type, F::Binary, 2, "atan2", nullptr, Atan2, BinaryForm(Binary::Atan2), BinaryProjections(KOBWBInverseAtan21, KOBWBInverseAtan22)},
     {KOBWBDimType, F::Binary, 2, "dim", nullptr, KOBWBDim, BinaryForm(Binary::Dim), noProjections},
     {KOBWBSignType, F::Binary, 2, "sign", nullptr, KOBWBSign, noForm, BinaryProjections(KOBWBInverseSign1, KOBWBInverseSign2)},
     {KOBWBStepType, F::Unary, 1, "step", nullptr, nullptr, noForm, noProjections},

@@ -52,6 +52,26 @@ KOBWBX_API KOBWBRealInterval KOBWBInverseAtan(const KOBWBEnvironment& environmen
 KOBWBX_API KOBWBValue KOBWBInverseAtan(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                        const KOBWBValue& x);
 
+// z = atan2(y, x), the angle of the point (x, y), ordinate first as in KOBWBAtan2: the
+// point lies in the sector of the angles of z. KOBWBInverseAtan21 narrows y and
+// KOBWBInverseAtan22 narrows x (the digit after the function's own 2 names the argument).
+// The sector is cut at the axes into arcs within a quadrant; on each, the signs of x and
+// y are known and the two edges of the arc bound y against x and x against y, and the
+// result is the hull over the arcs. A domain z reaching beyond [-Pi, Pi] (an other branch)
+// narrows nothing.
+KOBWBX_API KOBWBRealInterval KOBWBInverseAtan21(const KOBWBEnvironment& environment,
+                                                const KOBWBRealInterval& z,
+                                                const KOBWBRealInterval& y,
+                                                const KOBWBRealInterval& x);
+KOBWBX_API KOBWBRealInterval KOBWBInverseAtan22(const KOBWBEnvironment& environment,
+                                                const KOBWBRealInterval& z,
+                                                const KOBWBRealInterval& y,
+                                                const KOBWBRealInterval& x);
+KOBWBX_API KOBWBValue KOBWBInverseAtan21(const KOBWBEnvironment& environment, const KOBWBValue& z,
+                                         const KOBWBValue& y, const KOBWBValue& x);
+KOBWBX_API KOBWBValue KOBWBInverseAtan22(const KOBWBEnvironment& environment, const KOBWBValue& z,
+                                         const KOBWBValue& y, const KOBWBValue& x);
+
 // Sinh, tanh and their inverses are monotone: x narrowed to the inverse image of z.
 // cosh(x) in z keeps acosh(z) and -acosh(z); acosh(x) in z keeps cosh of the
 // non-negative part of z.

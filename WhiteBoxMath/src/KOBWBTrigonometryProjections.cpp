@@ -75,7 +75,76 @@ Real NarrowToImage(const Environment& e, const Real& z, const Real& x, Forward f
     return Reported(e, Narrow(e, x, ForwardImage(e, forward, ResultDomain(z))));
 }
 
+// A box of the plane, ordinate first.
+struct Box {
+    Real y;
+    Real x;
+};
+
+// The part of the box whose angles lie in the arc [a, b], an arc inside one quadrant
+// (quadrant q from q Pi / 2 to (q + 1) Pi / 2, q in -2..1): inside the quadrant's signs,
+// the angle is at least a where cos(a) y - sin(a) x >= 0 and at most b where
+// sin(b) x - cos(b) y >= 0; each edge bounds y by the extreme of x and x by that of y.
+Box NarrowToArc(const Box& box, double a, double b, int q) {
+    const Real ySigns = q >= 0 ? nonNegative : Real{-HUGE_VAL, 0.0};
+    const Real xSigns = (q == 0 || q == -1) ? nonNegative : Real{-HUGE_VAL, 0.0};
+    Box arc = {Meet(box.y, ySigns), Meet(box.x, xSigns)};
+    if (IsEmptyInterval(arc.y) || IsEmptyInterval(arc.x)) return {KOBWBReal_Nil, KOBWBReal_Nil};
+    // cos(a) y >= sin(a) x, then cos(b) y <= sin(b) x.
+    const double edges[2][2] = {{std::cos(a), std::sin(a)}, {std::cos(b), std::sin(b)}};
+    for (int edge = 0; edge < 2; ++edge) {
+        const double c = edges[edge][0];
+        const double s = edges[edge][1];
+        const bool atLeast = edge == 0;
+        // c y >= s x (atLeast) or c y <= s x.
+        const Real sx = Product(arc.x, {s, s});
+        const Real cy = Product(arc.y, {c, c});
+        if (c != 0) {
+            const double bound = (atLeast ? sx.lower : sx.upper) / c;
+            const bool below = atLeast == (c > 0); // y >= bound
+            arc.y =
+                below ? Meet(arc.y, {Down(bound), HUGE_VAL}) : Meet(arc.y, {-HUGE_VAL, Up(bound)});
+        }
+        if (s != 0) {
+            const double bound = (atLeast ? cy.upper : cy.lower) / s;
+            const bool above = atLeast == (s < 0); // x >= bound
+            arc.x =
+                above ? Meet(arc.x, {Down(bound), HUGE_VAL}) : Meet(arc.x, {-HUGE_VAL, Up(bound)});
+        }
+        if (IsEmptyInterval(arc.y) || IsEmptyInterval(arc.x)) return {KOBWBReal_Nil, KOBWBReal_Nil};
+    }
+    return arc;
+}
+
+// The part of the box whose angles lie in z, or the box itself when z reaches beyond the
+// principal branch.
+Box NarrowToSector(const Real& z, const Box& box) {
+    const Real w = ResultDomain(z);
+    const double slack = Up(pi) - pi;
+    if (w.lower < -pi - slack || w.upper > pi + slack) return box;
+    Box sector = {KOBWBReal_Nil, KOBWBReal_Nil};
+    for (int q = -2; q <= 1; ++q) {
+        const double a = std::max(w.lower, q * pi / 2);
+        const double b = std::min(w.upper, (q + 1) * pi / 2);
+        if (a > b) continue;
+        const Box arc = NarrowToArc(box, a, b, q);
+        sector.y = Hull(sector.y, arc.y);
+        sector.x = Hull(sector.x, arc.x);
+    }
+    return sector;
+}
+
 } // namespace
+
+Real KOBWBInverseAtan21(const Environment& e, const Real& z, const Real& y, const Real& x) {
+    if (!ConsistentArguments(e, z, y, x)) return KOBWBReal_Nil;
+    return Reported(e, Narrow(e, y, NarrowToSector(z, {Operand(y), Operand(x)}).y));
+}
+
+Real KOBWBInverseAtan22(const Environment& e, const Real& z, const Real& y, const Real& x) {
+    if (!ConsistentArguments(e, z, y, x)) return KOBWBReal_Nil;
+    return Reported(e, Narrow(e, x, NarrowToSector(z, {Operand(y), Operand(x)}).x));
+}
 
 Real KOBWBInverseSin(const Environment& e, const Real& z, const Real& x) {
     if (!ConsistentArguments(e, z, x)) return KOBWBReal_Nil;
@@ -191,4 +260,10 @@ Value KOBWBInverseAcosh(const Environment& e, const Value& z, const Value& x) {
 }
 Value KOBWBInverseAtanh(const Environment& e, const Value& z, const Value& x) {
     return ProjectUnary(e, KOBWBInverseAtanh, z, x);
+}
+Value KOBWBInverseAtan21(const Environment& e, const Value& z, const Value& y, const Value& x) {
+    return ProjectFirst(e, KOBWBInverseAtan21, z, y, x);
+}
+Value KOBWBInverseAtan22(const Environment& e, const Value& z, const Value& y, const Value& x) {
+    return ProjectSecond(e, KOBWBInverseAtan22, z, y, x);
 }

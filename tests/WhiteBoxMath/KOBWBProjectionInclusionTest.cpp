@@ -277,6 +277,12 @@ std::vector<BinaryCase> BinaryCases() {
          [](auto& e, auto& z, auto& x, auto& y) { return KOBWBInversePow2(e, z, x, y); },
          {1e-3, 20},
          {-5, 5}},
+        {"atan2",
+         [](double y, double x) { return std::atan2(y, x); },
+         [](auto& e, auto& z, auto& y, auto& x) { return KOBWBInverseAtan21(e, z, y, x); },
+         [](auto& e, auto& z, auto& y, auto& x) { return KOBWBInverseAtan22(e, z, y, x); },
+         {-10, 10},
+         {-10, 10}},
     };
 }
 

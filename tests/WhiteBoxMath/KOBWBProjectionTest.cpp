@@ -73,6 +73,13 @@ TEST(KOBWBProjectionTest, PeriodicFunctionsOverSeveralPeriods) {
     ExpectNear(KOBWBInverseTan(e, {0, 0}, {1, 10}), pi, 3 * pi);
     EXPECT_TRUE(IsNil(KOBWBInverseSin(e, {0.9, 1}, {-1.5, 0.5})));
     EXPECT_TRUE(IsNil(KOBWBInverseCos(e, {1.5, 2}, {-1, 1})));
+    // The angle of a point: on the diagonal y = x, in the second quadrant x <= 0 and
+    // y >= 0; beyond the principal branch nothing is narrowed.
+    ExpectNear(KOBWBInverseAtan21(e, {pi / 4, pi / 4}, {-10, 10}, {2, 3}), 2, 3, 1e-9);
+    ExpectNear(KOBWBInverseAtan22(e, {pi / 2, pi}, {-1, 5}, {-4, 4}), -4, 0, 1e-9);
+    ExpectNear(KOBWBInverseAtan21(e, {pi / 2, pi}, {-1, 5}, {-4, 4}), 0, 5, 1e-9);
+    EXPECT_TRUE(IsNil(KOBWBInverseAtan21(e, {0.1, 0.2}, {-5, -1}, {1, 2})));
+    ExpectNear(KOBWBInverseAtan21(e, {3, 4}, {-5, -1}, {1, 2}), -5, -1);
     // The inverses narrow through the forward function, whatever the branch.
     ExpectNear(KOBWBInverseAsin(e, {pi / 6 + 2 * pi, pi / 2 + 2 * pi}, {-1, 1}), 0.5, 1);
     ExpectNear(KOBWBInverseAcos(e, {0, pi / 3}, {-1, 1}), 0.5, 1);
