@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <deque>
-#include <unordered_map>
 #include <vector>
 
 namespace kobwb {
@@ -18,12 +17,23 @@ class ContractorTapes {
 public:
     explicit ContractorTapes(KOBWBFactory& factory) {
         m_equationsOfVariable.resize(factory.GetNbOfVariables());
+        std::vector<TapePlace> places;
         for (KOBWBEquation* equation = factory.GetFirstEquation(); equation;
              equation = factory.GetNextEquation(equation)) {
-            const int index = static_cast<int>(m_tapes.size());
-            m_tapes.push_back(MakeTape(*equation));
-            m_indexOf.emplace(equation, index);
-            const EquationTape& tape = m_tapes.back();
+            const int index = static_cast<int>(places.size());
+            places.push_back(AppendTape(m_store, *equation));
+            const int id = equation->GetId();
+            if (id >= 0) {
+                if (id >= static_cast<int>(m_indexOfId.size())) m_indexOfId.resize(id + 1, -1);
+                m_indexOfId[id] = index;
+            }
+            m_equations.push_back(equation);
+        }
+        // The store is complete: its tapes can be read in place.
+        for (const TapePlace& place : places)
+            m_tapes.push_back(TapeAt(m_store, place));
+        for (int index = 0; index < Count(); ++index) {
+            const EquationTape& tape = m_tapes[index];
             for (const int position : tape.variables) {
                 const int variable = static_cast<KOBWBVariable*>(tape.nodes[position])->GetIdx();
                 if (variable >= 0 && variable < static_cast<int>(m_equationsOfVariable.size()))
@@ -36,8 +46,10 @@ public:
     int Count() const { return static_cast<int>(m_tapes.size()); }
     // The position of an equation, -1 for one not read.
     int IndexOf(const KOBWBEquation* equation) const {
-        const auto found = m_indexOf.find(equation);
-        return found == m_indexOf.end() ? -1 : found->second;
+        const int id = equation->GetId();
+        if (id < 0 || id >= static_cast<int>(m_indexOfId.size())) return -1;
+        const int index = m_indexOfId[id];
+        return index >= 0 && m_equations[index] == equation ? index : -1;
     }
 
     void Queue(int equation) {
@@ -71,15 +83,21 @@ public:
         m_narrowed.clear();
         return m_reviser.Revise(m_tapes[equation], environment, m_narrowed);
     }
-    bool Revise(const EquationTape& tape, const KOBWBEnvironment& environment) {
+    // An equation not read with the others, laid out on its own.
+    bool ReviseAlone(const KOBWBEquation& equation, const KOBWBEnvironment& environment) {
+        TapeStore store;
+        const TapePlace place = AppendTape(store, equation);
         m_narrowed.clear();
-        return m_reviser.Revise(tape, environment, m_narrowed);
+        return m_reviser.Revise(TapeAt(store, place), environment, m_narrowed);
     }
     const std::vector<NarrowedVariable>& Narrowed() const { return m_narrowed; }
 
 private:
+    TapeStore m_store;
     std::vector<EquationTape> m_tapes;
-    std::unordered_map<const KOBWBEquation*, int> m_indexOf;
+    // The tapes' equations, and the position of each equation by its id.
+    std::vector<const KOBWBEquation*> m_equations;
+    std::vector<int> m_indexOfId;
     std::vector<std::vector<int>> m_equationsOfVariable;
     std::deque<int> m_queue;
     std::vector<char> m_queued;
@@ -103,7 +121,7 @@ KOBWBContractionStatus KOBWBContractor::Revise(KOBWBEquation* equation) {
     const KOBWBEnvironment& environment = m_factory.GetEnvironment();
     const int index = m_tapes->IndexOf(equation);
     const bool consistent = index >= 0 ? m_tapes->Revise(index, environment)
-                                       : m_tapes->Revise(kobwb::MakeTape(*equation), environment);
+                                       : m_tapes->ReviseAlone(*equation, environment);
     return consistent ? KOBWBContractionFixedPoint : KOBWBContractionNoSolution;
 }
 

@@ -4,9 +4,11 @@
 #include "KOBWBEquation.h"
 #include "KOBWBExpression.h"
 #include "KOBWBLimits.h"
+#include "KOBWBOperatorEvaluation.h"
 #include "KOBWBOperatorTable.h"
 #include "KOBWBVariable.h"
 
+#include <algorithm>
 #include <cmath>
 #include <unordered_map>
 #include <utility>
@@ -67,11 +69,19 @@ double WidthOf(const KOBWBValue& v) {
 
 } // namespace
 
-EquationTape MakeTape(const KOBWBEquation& equation) {
-    EquationTape tape;
-    tape.type = equation.GetType();
+TapePlace AppendTape(TapeStore& store, const KOBWBEquation& equation) {
+    TapePlace place;
+    place.type = equation.GetType();
+    place.node = store.nodes.size();
+    place.firstChild = store.firstChild.size();
+    place.child = store.children.size();
+    place.variable = store.variables.size();
+    place.constant = store.constants.size();
     KOBWBExpression* root = equation.GetRoot();
-    if (!root) return tape;
+    if (!root) {
+        store.firstChild.push_back(0);
+        return place;
+    }
     // Depth-first post-order with an explicit stack; reversed, it puts every parent
     // before its children.
     std::vector<KOBWBExpression*> order;
@@ -89,23 +99,44 @@ EquationTape MakeTape(const KOBWBEquation& equation) {
         stack.pop_back();
     }
     const int count = static_cast<int>(order.size());
-    tape.nodes.assign(order.rbegin(), order.rend());
+    place.count = count;
+    store.nodes.insert(store.nodes.end(), order.rbegin(), order.rend());
+    KOBWBExpression* const* nodes = store.nodes.data() + place.node;
     for (int i = 0; i < count; ++i)
-        seen[tape.nodes[i]] = i;
-    tape.firstChild.reserve(count + 1);
+        seen[nodes[i]] = i;
+    int children = 0;
     for (int i = 0; i < count; ++i) {
-        KOBWBExpression* node = tape.nodes[i];
-        tape.firstChild.push_back(static_cast<int>(tape.children.size()));
-        if (node->GetType() == KOBWBVariableType) tape.variables.push_back(i);
-        const int children = node->GetNbOfChildren();
+        KOBWBExpression* node = nodes[i];
+        store.firstChild.push_back(children);
+        store.codes.push_back(node->GetType());
+        if (node->GetType() == KOBWBVariableType) store.variables.push_back(i);
+        if (node->GetType() == KOBWBConstantType)
+            store.constants.emplace_back(i, node->GetExprValue());
+        const int childCount = node->GetNbOfChildren();
         bool complete = true;
-        for (int c = 0; c < children; ++c)
+        for (int c = 0; c < childCount; ++c)
             complete = complete && node->GetChild(c);
         if (!complete) continue;
-        for (int c = 0; c < children; ++c)
-            tape.children.push_back(seen[node->GetChild(c)]);
+        for (int c = 0; c < childCount; ++c)
+            store.children.push_back(seen[node->GetChild(c)]);
+        children += childCount;
     }
-    tape.firstChild.push_back(static_cast<int>(tape.children.size()));
+    store.firstChild.push_back(children);
+    place.variables = static_cast<int>(store.variables.size() - place.variable);
+    place.constants = static_cast<int>(store.constants.size() - place.constant);
+    return place;
+}
+
+EquationTape TapeAt(const TapeStore& store, const TapePlace& place) {
+    EquationTape tape;
+    tape.type = place.type;
+    tape.count = place.count;
+    tape.nodes = store.nodes.data() + place.node;
+    tape.codes = store.codes.data() + place.node;
+    tape.firstChild = store.firstChild.data() + place.firstChild;
+    tape.children = store.children.data() + place.child;
+    tape.variables = {store.variables.data() + place.variable, place.variables};
+    tape.constants = {store.constants.data() + place.constant, place.constants};
     return tape;
 }
 
@@ -124,22 +155,52 @@ bool TapeReviser::Store(int child, KOBWBValue&& domain, KOBWBEnvironment& scratc
     return true;
 }
 
+bool TapeReviser::Store(int child, const KOBWBRealInterval& domain) {
+    if (!(domain.lower <= domain.upper)) return false;
+    const KOBWBRealInterval* current = m_domains[child].GetRealIntervalPayload();
+    if (current->lower != domain.lower || current->upper != domain.upper) {
+        m_domains[child].Set(domain);
+        m_narrowed[child] = 1;
+    }
+    return true;
+}
+
+bool TapeReviser::NarrowRealUnary(const Projections& projections, int node, int child,
+                                  KOBWBEnvironment& scratch, bool& consistent) {
+    const KOBWBRealInterval* z = m_domains[node].GetRealIntervalPayload();
+    const KOBWBRealInterval* x = m_domains[child].GetRealIntervalPayload();
+    if (!projections.realUnary || !z || !x) return false;
+    consistent = Store(child, projections.realUnary(scratch, *z, *x));
+    return true;
+}
+
+bool TapeReviser::NarrowRealBinary(const Projections& projections, int node, int narrowed,
+                                   int other, bool first, KOBWBEnvironment& scratch,
+                                   bool& consistent) {
+    const KOBWBRealInterval* z = m_domains[node].GetRealIntervalPayload();
+    const KOBWBRealInterval* x = m_domains[narrowed].GetRealIntervalPayload();
+    if (!z || !x) return false;
+    const RealOperand operand = ReadRealOperand(m_domains[other]);
+    if (operand.kind == RealOperand::Kind::Other) return false;
+    consistent = true;
+    // An integral index is taken as such and is not narrowed itself.
+    if (projections.indexed && operand.integral) {
+        if (first)
+            consistent = Store(narrowed, projections.indexed(scratch, *z, *x, operand.exponent));
+        return true;
+    }
+    const RealBinaryProjection real = first ? projections.realFirst : projections.realSecond;
+    if (!real) return false;
+    consistent = Store(narrowed, first ? real(scratch, *z, *x, operand.interval)
+                                       : real(scratch, *z, operand.interval, *x));
+    return true;
+}
+
 bool TapeReviser::NarrowFolded(const EquationTape& tape, int node, KOBWBEnvironment& scratch) {
-    const OperatorInfo& info = GetOperatorInfo(tape.nodes[node]->GetType());
-    const int* children = tape.children.data() + tape.firstChild[node];
+    const OperatorInfo& info = GetOperatorInfo(tape.codes[node]);
+    const int* children = tape.children + tape.firstChild[node];
     const int count = tape.firstChild[node + 1] - tape.firstChild[node];
     const KOBWBValue& z = m_domains[node];
-    if (count == 2) {
-        if (!Store(
-                children[0],
-                info.projections.first(scratch, z, m_domains[children[0]], m_domains[children[1]]),
-                scratch))
-            return false;
-        return Store(
-            children[1],
-            info.projections.second(scratch, z, m_domains[children[0]], m_domains[children[1]]),
-            scratch);
-    }
     // Each child against the fold of the others, folded from both ends once.
     m_prefix.resize(count);
     m_suffix.resize(count);
@@ -164,37 +225,109 @@ bool TapeReviser::NarrowFolded(const EquationTape& tape, int node, KOBWBEnvironm
 bool TapeReviser::NarrowChildren(const EquationTape& tape, int node, KOBWBEnvironment& scratch) {
     const int count = tape.firstChild[node + 1] - tape.firstChild[node];
     if (count == 0) return true;
-    const OperatorInfo& info = GetOperatorInfo(tape.nodes[node]->GetType());
+    const OperatorInfo& info = GetOperatorInfo(tape.codes[node]);
     const Projections& projections = info.projections;
-    const int* children = tape.children.data() + tape.firstChild[node];
+    const int* children = tape.children + tape.firstChild[node];
     const KOBWBValue& z = m_domains[node];
+    bool consistent = true;
     if (count == 1) {
         if (!projections.unary) return true;
+        if (NarrowRealUnary(projections, node, children[0], scratch, consistent)) return consistent;
         return Store(children[0], projections.unary(scratch, z, m_domains[children[0]]), scratch);
     }
     if (!projections.first) return true;
-    if (info.family == OperatorFamily::Algebraic) return NarrowFolded(tape, node, scratch);
+    if (info.family == OperatorFamily::Algebraic && count > 2)
+        return NarrowFolded(tape, node, scratch);
     if (count != 2) return true;
-    if (!Store(children[0],
-               projections.first(scratch, z, m_domains[children[0]], m_domains[children[1]]),
-               scratch))
+    if (NarrowRealBinary(projections, node, children[0], children[1], true, scratch, consistent)) {
+        if (!consistent) return false;
+    } else if (!Store(children[0],
+                      projections.first(scratch, z, m_domains[children[0]], m_domains[children[1]]),
+                      scratch)) {
         return false;
+    }
     if (!projections.second) return true;
+    if (NarrowRealBinary(projections, node, children[1], children[0], false, scratch, consistent))
+        return consistent;
     return Store(children[1],
                  projections.second(scratch, z, m_domains[children[0]], m_domains[children[1]]),
                  scratch);
 }
 
+void TapeReviser::EvaluateNode(const EquationTape& tape, int node, KOBWBEnvironment& scratch) {
+    const OperatorInfo& info = GetOperatorInfo(tape.codes[node]);
+    const int* children = tape.children + tape.firstChild[node];
+    const int count = tape.firstChild[node + 1] - tape.firstChild[node];
+    KOBWBValue& result = m_domains[node];
+    KOBWBRealInterval image;
+    switch (count == 0 ? OperatorFamily::None : info.family) {
+    case OperatorFamily::Algebraic:
+        if (!info.binary) break;
+        result = m_domains[children[0]];
+        for (int k = 1; k < count; ++k) {
+            const KOBWBValue& child = m_domains[children[k]];
+            if (ApplyIntervalForm(info, scratch, ReadRealOperand(result), ReadRealOperand(child),
+                                  image))
+                StoreInterval(result, image);
+            else
+                result = info.binary(scratch, result, child);
+        }
+        return;
+    case OperatorFamily::Binary:
+    case OperatorFamily::Boolean:
+        if (count == 2 && info.binary) {
+            const KOBWBValue& a = m_domains[children[0]];
+            const KOBWBValue& b = m_domains[children[1]];
+            if (ApplyIntervalForm(info, scratch, ReadRealOperand(a), ReadRealOperand(b), image))
+                StoreInterval(result, image);
+            else
+                result = info.binary(scratch, a, b);
+            return;
+        }
+        if (count == 1 && info.unary) {
+            result = info.unary(scratch, m_domains[children[0]]);
+            return;
+        }
+        break;
+    case OperatorFamily::Unary:
+    case OperatorFamily::Trigonometric:
+        if (count == 1 && info.unary) {
+            const KOBWBValue& x = m_domains[children[0]];
+            if (ApplyIntervalForm(info, scratch, ReadRealOperand(x), image))
+                StoreInterval(result, image);
+            else
+                result = info.unary(scratch, x);
+            return;
+        }
+        break;
+    default:
+        break;
+    }
+    // Nodes the table does not evaluate (if-then-else, step, black boxes, incomplete
+    // nodes) evaluate themselves.
+    result = tape.nodes[node]->GetValue();
+}
+
+void TapeReviser::Evaluate(const EquationTape& tape, KOBWBEnvironment& scratch) {
+    for (const auto& [position, value] : tape.constants)
+        m_domains[position] = value;
+    for (int i = tape.count - 1; i >= 0; --i) {
+        const KOBWBExpressionType code = tape.codes[i];
+        if (code == KOBWBVariableType)
+            m_domains[i] = tape.nodes[i]->GetExprValue();
+        else if (code != KOBWBConstantType)
+            EvaluateNode(tape, i, scratch);
+    }
+}
+
 bool TapeReviser::Revise(const EquationTape& tape, const KOBWBEnvironment& environment,
                          std::vector<NarrowedVariable>& narrowed) {
-    const int count = static_cast<int>(tape.nodes.size());
+    const int count = tape.count;
     if (count == 0 || !Revisable(tape.type)) return true;
     if (static_cast<int>(m_domains.size()) < count) m_domains.resize(count);
     m_narrowed.assign(count, 0);
-    tape.nodes[0]->GetValue();
-    for (int i = 0; i < count; ++i)
-        m_domains[i] = tape.nodes[i]->GetValue();
     KOBWBEnvironment scratch = environment;
+    Evaluate(tape, scratch);
     scratch.ClearError();
     const KOBWBValue forward = m_domains[0];
     if (!NarrowRoot(scratch, tape.type, m_domains[0])) return false;
