@@ -29,10 +29,15 @@ class ContractorTapes;
 // invert by a few units of rounding).
 //
 // Revising an equation (the HC4-revise scheme): its root is evaluated forward over
-// the current domains (GetValue, through the root's evaluation plan), every node
-// taking its value as its domain; the root's domain is narrowed to the equation's
-// relation to 0 (= to 0, <= and < to the non-positive reals, >= and > to the
-// non-negative ones, strict orders closed; != only empties a root that is exactly 0);
+// the current domains, every node taking its value as its domain. The contractor lays
+// each equation's graph out once (its tape, the tapes of all equations side by side) and
+// evaluates it there with the functions of the operator table and their interval forms,
+// as the root's evaluation plan does, so that the result is what GetValue gives while
+// only the variables are read from the graph (nodes the table does not evaluate, such as
+// if-then-else and black boxes, are asked for their GetValue). The root's domain is
+// narrowed to the equation's relation to 0 (= to 0, <= and < to the non-positive
+// reals, >= and > to the non-negative ones, strict orders closed; != only empties a root
+// that is exactly 0);
 // then, from the root down, each node whose domain narrowed narrows the domains of its
 // children with the projections of its operator (KOBWBArithmeticProjections.h and
 // kin; an n-ary sum, product, minimum or maximum narrows each child against the fold of
@@ -50,8 +55,8 @@ class ContractorTapes;
 // that variable again; it stops at a fixed point, when a domain becomes empty, or when
 // the budget of revisions is spent.
 //
-// The contractor reads the factory's equations and their graphs when first used;
-// after equations or graphs change, call Reset. It owns nothing of the factory.
+// The contractor reads the factory's equations, their graphs and their constants when
+// first used; after any of them changes, call Reset. It owns nothing of the factory.
 class KOBWBX_API KOBWBContractor {
 public:
     explicit KOBWBContractor(KOBWBFactory& factory);
