@@ -39,6 +39,33 @@ struct IntervalForm {
     int code;
 };
 
+// The projections of a value function: for a node z = f(x) or z = f(x, y), the part of
+// an argument that can still give the node's domain (KOBWBArithmeticProjections.h). An
+// n-ary row narrows each child as the first argument, the fold of the others as the
+// second. Null where the code has none: its children are left as they are.
+// The real forms are the interval-level projections that the value-level ones apply
+// when the narrowed argument is a real interval and the others real intervals or single
+// numbers; the indexed form is the one of a power or root whose right child is a single
+// integral number, which it takes as the index and leaves as it is.
+typedef KOBWBValue (*UnaryProjection)(const KOBWBEnvironment&, const KOBWBValue& z, const KOBWBValue& x);
+typedef KOBWBValue (*BinaryProjection)(const KOBWBEnvironment&, const KOBWBValue& z, const KOBWBValue& x,
+                                       const KOBWBValue& y);
+typedef KOBWBRealInterval (*RealUnaryProjection)(const KOBWBEnvironment&, const KOBWBRealInterval& z,
+                                                 const KOBWBRealInterval& x);
+typedef KOBWBRealInterval (*RealBinaryProjection)(const KOBWBEnvironment&, const KOBWBRealInterval& z,
+                                                  const KOBWBRealInterval& x, const KOBWBRealInterval& y);
+typedef KOBWBRealInterval (*RealIndexedProjection)(const KOBWBEnvironment&, const KOBWBRealInterval& z,
+                                                   const KOBWBRealInterval& x, int index);
+struct Projections {
+    UnaryProjection unary;
+    BinaryProjection first;
+    BinaryProjection second;
+    RealUnaryProjection realUnary;
+    RealBinaryProjection realFirst;
+    RealBinaryProjection realSecond;
+    RealIndexedProjection indexed;
+};
+
 struct OperatorInfo {
     KOBWBExpressionType code;
     OperatorFamily family;
@@ -47,6 +74,7 @@ struct OperatorInfo {
     UnaryFunction unary;
     BinaryFunction binary;
     IntervalForm interval;
+    Projections projections;
 };
 
 // The row of a code; a row of family None for codes no node may carry.
