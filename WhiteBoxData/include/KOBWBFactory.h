@@ -216,9 +216,10 @@ private:
 
     KOBWBExpression* NegatedConstant(KOBWBExpression* constant);
     struct DerivativePass;
-    // d expr / d v, made bottom-up (see DerivativePass); 0 for a constant expr when
-    // zeroIfConstant, expr's own rule otherwise.
-    KOBWBExpression* Derivative(KOBWBExpression* expr, KOBWBVariable* v, bool zeroIfConstant);
+    // d expr / d v, made bottom-up (see DerivativePass). Given constantGraph, a
+    // constant expr gives the integer 0 and constantGraph tells whether it was;
+    // without it, expr's own rule answers for expr.
+    KOBWBExpression* Derivative(KOBWBExpression* expr, KOBWBVariable* v, bool* constantGraph);
     KOBWBConstant* NewConstant(const KOBWBValue& value);
 
     KOBLVRListPKOBWBExpression m_expressions;

@@ -57,20 +57,30 @@ struct KOBWBFactory::DerivativePass {
 
 KOBWBExpression* KOBWBFactory::CreateDerivative(KOBWBExpression* expr, int n, KOBWBVariable** variables) {
     if (!expr || !variables) return nullptr;
-    // A constant graph has the derivative 0; the derivatives after the first are asked
-    // of the graph's own top node.
-    KOBWBExpression* current = expr;
-    for (int i = 0; i < n && current; ++i) current = Derivative(current, variables[i], i == 0);
+    if (n <= 0) return expr->IsConstant() ? CreateIntegerConstant(0) : expr;
+    // A constant graph has the derivative 0 at once, whatever the count: the pass by
+    // the first variable finds whether it is. The derivatives after the first are
+    // asked of the graph's own top node.
+    bool constant = false;
+    KOBWBExpression* current = Derivative(expr, variables[0], &constant);
+    for (int i = 1; i < n && current && !constant; ++i) current = Derivative(current, variables[i], nullptr);
     return current;
 }
 
-KOBWBExpression* KOBWBFactory::Derivative(KOBWBExpression* expr, KOBWBVariable* v, bool zeroIfConstant) {
+KOBWBExpression* KOBWBFactory::Derivative(KOBWBExpression* expr, KOBWBVariable* v, bool* constantGraph) {
+    const bool zeroIfConstant = constantGraph != nullptr;
     for (DerivativePass* pass = m_derivativePass; pass; pass = pass->outer) {
         if (pass->variable != v) continue;
         const DerivativePass::Entry* known = pass->nodes.Find(expr);
-        if (known && known->made) return known->derivative;
+        if (!known || !known->made) continue;
+        if (constantGraph) *constantGraph = known->constant;
+        return known->derivative;
     }
-    if (!v) return zeroIfConstant && expr->IsConstant() ? CreateIntegerConstant(0) : expr->Differentiate(v);
+    if (!v) {
+        if (!zeroIfConstant || !expr->IsConstant()) return expr->Differentiate(v);
+        *constantGraph = true;
+        return CreateIntegerConstant(0);
+    }
     DerivativePass pass{v, {}, m_derivativePass};
     struct Frame {
         KOBWBExpression* node;
@@ -124,7 +134,9 @@ KOBWBExpression* KOBWBFactory::Derivative(KOBWBExpression* expr, KOBWBVariable* 
         entry->made = true;
     }
     m_derivativePass = pass.outer;
-    return pass.nodes.Find(expr)->derivative;
+    const DerivativePass::Entry* root = pass.nodes.Find(expr);
+    if (constantGraph) *constantGraph = root->constant;
+    return root->derivative;
 }
 
 namespace {

@@ -5,8 +5,10 @@
 #include "KOBWBGraphWalk.h"
 #include "KOBWBNodeSideTables.h"
 #include "KOBWBOperatorEvaluation.h"
+#include "KOBWBPresentVariables.h"
 #include "KOBWBVariable.h"
 
+#include <algorithm>
 #include <new>
 #include <unordered_set>
 #include <vector>
@@ -168,20 +170,14 @@ unsigned char KOBWBExpression::IsConstant() const {
 }
 
 int KOBWBExpression::FindPresentVariables(KOBWBVariable**& out) {
-    const int variables = m_factory.GetNbOfVariables();
-    if (variables == 0) return 0;
-    std::vector<unsigned char> mask(static_cast<size_t>(variables), 0);
-    FillPresentVariables(mask.data());
-    int found = 0;
-    for (unsigned char present : mask) found += present ? 1 : 0;
-    if (found == 0) return 0;
-    KOBWBVariable** array = new (std::nothrow) KOBWBVariable*[found];
+    if (m_factory.GetNbOfVariables() == 0) return 0;
+    const std::vector<KOBWBVariable*> variables = kobwb::PresentVariables(*this);
+    if (variables.empty()) return 0;
+    KOBWBVariable** array = new (std::nothrow) KOBWBVariable*[variables.size()];
     if (!array) return 0;
-    int next = 0;
-    for (int i = 0; i < variables; ++i)
-        if (mask[static_cast<size_t>(i)]) array[next++] = m_factory.GetVariable(i);
+    std::copy(variables.begin(), variables.end(), array);
     out = array;
-    return found;
+    return static_cast<int>(variables.size());
 }
 
 int KOBWBExpression::GetProperty(int property) const {

@@ -180,7 +180,15 @@ TEST(KOBWBDerivative, MixedSecondDerivativesAgreeWithNestedDifferences) {
                            At(e, x, y, xv - h, yv + h) + At(e, x, y, xv - h, yv - h)) /
                           (4 * h * h);
     EXPECT_NEAR(At(dxy, x, y, xv, yv), nested, 1e-5 * std::fabs(nested));
-    EXPECT_EQ(factory.CreateDerivative(factory.CreateRealConstant(4), 2, order)->GetExprValue().GetAsInteger(), 0);
+    // A constant graph gives the integer 0 at once, whatever the count.
+    KOBWBExpression* constantGraph = factory.CreateProduct(factory.CreateRealConstant(4), factory.CreateConstantPi());
+    for (int count : {1, 2}) {
+        const int before = factory.GetNbOfExpressions();
+        KOBWBExpression* zero = factory.CreateDerivative(constantGraph, count, order);
+        EXPECT_TRUE(zero->GetExprValue().IsAKindOf(KOBWBIntegerValue)) << count;
+        EXPECT_EQ(zero->GetExprValue().GetAsInteger(), 0) << count;
+        EXPECT_EQ(factory.GetNbOfExpressions(), before + 1) << count;
+    }
 }
 
 TEST(KOBWBDerivative, BlackBoxesDifferentiateNumerically) {
