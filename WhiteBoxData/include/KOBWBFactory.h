@@ -52,6 +52,14 @@ public:
     // Invalidates the buffers of expr's subgraph, or of every node when expr is
     // null; nothing happens while no buffer was filled since the last reset.
     void ResetBuffer(KOBWBExpression* expr = nullptr);
+    // Evaluates n expressions of this factory together (null ones are skipped), as
+    // GetValue() on each in turn would: the same values and the same error bits added
+    // to the environment, which is not initialised. The expressions need not be
+    // equation roots (the entries of a Jacobian, a gradient): their graphs are listed
+    // once, in one evaluation plan where the nodes they share appear once, and the plan
+    // is kept for the same list given again until a children list changes. Afterwards
+    // GetValue() and GetExprValue() of each expression answer without computing.
+    void EvaluateExpressions(int n, KOBWBExpression* const* expressions);
     void UpdateIsVariablesSorted(unsigned char sorted) { m_variablesSorted = sorted; }
     void SetTolerance(double tolerance) { m_environment.SetTolerance(tolerance); }
     // Every node made outside temporary mode, in creation order.
