@@ -22,6 +22,7 @@ class KOBWBValue;
 class KOBWBVariable;
 
 namespace kobwb {
+class DerivativeRules;
 class EvaluationPlans;
 class NodeArena;
 struct NodeSideTables;
@@ -209,6 +210,7 @@ protected:
 private:
     friend class KOBWBEquation;
     friend class KOBWBExpression;
+    friend class kobwb::DerivativeRules;
     friend class kobwb::EvaluationPlans;
 
     void* AllocateNode(std::size_t size);
