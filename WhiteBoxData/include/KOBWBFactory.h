@@ -26,6 +26,7 @@ class DerivativeRules;
 class EvaluationPlans;
 class NodeArena;
 struct NodeSideTables;
+class ValueBuffers;
 }
 
 // Makes and owns every node, equation and handed-over black box of one equation
@@ -218,6 +219,7 @@ private:
     int NumberNode() { return m_nodesNumbered < std::numeric_limits<int>::max() ? m_nodesNumbered++ : -1; }
     kobwb::NodeSideTables& SideTables();
     kobwb::EvaluationPlans& EvaluationPlans();
+    kobwb::ValueBuffers& ValueBuffers() { return *m_valueBuffers; }
 
     struct PropertyRecord {
         KOBLVRString name;
@@ -261,6 +263,8 @@ private:
     std::unique_ptr<std::vector<PropertyRecord>> m_properties;
     unsigned int m_level;
     std::unique_ptr<kobwb::NodeArena> m_arena;
+    // The value buffers of the nodes that have one.
+    std::unique_ptr<kobwb::ValueBuffers> m_valueBuffers;
     // Values given to SetExprValue and property values, for the nodes that have them.
     std::unique_ptr<kobwb::NodeSideTables> m_sideTables;
 };

@@ -1,7 +1,6 @@
 #ifndef KOBWBOperator_h
 #define KOBWBOperator_h
 
-#include "KOBWBDataLists.h"
 #include "KOBWBExpression.h"
 
 #include <initializer_list>
@@ -30,7 +29,38 @@ protected:
     KOBWBOperator(KOBWBFactory& factory, KOBWBExpressionType type,
                   std::initializer_list<KOBWBExpression*> children);
 
-    KOBLVRListPKOBWBExpression m_children;
+    // The children in order. The first two lie inside the node, so that most operators
+    // need no block of their own, and the list is four words rather than a general
+    // list's six.
+    class Children {
+    public:
+        Children() = default;
+        ~Children();
+        Children(const Children&) = delete;
+        Children& operator=(const Children&) = delete;
+
+        int Size() const { return m_count; }
+        KOBWBExpression* operator[](int i) const { return m_elements[i]; }
+        KOBWBExpression*& operator[](int i) { return m_elements[i]; }
+        // Sets the count, new children null; false when memory runs out.
+        bool Resize(int count);
+        bool Append(KOBWBExpression* child);
+        void RemovePosition(int i);
+        // The first position of child, -1 when it is not a child.
+        int Locate(const KOBWBExpression* child) const;
+
+    private:
+        static constexpr int inlineCapacity = 2;
+
+        bool Reserve(int capacity);
+
+        KOBWBExpression** m_elements = m_inline;
+        int m_count = 0;
+        int m_capacity = inlineCapacity;
+        KOBWBExpression* m_inline[inlineCapacity] = {nullptr, nullptr};
+    };
+
+    Children m_children;
 };
 
 #endif
