@@ -283,6 +283,9 @@ bool EvaluationPlans::EvaluateList(KOBWBFactory& factory, int count, KOBWBExpres
     };
     auto known = std::find_if(m_listPlans.begin(), m_listPlans.end(), same);
     if (known == m_listPlans.end()) {
+        // Plans hold the slots of this factory's nodes only.
+        for (std::size_t i = 0; i < size; ++i)
+            if (expressions[i] && &expressions[i]->m_factory != &factory) return false;
         if (m_steps.empty()) Reserve(static_cast<std::size_t>(factory.m_nodesNumbered));
         ListPlan made{std::vector<const KOBWBExpression*>(expressions, expressions + size), Make(factory, expressions, size)};
         if (m_listPlans.size() < listPlans) {
@@ -294,7 +297,28 @@ bool EvaluationPlans::EvaluateList(KOBWBFactory& factory, int count, KOBWBExpres
             m_nextListPlan = (m_nextListPlan + 1) % listPlans;
         }
     }
-    return Start(known->plan, factory, false);
+    if (!Start(known->plan, factory, false)) return false;
+    WriteValues(known->expressions);
+    return true;
+}
+
+void EvaluationPlans::WriteValues(const std::vector<const KOBWBExpression*>& expressions) {
+    constexpr std::size_t nodesAhead = 16;
+    constexpr std::size_t buffersAhead = nodesAhead / 2;
+    const std::size_t count = expressions.size();
+    const unsigned generation = count > 0 && expressions[0] ? expressions[0]->m_factory.GetBufferGeneration() : 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (i + nodesAhead < count && expressions[i + nodesAhead]) __builtin_prefetch(expressions[i + nodesAhead]);
+        if (i + buffersAhead < count && expressions[i + buffersAhead]) {
+            const KOBWBExpression& later = *expressions[i + buffersAhead];
+            if (later.m_flags & KOBWBExpression::slotted) __builtin_prefetch(&Slot(later.m_slot));
+            if (later.m_buffer) __builtin_prefetch(&later.Buffer());
+        }
+        KOBWBExpression* expression = const_cast<KOBWBExpression*>(expressions[i]);
+        if (expression && (expression->m_flags & KOBWBExpression::slotted) &&
+            Slot(expression->m_slot).generation == generation && !expression->IsBufferFilled())
+            expression->WritePendingValue();
+    }
 }
 
 } // namespace kobwb

@@ -57,9 +57,10 @@ public:
     // changes.
     bool Evaluate(KOBWBExpression& root, bool initialiseEnvironment);
     // Evaluates the expressions together through one plan of their graphs, each node
-    // shared by several of them listed once. The plan is kept for the same list,
-    // given again, until the graph changes. False, with nothing evaluated, when the
-    // plan cannot be made (the budget, or a node without a number): the caller then
+    // shared by several of them listed once, and writes their values into their
+    // buffers. The plan is kept for the same list, given again, until the graph
+    // changes. False, with nothing evaluated, when the plan cannot be made (the budget,
+    // a node without a number, an expression of another factory): the caller then
     // evaluates each expression itself.
     bool EvaluateList(KOBWBFactory& factory, int count, KOBWBExpression* const* expressions);
 
@@ -132,6 +133,10 @@ private:
     Plan Make(const KOBWBFactory& factory, KOBWBExpression* const* roots, std::size_t count);
     // Runs a plan after the checks that every plan needs; false for an empty plan.
     bool Start(const Plan& plan, KOBWBFactory& factory, bool initialiseEnvironment);
+    // Writes the values the plan just computed for the expressions into their buffers,
+    // asking for the memory of the expressions ahead in advance: a caller reading them
+    // one by one would wait for each in turn.
+    void WriteValues(const std::vector<const KOBWBExpression*>& expressions);
     // Drops every plan made for another structure of the graph.
     void Refresh(const KOBWBFactory& factory);
     void Run(const Plan& plan, KOBWBFactory& factory);

@@ -68,11 +68,8 @@ void KOBWBFactory::ResetBuffer(KOBWBExpression* expr) {
 
 void KOBWBFactory::EvaluateExpressions(int n, KOBWBExpression* const* expressions) {
     if (n <= 0 || !expressions) return;
-    // Plans hold slots of this factory's nodes only, and are not made again while one
-    // of them runs.
-    bool own = true;
-    for (int i = 0; i < n && own; ++i) own = !expressions[i] || &expressions[i]->GetFactory() == this;
-    if (own && m_evaluationDepth == 0 && EvaluationPlans().EvaluateList(*this, n, expressions)) return;
+    // Plans are not made again while one of them runs.
+    if (m_evaluationDepth == 0 && EvaluationPlans().EvaluateList(*this, n, expressions)) return;
     for (int i = 0; i < n; ++i)
         if (expressions[i]) expressions[i]->GetValue();
 }
