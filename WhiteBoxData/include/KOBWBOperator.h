@@ -29,9 +29,9 @@ protected:
     KOBWBOperator(KOBWBFactory& factory, KOBWBExpressionType type,
                   std::initializer_list<KOBWBExpression*> children);
 
-    // The children in order. The first two lie inside the node, so that most operators
-    // need no block of their own, and the list is four words rather than a general
-    // list's six.
+    // The children in order. Up to two lie inside the node, in the words that hold the
+    // address of a larger block otherwise, so that most operators need no block of their
+    // own and the list is three words.
     class Children {
     public:
         Children() = default;
@@ -40,8 +40,8 @@ protected:
         Children& operator=(const Children&) = delete;
 
         int Size() const { return m_count; }
-        KOBWBExpression* operator[](int i) const { return m_elements[i]; }
-        KOBWBExpression*& operator[](int i) { return m_elements[i]; }
+        KOBWBExpression* operator[](int i) const { return Elements()[i]; }
+        KOBWBExpression*& operator[](int i) { return Elements()[i]; }
         // Sets the count, new children null; false when memory runs out.
         bool Resize(int count);
         bool Append(KOBWBExpression* child);
@@ -52,12 +52,17 @@ protected:
     private:
         static constexpr int inlineCapacity = 2;
 
+        bool IsInline() const { return m_capacity <= inlineCapacity; }
+        KOBWBExpression* const* Elements() const { return IsInline() ? m_inline : m_block; }
+        KOBWBExpression** Elements() { return IsInline() ? m_inline : m_block; }
         bool Reserve(int capacity);
 
-        KOBWBExpression** m_elements = m_inline;
         int m_count = 0;
         int m_capacity = inlineCapacity;
-        KOBWBExpression* m_inline[inlineCapacity] = {nullptr, nullptr};
+        union {
+            KOBWBExpression* m_inline[inlineCapacity] = {nullptr, nullptr};
+            KOBWBExpression** m_block;
+        };
     };
 
     Children m_children;

@@ -16,44 +16,48 @@ constexpr unsigned nullChildLine = 38;
 } // namespace
 
 KOBWBOperator::Children::~Children() {
-    if (m_elements != m_inline) delete[] m_elements;
+    if (!IsInline()) delete[] m_block;
 }
 
 bool KOBWBOperator::Children::Reserve(int capacity) {
     if (capacity <= m_capacity) return true;
     int grown = m_capacity * 2;
     if (grown < capacity) grown = capacity;
-    KOBWBExpression** elements = new (std::nothrow) KOBWBExpression*[static_cast<std::size_t>(grown)];
-    if (!elements) return false;
-    std::copy(m_elements, m_elements + m_count, elements);
-    if (m_elements != m_inline) delete[] m_elements;
-    m_elements = elements;
+    KOBWBExpression** block = new (std::nothrow) KOBWBExpression*[static_cast<std::size_t>(grown)];
+    if (!block) return false;
+    KOBWBExpression** elements = Elements();
+    std::copy(elements, elements + m_count, block);
+    if (!IsInline()) delete[] m_block;
+    m_block = block;
     m_capacity = grown;
     return true;
 }
 
 bool KOBWBOperator::Children::Resize(int count) {
     if (count < 0 || !Reserve(count)) return false;
-    std::fill(m_elements + std::min(m_count, count), m_elements + count, nullptr);
+    KOBWBExpression** elements = Elements();
+    std::fill(elements + std::min(m_count, count), elements + count, nullptr);
     m_count = count;
     return true;
 }
 
 bool KOBWBOperator::Children::Append(KOBWBExpression* child) {
     if (!Reserve(m_count + 1)) return false;
-    m_elements[m_count++] = child;
+    Elements()[m_count++] = child;
     return true;
 }
 
 void KOBWBOperator::Children::RemovePosition(int i) {
     if (i < 0 || i >= m_count) return;
-    std::copy(m_elements + i + 1, m_elements + m_count, m_elements + i);
+    KOBWBExpression** elements = Elements();
+    std::copy(elements + i + 1, elements + m_count, elements + i);
     --m_count;
 }
 
 int KOBWBOperator::Children::Locate(const KOBWBExpression* child) const {
-    const auto found = std::find(m_elements, m_elements + m_count, child);
-    return found == m_elements + m_count ? -1 : static_cast<int>(found - m_elements);
+    KOBWBExpression* const* elements = Elements();
+    const auto found = std::find(elements, elements + m_count, child);
+    return found == elements + m_count ? -1 : static_cast<int>(found - elements);
 }
 
 KOBWBOperator::KOBWBOperator(KOBWBFactory& factory, KOBWBExpressionType type, int n,
