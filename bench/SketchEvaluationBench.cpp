@@ -1,5 +1,6 @@
 #include "AllocationCounter.h"
 #include "IntervalTape.h"
+#include "ResidentMemory.h"
 #include "SketchWorkload.h"
 
 #include <benchmark/benchmark.h>
@@ -77,27 +78,34 @@ void PlainLoop(benchmark::State& state) {
                                                               benchmark::Counter::kInvert);
 }
 
-// Bytes allocated per binary operator node, its children list included.
+// Bytes per binary operator node, its children list included: resident, as blocks of
+// nodes are mapped from the system directly, and allocated through malloc.
 void BinaryNodeMemory(benchmark::State& state) {
     for (auto _ : state) {
+        bench::ReleaseFreedMemory();
         KOBWBFactory factory;
         KOBWBVariable* x = factory.CreateVariable();
         KOBWBVariable* y = factory.CreateVariable();
         constexpr int count = 100000;
-        const std::size_t before = bench::AllocatedBytes();
+        const std::size_t resident = bench::ResidentBytes();
+        const std::size_t allocated = bench::AllocatedBytes();
         for (int i = 0; i < count; ++i) factory.CreateQuotient(x, y);
-        state.counters["bytes/binary node"] = static_cast<double>(bench::AllocatedBytes() - before) / count;
+        state.counters["resident B/binary node"] = static_cast<double>(bench::ResidentBytes() - resident) / count;
+        state.counters["malloc B/binary node"] = static_cast<double>(bench::AllocatedBytes() - allocated) / count;
     }
 }
 
-// Bytes allocated per operator node of the whole sketch.
+// Bytes per node of the whole sketch, resident and allocated through malloc.
 void SketchMemory(benchmark::State& state) {
     for (auto _ : state) {
+        bench::ReleaseFreedMemory();
         KOBWBFactory factory;
-        const std::size_t before = bench::AllocatedBytes();
+        const std::size_t resident = bench::ResidentBytes();
+        const std::size_t allocated = bench::AllocatedBytes();
         bench::BuildSketch(factory, points);
-        state.counters["bytes/node"] =
-            static_cast<double>(bench::AllocatedBytes() - before) / factory.GetNbOfExpressions();
+        const double nodes = factory.GetNbOfExpressions();
+        state.counters["resident B/node"] = static_cast<double>(bench::ResidentBytes() - resident) / nodes;
+        state.counters["malloc B/node"] = static_cast<double>(bench::AllocatedBytes() - allocated) / nodes;
     }
 }
 

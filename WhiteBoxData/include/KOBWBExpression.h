@@ -122,6 +122,7 @@ private:
     kobwb::ValueBuffer& Buffer() const;
     // The value of the node's buffer, made when the node has none yet.
     KOBWBValue& BufferValue();
+    // Computes the value of a node whose buffer is not filled in this generation.
     const KOBWBValue& Evaluate(bool initialiseEnvironment);
     // Marks the buffer, just computed, valid in the current generation.
     void MarkBufferComputed() {
