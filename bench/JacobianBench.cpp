@@ -15,7 +15,7 @@
 // by each of them. Reports the time, the nodes and the resident memory per derivative,
 // and the resident memory of the whole factory, sketch and Jacobian; the growth from
 // 2,500 to 10,000 points is read from the two runs, each best run in a process of its
-// own (--benchmark_filter=MakeJacobian/2500), so that memory freed by one is not
+// own (--benchmark_filter=MakeJacobian/HugePages/2500), so that memory freed by one is not
 // reused by the other. Blocks of nodes are backed by 2 MB pages where the system offers
 // them: the Jacobian's first nodes may then fill a page the sketch's last nodes made
 // resident, and its last page may be partly used, so that its resident memory is known
