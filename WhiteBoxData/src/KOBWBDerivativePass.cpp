@@ -131,7 +131,11 @@ KOBWBExpression* KOBWBFactory::Derivative(KOBWBExpression* expr, KOBWBVariable* 
     };
     // Constancy of every node below, children first; the constants the rules share
     // are looked for on the way.
-    std::vector<Frame> frames{{expr, 0}};
+    // Room for the depth of most graphs at once, rather than growth step by step.
+    constexpr std::size_t usualDepth = 32;
+    std::vector<Frame> frames;
+    frames.reserve(usualDepth);
+    frames.push_back({expr, 0});
     pass.nodes.Insert(expr, {});
     while (!frames.empty()) {
         Frame& top = frames.back();
