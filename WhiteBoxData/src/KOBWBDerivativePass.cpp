@@ -132,7 +132,7 @@ KOBWBExpression* KOBWBFactory::Derivative(KOBWBExpression* expr, KOBWBVariable* 
     // Constancy of every node below, children first; the constants the rules share
     // are looked for on the way.
     // Room for the depth of most graphs at once, rather than growth step by step.
-    constexpr std::size_t usualDepth = 32;
+    constexpr std::size_t usualDepth = 16;
     std::vector<Frame> frames;
     frames.reserve(usualDepth);
     frames.push_back({expr, 0});

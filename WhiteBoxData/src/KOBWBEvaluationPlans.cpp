@@ -147,7 +147,8 @@ EvaluationPlans::Plan EvaluationPlans::Make(const KOBWBFactory& factory, KOBWBEx
         }
     }
     const std::size_t budget = stepsPerNode * static_cast<std::size_t>(factory.GetNbOfExpressions()) + stepsAllowance;
-    if (m_steps.size() > budget || m_unnumbered) {
+    m_overBudget = m_steps.size() > budget;
+    if (m_overBudget || m_unnumbered) {
         m_steps.resize(plan.firstStep);
         m_childSlots.resize(plan.firstChild);
         return plan;
@@ -232,13 +233,17 @@ void EvaluationPlans::Run(const Plan& plan, KOBWBFactory& factory) {
     }
 }
 
-void EvaluationPlans::Refresh(const KOBWBFactory& factory) {
-    if (m_structureVersion == factory.m_structureVersion) return;
+void EvaluationPlans::Clear() {
     m_plans.clear();
     m_listPlans.clear();
     m_nextListPlan = 0;
     m_steps.clear();
     m_childSlots.clear();
+}
+
+void EvaluationPlans::Refresh(const KOBWBFactory& factory) {
+    if (m_structureVersion == factory.m_structureVersion) return;
+    Clear();
     m_structureVersion = factory.m_structureVersion;
 }
 
@@ -287,7 +292,15 @@ bool EvaluationPlans::EvaluateList(KOBWBFactory& factory, int count, KOBWBExpres
         for (std::size_t i = 0; i < size; ++i)
             if (expressions[i] && &expressions[i]->m_factory != &factory) return false;
         if (m_steps.empty()) Reserve(static_cast<std::size_t>(factory.m_nodesNumbered));
+        const bool others = !m_steps.empty();
         ListPlan made{std::vector<const KOBWBExpression*>(expressions, expressions + size), Make(factory, expressions, size)};
+        // The plans of lists no longer given keep their steps until the graph changes:
+        // when the plans have used their budget, all of them are dropped, to be made
+        // again when they are next needed, and this one is made alone.
+        if (m_overBudget && others) {
+            Clear();
+            made.plan = Make(factory, expressions, size);
+        }
         if (m_listPlans.size() < listPlans) {
             m_listPlans.push_back(std::move(made));
             known = m_listPlans.end() - 1;

@@ -137,6 +137,7 @@ private:
     // asking for the memory of the expressions ahead in advance: a caller reading them
     // one by one would wait for each in turn.
     void WriteValues(const std::vector<const KOBWBExpression*>& expressions);
+    void Clear();
     // Drops every plan made for another structure of the graph.
     void Refresh(const KOBWBFactory& factory);
     void Run(const Plan& plan, KOBWBFactory& factory);
@@ -151,6 +152,8 @@ private:
     unsigned m_listing = 0;
     // Whether the listing met a node without a number.
     bool m_unnumbered = false;
+    // Whether the last plan made was refused for the budget.
+    bool m_overBudget = false;
     std::vector<Frame> m_frames;
     Array<Plan> m_plans;
     // The plans of lists of expressions, with the lists they were made for; the
