@@ -130,8 +130,8 @@ KOBWBExpression* KOBWBFactory::Derivative(KOBWBExpression* expr, KOBWBVariable* 
         int nextChild;
     };
     // Constancy of every node below, children first; the constants the rules share
-    // are looked for on the way.
-    // Room for the depth of most graphs at once, rather than growth step by step.
+    // are looked for on the way. The stack takes room for the depth of most graphs at
+    // once, rather than growing step by step.
     constexpr std::size_t usualDepth = 16;
     std::vector<Frame> frames;
     frames.reserve(usualDepth);
