@@ -1,5 +1,6 @@
 #include "KOBLVRLargeBlocks.h"
 
+#include <cstdint>
 #include <cstdlib>
 
 #if defined(__linux__)
@@ -8,18 +9,44 @@
 
 namespace kobwb {
 
-void* AllocateLargeBlock(std::size_t bytes) noexcept {
 #if defined(__linux__) && defined(MADV_HUGEPAGE)
-    if (bytes >= hugePage) {
-        const std::size_t length = (bytes + hugePage - 1) / hugePage * hugePage;
-        void* block = std::aligned_alloc(hugePage, length);
-        if (block) madvise(block, length, MADV_HUGEPAGE);
-        return block;
-    }
-#endif
-    return std::malloc(bytes);
+
+namespace {
+
+constexpr std::size_t WholeHugePages(std::size_t bytes) { return (bytes + hugePage - 1) / hugePage * hugePage; }
+
+} // namespace
+
+void* AllocateLargeBlock(std::size_t bytes) noexcept {
+    if (bytes < hugePage) return std::malloc(bytes);
+    // One huge page more than needed is mapped, and what lies outside the aligned
+    // block given back.
+    const std::size_t length = WholeHugePages(bytes);
+    void* mapped = mmap(nullptr, length + hugePage, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (mapped == MAP_FAILED) return nullptr;
+    const std::uintptr_t start = reinterpret_cast<std::uintptr_t>(mapped);
+    const std::uintptr_t aligned = (start + hugePage - 1) / hugePage * hugePage;
+    if (aligned > start) munmap(mapped, aligned - start);
+    const std::size_t after = start + length + hugePage - (aligned + length);
+    if (after > 0) munmap(reinterpret_cast<void*>(aligned + length), after);
+    void* block = reinterpret_cast<void*>(aligned);
+    madvise(block, length, MADV_HUGEPAGE);
+    return block;
 }
 
-void FreeLargeBlock(void* block) noexcept { std::free(block); }
+void FreeLargeBlock(void* block, std::size_t bytes) noexcept {
+    if (bytes < hugePage)
+        std::free(block);
+    else if (block)
+        munmap(block, WholeHugePages(bytes));
+}
+
+#else
+
+void* AllocateLargeBlock(std::size_t bytes) noexcept { return std::malloc(bytes); }
+
+void FreeLargeBlock(void* block, std::size_t) noexcept { std::free(block); }
+
+#endif
 
 } // namespace kobwb

@@ -7,14 +7,17 @@
 // Memory for large arrays that are filled once and then read again and again (the
 // nodes of a factory, the plans that evaluate them). Blocks of whole huge pages are
 // aligned on them and asked to be backed by them where the system offers it: filling
-// a few megabytes then takes a few page faults instead of thousands.
+// a few megabytes then takes a few page faults instead of thousands. Such blocks are
+// mapped from the system and given back to it when freed, so that they never leave
+// freed pages in the heap, nor change how the heap serves the program's other
+// allocations.
 namespace kobwb {
 
 constexpr std::size_t hugePage = 2 * 1024 * 1024;
 
-// Null when memory runs out; the block is freed with FreeLargeBlock.
+// Null when memory runs out; the block is freed with FreeLargeBlock, given the same size.
 void* AllocateLargeBlock(std::size_t bytes) noexcept;
-void FreeLargeBlock(void* block) noexcept;
+void FreeLargeBlock(void* block, std::size_t bytes) noexcept;
 
 // An allocator for standard containers that takes its memory from large blocks.
 template <class T>
@@ -31,7 +34,7 @@ struct LargeBlockAllocator {
         if (!block) throw std::bad_alloc();
         return static_cast<T*>(block);
     }
-    void deallocate(T* block, std::size_t) noexcept { FreeLargeBlock(block); }
+    void deallocate(T* block, std::size_t count) noexcept { FreeLargeBlock(block, count * sizeof(T)); }
 
     template <class U>
     bool operator==(const LargeBlockAllocator<U>&) const noexcept {

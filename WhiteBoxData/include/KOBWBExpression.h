@@ -13,6 +13,7 @@ class KOBWBVariable;
 namespace kobwb {
 class EvaluationPlans;
 struct PropertyTable;
+struct ValueBuffer;
 }
 
 // A node of an expression graph. The factory that made it owns it. Its value is
@@ -63,10 +64,7 @@ public:
     // Evaluates through the buffer after initialising the environment's error flags.
     void Eval(KOBWBValue& result);
     // Evaluates through the buffer; a valid buffer is returned as it is.
-    const KOBWBValue& GetValue() {
-        if (IsBufferFilled()) return m_buffer;
-        return Evaluate(false);
-    }
+    const KOBWBValue& GetValue();
     // Whether GetValue answers without computing.
     bool IsBufferValid() const;
 
@@ -140,8 +138,9 @@ protected:
     // and kept it beside the node, leaving the buffer to be written when asked for.
     bool HasPendingValue() const;
     // Writes a pending value into the buffer, as the node's own evaluation would
-    // have left it.
-    void WritePendingValue();
+    // have left it; false when the plan kept no value the buffer can take (the node
+    // then evaluates itself).
+    bool WritePendingValue();
     // A leaf tells that its value changed, so that plans read it again.
     void LeafValueChanged();
 
@@ -160,20 +159,20 @@ private:
     // An evaluation plan lists the node and its slot holds what the plan knows of it.
     static constexpr unsigned slotted = 256;
 
-    bool IsBufferFilled() const {
-        return (m_flags & bufferValid) && m_generation == m_factory.GetBufferGeneration();
-    }
+    bool IsBufferFilled() const;
+    // The node's buffer, which it has once it was filled.
+    kobwb::ValueBuffer& Buffer() const;
+    // The value of the node's buffer, made when the node has none yet.
+    KOBWBValue& BufferValue();
+    // Computes the value of a node whose buffer is not filled in this generation.
     const KOBWBValue& Evaluate(bool initialiseEnvironment);
     // Marks the buffer, just computed, valid in the current generation.
     void MarkBufferComputed() {
         MarkBufferFilled();
-        if (m_flags & slotted) UpdateSlot();
+        if ((m_flags & slotted) && m_buffer) UpdateSlot();
     }
     // The same for a buffer filled from the node's slot, which the slot agrees with.
-    void MarkBufferFilled() {
-        m_flags |= bufferValid | exprValueIsBuffer;
-        m_generation = m_factory.GetBufferGeneration();
-    }
+    void MarkBufferFilled();
     // Keeps the slot of the node's evaluation plans in step with the buffer.
     void UpdateSlot();
     // Operators at the root of an equation evaluate through a plan of their graph.
@@ -195,10 +194,10 @@ private:
     // that have them (flags hasOwnValue and hasProperties), so that a node is only
     // what evaluation reads.
     unsigned m_flags = 0;
-    // The factory's buffer generation at the last evaluation: a buffer filled in
-    // an earlier generation is stale, so resetting every buffer is one increment.
-    unsigned m_generation = 0;
-    KOBWBValue m_buffer;
+    // The number of the node's value buffer among the factory's, 0 while it has none.
+    // The buffer keeps the buffer generation it was filled in: a buffer filled in an
+    // earlier generation is stale, so resetting every buffer is one increment.
+    unsigned m_buffer = 0;
 };
 
 #endif

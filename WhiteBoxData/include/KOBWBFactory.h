@@ -22,9 +22,11 @@ class KOBWBValue;
 class KOBWBVariable;
 
 namespace kobwb {
+class DerivativeRules;
 class EvaluationPlans;
 class NodeArena;
 struct NodeSideTables;
+class ValueBuffers;
 }
 
 // Makes and owns every node, equation and handed-over black box of one equation
@@ -52,6 +54,14 @@ public:
     // Invalidates the buffers of expr's subgraph, or of every node when expr is
     // null; nothing happens while no buffer was filled since the last reset.
     void ResetBuffer(KOBWBExpression* expr = nullptr);
+    // Evaluates n expressions of this factory together (null ones are skipped), as
+    // GetValue() on each in turn would: the same values and the same error bits added
+    // to the environment, which is not initialised. The expressions need not be
+    // equation roots (the entries of a Jacobian, a gradient): their graphs are listed
+    // once, in one evaluation plan where the nodes they share appear once, and the plan
+    // is kept for the same list given again until a children list changes. Afterwards
+    // GetValue() and GetExprValue() of each expression answer without computing.
+    void EvaluateExpressions(int n, KOBWBExpression* const* expressions);
     void UpdateIsVariablesSorted(unsigned char sorted) { m_variablesSorted = sorted; }
     void SetTolerance(double tolerance) { m_environment.SetTolerance(tolerance); }
     // Every node made outside temporary mode, in creation order.
@@ -201,6 +211,7 @@ protected:
 private:
     friend class KOBWBEquation;
     friend class KOBWBExpression;
+    friend class kobwb::DerivativeRules;
     friend class kobwb::EvaluationPlans;
 
     void* AllocateNode(std::size_t size);
@@ -208,6 +219,7 @@ private:
     int NumberNode() { return m_nodesNumbered < std::numeric_limits<int>::max() ? m_nodesNumbered++ : -1; }
     kobwb::NodeSideTables& SideTables();
     kobwb::EvaluationPlans& EvaluationPlans();
+    kobwb::ValueBuffers& ValueBuffers() { return *m_valueBuffers; }
 
     struct PropertyRecord {
         KOBLVRString name;
@@ -218,9 +230,10 @@ private:
     // The position of the equation of that id in the list, -1 when none.
     int EquationPosition(int id) const;
     struct DerivativePass;
-    // d expr / d v, made bottom-up (see DerivativePass); 0 for a constant expr when
-    // zeroIfConstant, expr's own rule otherwise.
-    KOBWBExpression* Derivative(KOBWBExpression* expr, KOBWBVariable* v, bool zeroIfConstant);
+    // d expr / d v, made bottom-up (see DerivativePass). Given constantGraph, a
+    // constant expr gives the integer 0 and constantGraph tells whether it was;
+    // without it, expr's own rule answers for expr.
+    KOBWBExpression* Derivative(KOBWBExpression* expr, KOBWBVariable* v, bool* constantGraph);
     KOBWBConstant* NewConstant(const KOBWBValue& value);
 
     KOBLVRListPKOBWBExpression m_expressions;
@@ -252,6 +265,8 @@ private:
     std::unique_ptr<std::vector<PropertyRecord>> m_properties;
     unsigned int m_level;
     std::unique_ptr<kobwb::NodeArena> m_arena;
+    // The value buffers of the nodes that have one.
+    std::unique_ptr<kobwb::ValueBuffers> m_valueBuffers;
     // Values given to SetExprValue and property values, for the nodes that have them.
     std::unique_ptr<kobwb::NodeSideTables> m_sideTables;
 };

@@ -1,7 +1,6 @@
 #ifndef KOBWBOperator_h
 #define KOBWBOperator_h
 
-#include "KOBWBDataLists.h"
 #include "KOBWBExpression.h"
 
 #include <initializer_list>
@@ -30,7 +29,43 @@ protected:
     KOBWBOperator(KOBWBFactory& factory, KOBWBExpressionType type,
                   std::initializer_list<KOBWBExpression*> children);
 
-    KOBLVRListPKOBWBExpression m_children;
+    // The children in order. Up to two lie inside the node, in the words that hold the
+    // address of a larger block otherwise, so that most operators need no block of their
+    // own and the list is three words.
+    class Children {
+    public:
+        Children() = default;
+        ~Children();
+        Children(const Children&) = delete;
+        Children& operator=(const Children&) = delete;
+
+        int Size() const { return m_count; }
+        KOBWBExpression* operator[](int i) const { return Elements()[i]; }
+        KOBWBExpression*& operator[](int i) { return Elements()[i]; }
+        // Sets the count, new children null; false when memory runs out.
+        bool Resize(int count);
+        bool Append(KOBWBExpression* child);
+        void RemovePosition(int i);
+        // The first position of child, -1 when it is not a child.
+        int Locate(const KOBWBExpression* child) const;
+
+    private:
+        static constexpr int inlineCapacity = 2;
+
+        bool IsInline() const { return m_capacity <= inlineCapacity; }
+        KOBWBExpression* const* Elements() const { return IsInline() ? m_inline : m_block; }
+        KOBWBExpression** Elements() { return IsInline() ? m_inline : m_block; }
+        bool Reserve(int capacity);
+
+        int m_count = 0;
+        int m_capacity = inlineCapacity;
+        union {
+            KOBWBExpression* m_inline[inlineCapacity] = {nullptr, nullptr};
+            KOBWBExpression** m_block;
+        };
+    };
+
+    Children m_children;
 };
 
 #endif

@@ -20,7 +20,7 @@ double KOBWBBlackBoxOperator::DoEval() { return m_blackBox->Eval(); }
 
 KOBWBExpression* KOBWBBlackBoxOperator::Differentiate(KOBWBVariable* v) {
     if (!v) return this;
-    if (!GetChild(0) || m_children.Locate(v, 0) < 0) return nullptr;
+    if (!GetChild(0) || m_children.Locate(v) < 0) return nullptr;
     KOBWBFactory& factory = GetFactory();
     if (KOBWBDerivBlackBox* known = factory.GetDerivBlackBox(m_blackBox, v)) return known->GetOperator();
     KOBWBDerivBlackBox* derivative = new (std::nothrow) KOBWBDerivBlackBox(m_blackBox, v);

@@ -1,8 +1,7 @@
 #include "KOBWBConstant.h"
+#include "KOBWBDerivativeRules.h"
 #include "KOBWBFactory.h"
-#include "KOBWBNodeMap.h"
 #include "KOBWBOperatorFamilies.h"
-#include "KOBWBOperatorTable.h"
 
 #include <cmath>
 #include <vector>
@@ -12,280 +11,180 @@
 // Zero terms are dropped from sums and products, unit factors are left out, and
 // integer powers keep integer exponents.
 
-namespace {
-
-// The children whose derivatives the rule of node asks for, as the rules below do.
-bool RuleDifferentiates(const KOBWBExpression& node, int child) {
-    switch (node.GetType()) {
-    case KOBWBSumType:
-    case KOBWBProductType:
-    case KOBWBQuotientType:
-    case KOBWBAtan2Type: return true;
-    case KOBWBRootType:
-    case KOBWBSqrtType:
-    case KOBWBLogType:
-    case KOBWBLnType:
-    case KOBWBExpType: return child == 0;
-    case KOBWBPowerType: {
-        const KOBWBExpression* exponent = node.GetChild(1);
-        return child == 0 || !exponent || exponent->GetType() != KOBWBConstantType ||
-               !exponent->GetExprValue().IsAKindOf(KOBWBIntegerValue);
-    }
-    default: return kobwb::FamilyOf(node.GetType()) == kobwb::OperatorFamily::Trigonometric;
-    }
-}
-
-} // namespace
-
-// The derivatives of one graph by one variable, made bottom-up: every node whose
-// derivative a rule asks for is differentiated before the rule runs, so a rule finds
-// its children's derivatives here instead of making them by recursion. A chain of a
-// million nodes is then differentiated without exhausting the call stack, and a node
-// shared by several parents is differentiated once.
-struct KOBWBFactory::DerivativePass {
-    struct Entry {
-        bool constant = false;
-        bool listed = false;
-        bool made = false;
-        KOBWBExpression* derivative = nullptr;
-    };
-
-    KOBWBVariable* variable;
-    kobwb::NodeMap<Entry> nodes;
-    DerivativePass* outer;
-};
-
-KOBWBExpression* KOBWBFactory::CreateDerivative(KOBWBExpression* expr, int n, KOBWBVariable** variables) {
-    if (!expr || !variables) return nullptr;
-    // A constant graph has the derivative 0; the derivatives after the first are asked
-    // of the graph's own top node.
-    KOBWBExpression* current = expr;
-    for (int i = 0; i < n && current; ++i) current = Derivative(current, variables[i], i == 0);
-    return current;
-}
-
-KOBWBExpression* KOBWBFactory::Derivative(KOBWBExpression* expr, KOBWBVariable* v, bool zeroIfConstant) {
-    for (DerivativePass* pass = m_derivativePass; pass; pass = pass->outer) {
-        if (pass->variable != v) continue;
-        const DerivativePass::Entry* known = pass->nodes.Find(expr);
-        if (known && known->made) return known->derivative;
-    }
-    if (!v) return zeroIfConstant && expr->IsConstant() ? CreateIntegerConstant(0) : expr->Differentiate(v);
-    DerivativePass pass{v, {}, m_derivativePass};
-    struct Frame {
-        KOBWBExpression* node;
-        int nextChild;
-    };
-    // Constancy of every node below, children first.
-    std::vector<Frame> frames{{expr, 0}};
-    pass.nodes.Insert(expr, {});
-    while (!frames.empty()) {
-        Frame& top = frames.back();
-        KOBWBExpression* node = top.node;
-        if (top.nextChild < node->GetNbOfChildren()) {
-            KOBWBExpression* child = node->GetChild(top.nextChild++);
-            if (child && pass.nodes.Insert(child, {}).second) frames.push_back({child, 0});
-            continue;
-        }
-        frames.pop_back();
-        bool constant = node->GetType() == KOBWBConstantType;
-        if (node->GetType() != KOBWBVariableType && !constant) {
-            constant = true;
-            for (int i = 0; i < node->GetNbOfChildren() && constant; ++i) {
-                const KOBWBExpression* child = node->GetChild(i);
-                constant = child && pass.nodes.Find(child)->constant;
-            }
-        }
-        pass.nodes.Find(node)->constant = constant && (zeroIfConstant || node != expr);
-    }
-    // The nodes to differentiate, children first, leaving out what lies below
-    // constants, whose derivative is 0.
-    m_derivativePass = &pass;
-    pass.nodes.Find(expr)->listed = true;
-    frames.assign(1, {expr, 0});
-    while (!frames.empty()) {
-        Frame& top = frames.back();
-        KOBWBExpression* node = top.node;
-        if (!pass.nodes.Find(node)->constant && top.nextChild < node->GetNbOfChildren()) {
-            const int i = top.nextChild++;
-            KOBWBExpression* child = node->GetChild(i);
-            if (!child || !RuleDifferentiates(*node, i)) continue;
-            DerivativePass::Entry* entry = pass.nodes.Find(child);
-            if (entry->listed) continue;
-            entry->listed = true;
-            frames.push_back({child, 0});
-            continue;
-        }
-        frames.pop_back();
-        KOBWBExpression* derivative =
-            pass.nodes.Find(node)->constant ? CreateIntegerConstant(0) : node->Differentiate(v);
-        DerivativePass::Entry* entry = pass.nodes.Find(node);
-        entry->derivative = derivative;
-        entry->made = true;
-    }
-    m_derivativePass = pass.outer;
-    return pass.nodes.Find(expr)->derivative;
-}
+using kobwb::DerivativeRules;
+using kobwb::Term;
 
 namespace {
 
-KOBWBExpression* Derivative(KOBWBExpression* child, KOBWBVariable* v) {
-    return child ? child->GetFactory().CreateDerivative(child, 1, &v) : nullptr;
-}
+Term Made(KOBWBExpression* node) { return {Term::Kind::Node, node}; }
 
-// Whether node is a constant equal to 0, resp. to 1.
-struct ConstantKind {
-    bool zero = false;
-    bool one = false;
-};
+KOBWBExpression* NodeOf(KOBWBFactory& factory, const Term& term) { return DerivativeRules::Node(factory, term); }
 
-ConstantKind Classify(const KOBWBExpression* node) {
-    ConstantKind kind;
-    if (!node || node->GetType() != KOBWBConstantType) return kind;
-    unsigned char zero = 0;
-    unsigned char one = 0;
-    static_cast<const KOBWBConstant*>(node)->IsZeroOrOne(zero, one);
-    kind.zero = zero != 0;
-    kind.one = one != 0;
-    return kind;
+KOBWBExpression* Integer(KOBWBFactory& factory, int value) { return DerivativeRules::Integer(factory, value); }
+
+KOBWBExpression* Real(KOBWBFactory& factory, double value) { return DerivativeRules::Real(factory, value); }
+
+KOBWBExpression* Square(KOBWBFactory& factory, KOBWBExpression* x) {
+    return factory.CreatePower(x, Integer(factory, 2));
 }
 
 // No term: the integer 0; one term: itself; several: their sum.
-KOBWBExpression* SumOfTerms(KOBWBFactory& factory, std::vector<KOBWBExpression*>& terms) {
-    if (terms.empty()) return factory.CreateIntegerConstant(0);
+Term SumOfTerms(KOBWBFactory& factory, const std::vector<Term>& terms) {
+    if (terms.empty()) return {Term::Kind::IntegerZero, nullptr};
     if (terms.size() == 1) return terms[0];
-    return factory.CreateOperator(KOBWBSumType, static_cast<int>(terms.size()), terms.data());
+    std::vector<KOBWBExpression*> nodes;
+    nodes.reserve(terms.size());
+    for (const Term& term : terms) nodes.push_back(NodeOf(factory, term));
+    return Made(factory.CreateOperator(KOBWBSumType, static_cast<int>(nodes.size()), nodes.data()));
 }
 
 // a * term + b, without the factor when a is 1 and without the constant when b is 0.
 KOBWBExpression* Linear(KOBWBFactory& factory, double a, KOBWBExpression* term, double b) {
-    KOBWBExpression* scaled = a == 1.0 ? term : factory.CreateProduct(factory.CreateRealConstant(a), term);
-    return b == 0.0 ? scaled : factory.CreateSum(factory.CreateRealConstant(b), scaled);
+    KOBWBExpression* scaled = a == 1.0 ? term : factory.CreateProduct(Real(factory, a), term);
+    return b == 0.0 ? scaled : factory.CreateSum(Real(factory, b), scaled);
 }
 
 KOBWBExpression* LinearOfSquare(KOBWBFactory& factory, double a, KOBWBExpression* x, double b) {
-    return Linear(factory, a, factory.CreatePower(x, 2), b);
+    return Linear(factory, a, Square(factory, x), b);
+}
+
+// (da * b - a * db) / denominator, the form of the quotient and of atan2.
+KOBWBExpression* CrossQuotient(KOBWBFactory& f, KOBWBExpression* a, const Term& da, KOBWBExpression* b,
+                               const Term& db, KOBWBExpression* denominator) {
+    return f.CreateQuotient(f.CreateSub(f.CreateProduct(NodeOf(f, da), b), f.CreateProduct(a, NodeOf(f, db))),
+                            denominator);
 }
 
 } // namespace
 
-KOBWBExpression* KOBWBAlgebraicOperator::Differentiate(KOBWBVariable* v) {
-    if (!v) return this;
-    KOBWBFactory& factory = GetFactory();
-    const int count = GetNbOfChildren();
-    std::vector<KOBWBExpression*> terms;
-    if (GetType() == KOBWBSumType) {
+namespace kobwb {
+
+Term AlgebraicDerivative(KOBWBAlgebraicOperator& node, KOBWBVariable* v) {
+    KOBWBFactory& factory = node.GetFactory();
+    const int count = node.GetNbOfChildren();
+    std::vector<Term> terms;
+    if (node.GetType() == KOBWBSumType) {
         for (int i = 0; i < count; ++i) {
-            KOBWBExpression* d = Derivative(GetChild(i), v);
-            if (d && !Classify(d).zero) terms.push_back(d);
+            const Term d = DerivativeRules::Of(node.GetChild(i), v);
+            if (!d.IsNull() && !d.IsZero()) terms.push_back(d);
         }
         return SumOfTerms(factory, terms);
     }
-    if (GetType() != KOBWBProductType) return nullptr;
+    if (node.GetType() != KOBWBProductType) return {};
+    std::vector<KOBWBExpression*> factors;
     for (int i = 0; i < count; ++i) {
-        KOBWBExpression* d = Derivative(GetChild(i), v);
-        if (!d) continue;
-        const ConstantKind kind = Classify(d);
-        if (kind.zero) continue;
-        std::vector<KOBWBExpression*> factors;
+        const Term d = DerivativeRules::Of(node.GetChild(i), v);
+        if (d.IsNull() || d.IsZero()) continue;
+        const bool one = d.IsOne();
+        factors.clear();
         for (int j = 0; j < count; ++j) {
             if (j != i)
-                factors.push_back(GetChild(j));
-            else if (!kind.one)
-                factors.push_back(d);
+                factors.push_back(node.GetChild(j));
+            else if (!one)
+                factors.push_back(NodeOf(factory, d));
         }
         terms.push_back(factors.size() == 1
-                            ? factors[0]
-                            : factory.CreateProduct(static_cast<int>(factors.size()), factors.data()));
+                            ? Made(factors[0])
+                            : Made(factory.CreateProduct(static_cast<int>(factors.size()), factors.data())));
     }
     return SumOfTerms(factory, terms);
 }
 
-KOBWBExpression* KOBWBBinaryOperator::Differentiate(KOBWBVariable* v) {
-    KOBWBExpression* a = GetChild(0);
-    KOBWBExpression* b = GetChild(1);
-    if (!a || !b) return nullptr;
-    if (!v) return this;
-    KOBWBFactory& f = GetFactory();
-    switch (GetType()) {
-    case KOBWBQuotientType: {
-        KOBWBExpression* da = Derivative(a, v);
-        KOBWBExpression* db = Derivative(b, v);
-        return f.CreateQuotient(f.CreateSub(f.CreateProduct(da, b), f.CreateProduct(a, db)), f.CreatePower(b, 2));
-    }
+Term BinaryDerivative(KOBWBBinaryOperator& node, KOBWBVariable* v) {
+    KOBWBExpression* a = node.GetChild(0);
+    KOBWBExpression* b = node.GetChild(1);
+    if (!a || !b) return {};
+    KOBWBFactory& f = node.GetFactory();
+    switch (node.GetType()) {
+    case KOBWBQuotientType:
+        return Made(CrossQuotient(f, a, DerivativeRules::Of(a, v), b, DerivativeRules::Of(b, v), Square(f, b)));
     case KOBWBPowerType: {
-        KOBWBExpression* da = Derivative(a, v);
+        const Term da = DerivativeRules::Of(a, v);
         const bool integerExponent =
             b->GetType() == KOBWBConstantType && b->GetExprValue().IsAKindOf(KOBWBIntegerValue);
         if (integerExponent) {
             const int k = b->GetExprValue().GetAsInteger();
-            if (!Classify(da).one) return f.CreateProduct(b, f.CreateProduct(da, f.CreatePower(a, k - 1)));
-            if (k == 2) return f.CreateProduct(b, a);
-            if (k == 1) return b;
-            return f.CreateProduct(b, f.CreatePower(a, k - 1));
+            if (!da.IsOne()) return Made(f.CreateProduct(b, f.CreateProduct(NodeOf(f, da), f.CreatePower(a, k - 1))));
+            if (k == 2) return Made(f.CreateProduct(b, a));
+            if (k == 1) return Made(b);
+            return Made(f.CreateProduct(b, f.CreatePower(a, k - 1)));
         }
-        KOBWBExpression* db = Derivative(b, v);
-        KOBWBExpression* baseTerm = f.CreateQuotient(f.CreateProduct(b, da), a);
-        if (Classify(db).zero) return f.CreateProduct(this, baseTerm);
-        return f.CreateProduct(this, f.CreateSum(f.CreateProduct(db, f.CreateLn(a)), baseTerm));
+        const Term db = DerivativeRules::Of(b, v);
+        KOBWBExpression* baseTerm = f.CreateQuotient(f.CreateProduct(b, NodeOf(f, da)), a);
+        if (db.IsZero()) return Made(f.CreateProduct(&node, baseTerm));
+        return Made(f.CreateProduct(&node, f.CreateSum(f.CreateProduct(NodeOf(f, db), f.CreateLn(a)), baseTerm)));
     }
     case KOBWBRootType:
-        return f.CreateProduct(this, f.CreateQuotient(Derivative(a, v), f.CreateProduct(a, b)));
-    case KOBWBAtan2Type: {
-        KOBWBExpression* da = Derivative(a, v);
-        KOBWBExpression* db = Derivative(b, v);
-        return f.CreateQuotient(f.CreateSub(f.CreateProduct(da, b), f.CreateProduct(a, db)),
-                                f.CreateSum(f.CreatePower(a, 2), f.CreatePower(b, 2)));
-    }
-    default: return nullptr;
+        return Made(f.CreateProduct(&node, f.CreateQuotient(NodeOf(f, DerivativeRules::Of(a, v)), f.CreateProduct(a, b))));
+    case KOBWBAtan2Type:
+        return Made(CrossQuotient(f, a, DerivativeRules::Of(a, v), b, DerivativeRules::Of(b, v),
+                                  f.CreateSum(Square(f, a), Square(f, b))));
+    default: return {};
     }
 }
 
-KOBWBExpression* KOBWBUnaryOperator::Differentiate(KOBWBVariable* v) {
-    if (!v) return this;
-    KOBWBExpression* x = GetChild(0);
-    KOBWBFactory& f = GetFactory();
-    switch (GetType()) {
+Term UnaryDerivative(KOBWBUnaryOperator& node, KOBWBVariable* v) {
+    KOBWBExpression* x = node.GetChild(0);
+    KOBWBFactory& f = node.GetFactory();
+    switch (node.GetType()) {
     case KOBWBSqrtType:
-        return f.CreateQuotient(Derivative(x, v), f.CreateProduct(f.CreateIntegerConstant(2), f.CreateSqrt(x)));
-    case KOBWBLogType: {
-        static const double ln10 = std::log(10.0);
-        return f.CreateQuotient(Derivative(x, v), f.CreateProduct(x, f.CreateRealConstant(ln10)));
-    }
-    case KOBWBLnType: return f.CreateQuotient(Derivative(x, v), x);
-    case KOBWBExpType: return f.CreateProduct(Derivative(x, v), f.CreateExp(x));
+        return Made(f.CreateQuotient(NodeOf(f, DerivativeRules::Of(x, v)),
+                                     f.CreateProduct(Integer(f, 2), f.CreateSqrt(x))));
+    case KOBWBLogType:
+        return Made(f.CreateQuotient(NodeOf(f, DerivativeRules::Of(x, v)),
+                                     f.CreateProduct(x, Real(f, std::log(10.0)))));
+    case KOBWBLnType: return Made(f.CreateQuotient(NodeOf(f, DerivativeRules::Of(x, v)), x));
+    case KOBWBExpType: return Made(f.CreateProduct(NodeOf(f, DerivativeRules::Of(x, v)), f.CreateExp(x)));
     case KOBWBCeilType:
     case KOBWBFloorType:
     case KOBWBRoundType:
-    case KOBWBTruncType: return f.CreateIntegerConstant(0);
-    default: return nullptr;
+    case KOBWBTruncType: return {Term::Kind::IntegerZero, nullptr};
+    default: return {};
     }
 }
 
-KOBWBExpression* KOBWBTrigonometricOperator::Differentiate(KOBWBVariable* v) {
-    if (!v) return this;
-    KOBWBExpression* x = GetChild(0);
-    KOBWBFactory& f = GetFactory();
-    KOBWBExpression* d = Derivative(x, v);
-    switch (GetType()) {
-    case KOBWBSinType: return f.CreateProduct(f.CreateCos(x), d);
+Term TrigonometricDerivative(KOBWBTrigonometricOperator& node, KOBWBVariable* v) {
+    KOBWBExpression* x = node.GetChild(0);
+    KOBWBFactory& f = node.GetFactory();
+    const auto d = [&f, x, v] { return NodeOf(f, DerivativeRules::Of(x, v)); };
+    switch (node.GetType()) {
+    case KOBWBSinType: return Made(f.CreateProduct(f.CreateCos(x), d()));
     case KOBWBCosType: {
-        KOBWBExpression* factors[] = {f.CreateRealConstant(-1.0), f.CreateSin(x), d};
-        return f.CreateProduct(3, factors);
+        KOBWBExpression* factors[] = {Real(f, -1.0), f.CreateSin(x), d()};
+        return Made(f.CreateProduct(3, factors));
     }
-    case KOBWBTanType: return f.CreateQuotient(d, f.CreatePower(f.CreateCos(x), 2));
-    case KOBWBAsinType: return f.CreateQuotient(d, f.CreateSqrt(LinearOfSquare(f, -1.0, x, 1.0)));
+    case KOBWBTanType: return Made(f.CreateQuotient(d(), Square(f, f.CreateCos(x))));
+    case KOBWBAsinType: return Made(f.CreateQuotient(d(), f.CreateSqrt(LinearOfSquare(f, -1.0, x, 1.0))));
     case KOBWBAcosType:
-        return f.CreateQuotient(Linear(f, -1.0, d, 0.0), f.CreateSqrt(LinearOfSquare(f, -1.0, x, 1.0)));
-    case KOBWBAtanType: return f.CreateQuotient(d, LinearOfSquare(f, 1.0, x, 1.0));
-    case KOBWBSinhType: return f.CreateProduct(f.CreateCosh(x), d);
-    case KOBWBCoshType: return f.CreateProduct(f.CreateSinh(x), d);
-    case KOBWBTanhType: return f.CreateProduct(LinearOfSquare(f, -1.0, this, 1.0), d);
-    case KOBWBAsinhType: return f.CreateQuotient(d, f.CreateSqrt(LinearOfSquare(f, 1.0, x, 1.0)));
-    case KOBWBAcoshType: return f.CreateQuotient(d, f.CreateSqrt(LinearOfSquare(f, 1.0, x, -1.0)));
-    case KOBWBAtanhType: return f.CreateQuotient(d, LinearOfSquare(f, -1.0, x, 1.0));
-    default: return nullptr;
+        return Made(f.CreateQuotient(Linear(f, -1.0, d(), 0.0), f.CreateSqrt(LinearOfSquare(f, -1.0, x, 1.0))));
+    case KOBWBAtanType: return Made(f.CreateQuotient(d(), LinearOfSquare(f, 1.0, x, 1.0)));
+    case KOBWBSinhType: return Made(f.CreateProduct(f.CreateCosh(x), d()));
+    case KOBWBCoshType: return Made(f.CreateProduct(f.CreateSinh(x), d()));
+    case KOBWBTanhType: return Made(f.CreateProduct(LinearOfSquare(f, -1.0, &node, 1.0), d()));
+    case KOBWBAsinhType: return Made(f.CreateQuotient(d(), f.CreateSqrt(LinearOfSquare(f, 1.0, x, 1.0))));
+    case KOBWBAcoshType: return Made(f.CreateQuotient(d(), f.CreateSqrt(LinearOfSquare(f, 1.0, x, -1.0))));
+    case KOBWBAtanhType: return Made(f.CreateQuotient(d(), LinearOfSquare(f, -1.0, x, 1.0)));
+    default: return {};
     }
+}
+
+} // namespace kobwb
+
+KOBWBExpression* KOBWBAlgebraicOperator::Differentiate(KOBWBVariable* v) {
+    return v ? DerivativeRules::Node(GetFactory(), kobwb::AlgebraicDerivative(*this, v)) : this;
+}
+
+KOBWBExpression* KOBWBBinaryOperator::Differentiate(KOBWBVariable* v) {
+    if (!GetChild(0) || !GetChild(1)) return nullptr;
+    return v ? DerivativeRules::Node(GetFactory(), kobwb::BinaryDerivative(*this, v)) : this;
+}
+
+KOBWBExpression* KOBWBUnaryOperator::Differentiate(KOBWBVariable* v) {
+    return v ? DerivativeRules::Node(GetFactory(), kobwb::UnaryDerivative(*this, v)) : this;
+}
+
+KOBWBExpression* KOBWBTrigonometricOperator::Differentiate(KOBWBVariable* v) {
+    return v ? DerivativeRules::Node(GetFactory(), kobwb::TrigonometricDerivative(*this, v)) : this;
 }
 
 KOBWBExpression* KOBWBIfThenElseOperator::Differentiate(KOBWBVariable* v) {

@@ -2,9 +2,8 @@
 
 #include "KOBWBExpression.h"
 #include "KOBWBFactory.h"
+#include "KOBWBPresentVariables.h"
 #include "KOBWBVariable.h"
-
-#include <vector>
 
 KOBWBEquation::KOBWBEquation(KOBWBFactory* factory, KOBWBExpression* root, KOBWBEquationType type,
                              int id)
@@ -46,36 +45,20 @@ void KOBWBEquation::SetTheoreticalVarList(KOBLVRIntArray* indices) {
     for (int i = 0; i < indices->Size(); ++i) m_theoreticalVariables.Append((*indices)[i]);
 }
 
-namespace {
-
-// The byte mask of the variables below root, sized to the factory's variables.
-std::vector<unsigned char> PresentVariables(const KOBWBExpression& root, int variables) {
-    std::vector<unsigned char> mask(static_cast<size_t>(variables), 0);
-    root.FillPresentVariables(mask.data());
-    return mask;
-}
-
-} // namespace
-
 int KOBWBEquation::FindPresentVariables(KOBLVRListPKOBWBVariable& variables) const {
     if (!m_root) return 0;
     if (variables.Size() > 0) variables.RemoveAll();
-    const int count = m_factory->GetNbOfVariables();
-    if (count == 0) return 0;
-    const std::vector<unsigned char> mask = PresentVariables(*m_root, count);
-    for (int i = 0; i < count; ++i)
-        if (mask[static_cast<size_t>(i)]) variables.Append(m_factory->GetVariable(i));
+    if (m_factory->GetNbOfVariables() == 0) return 0;
+    for (KOBWBVariable* variable : kobwb::PresentVariables(*m_root)) variables.Append(variable);
     return 1;
 }
 
 unsigned char KOBWBEquation::AreVarConsistent() const {
     if (m_theoreticalVariables.Size() == 0) return 1;
-    const int count = m_factory->GetNbOfVariables();
-    if (count == 0) return 0;
+    if (m_factory->GetNbOfVariables() == 0) return 0;
     if (!m_root) return 1;
-    const std::vector<unsigned char> mask = PresentVariables(*m_root, count);
-    for (int i = 0; i < count; ++i)
-        if (mask[static_cast<size_t>(i)] && m_theoreticalVariables.Locate(i, 0) < 0) return 0;
+    for (const KOBWBVariable* variable : kobwb::PresentVariables(*m_root))
+        if (m_theoreticalVariables.Locate(variable->GetIdx(), 0) < 0) return 0;
     return 1;
 }
 

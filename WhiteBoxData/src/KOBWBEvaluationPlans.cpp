@@ -122,36 +122,38 @@ EvaluationPlans::Frame EvaluationPlans::FrameOf(KOBWBExpression& node) {
     return {&node, 0, EvaluatesItsOwnChildren(FamilyOf(node.GetType())) ? 0 : node.GetNbOfChildren()};
 }
 
-EvaluationPlans::Plan EvaluationPlans::Make(KOBWBExpression& root) {
-    const Plan plan{&root, m_steps.size(), 0, m_childSlots.size()};
+EvaluationPlans::Plan EvaluationPlans::Make(const KOBWBFactory& factory, KOBWBExpression* const* roots, std::size_t count) {
+    const Plan plan{roots[0], m_steps.size(), 0, m_childSlots.size()};
     if (++m_listing == 0) {
         std::fill(m_listedBy.begin(), m_listedBy.end(), 0u);
         m_listing = 1;
     }
     m_unnumbered = false;
-    List(root);
-    m_frames.assign(1, FrameOf(root));
-    while (!m_frames.empty()) {
-        Frame& top = m_frames.back();
-        KOBWBExpression* node = top.node;
-        if (top.nextChild < top.listedChildren) {
-            KOBWBExpression* child = node->GetChild(top.nextChild++);
-            if (child && List(*child)) m_frames.push_back(FrameOf(*child));
-            continue;
+    for (std::size_t r = 0; r < count; ++r) {
+        if (!roots[r] || !List(*roots[r])) continue;
+        m_frames.assign(1, FrameOf(*roots[r]));
+        while (!m_frames.empty()) {
+            Frame& top = m_frames.back();
+            KOBWBExpression* node = top.node;
+            if (top.nextChild < top.listedChildren) {
+                KOBWBExpression* child = node->GetChild(top.nextChild++);
+                if (child && List(*child)) m_frames.push_back(FrameOf(*child));
+                continue;
+            }
+            m_frames.pop_back();
+            const Step step = StepOf(*node);
+            for (int i = 0; i < step.childCount; ++i) m_childSlots.push_back(SlotOf(*node->GetChild(i)));
+            m_steps.push_back(step);
         }
-        m_frames.pop_back();
-        const Step step = StepOf(*node);
-        for (int i = 0; i < step.childCount; ++i) m_childSlots.push_back(SlotOf(*node->GetChild(i)));
-        m_steps.push_back(step);
     }
-    const std::size_t budget =
-        stepsPerNode * static_cast<std::size_t>(root.GetFactory().GetNbOfExpressions()) + stepsAllowance;
-    if (m_steps.size() > budget || m_unnumbered) {
+    const std::size_t budget = stepsPerNode * static_cast<std::size_t>(factory.GetNbOfExpressions()) + stepsAllowance;
+    m_overBudget = m_steps.size() > budget;
+    if (m_overBudget || m_unnumbered) {
         m_steps.resize(plan.firstStep);
         m_childSlots.resize(plan.firstChild);
         return plan;
     }
-    return {&root, plan.firstStep, m_steps.size() - plan.firstStep, plan.firstChild};
+    return {plan.root, plan.firstStep, m_steps.size() - plan.firstStep, plan.firstChild};
 }
 
 void EvaluationPlans::Run(const Plan& plan, KOBWBFactory& factory) {
@@ -231,21 +233,41 @@ void EvaluationPlans::Run(const Plan& plan, KOBWBFactory& factory) {
     }
 }
 
+void EvaluationPlans::Clear() {
+    m_plans.clear();
+    m_listPlans.clear();
+    m_nextListPlan = 0;
+    m_steps.clear();
+    m_childSlots.clear();
+}
+
+void EvaluationPlans::Refresh(const KOBWBFactory& factory) {
+    if (m_structureVersion == factory.m_structureVersion) return;
+    Clear();
+    m_structureVersion = factory.m_structureVersion;
+}
+
+bool EvaluationPlans::Start(const Plan& plan, KOBWBFactory& factory, bool initialiseEnvironment) {
+    if (plan.stepCount == 0) return false;
+    factory.SetBufferUsed();
+    if (initialiseEnvironment) factory.InitEnvForEval();
+    ++factory.m_evaluationDepth;
+    Run(plan, factory);
+    --factory.m_evaluationDepth;
+    return true;
+}
+
 bool EvaluationPlans::Evaluate(KOBWBExpression& root, bool initialiseEnvironment) {
     KOBWBFactory& factory = root.m_factory;
-    if (m_structureVersion != factory.m_structureVersion) {
-        m_plans.clear();
-        m_steps.clear();
-        m_childSlots.clear();
-        m_structureVersion = factory.m_structureVersion;
-    }
+    Refresh(factory);
     if (root.m_slot < 0) return false;
     if (m_plans.empty()) Reserve(static_cast<std::size_t>(factory.m_nodesNumbered));
     const std::size_t slot = static_cast<std::size_t>(SlotOf(root));
     const int known = m_planOfSlot[slot];
     if (known < 0 || static_cast<std::size_t>(known) >= m_plans.size() ||
         m_plans[static_cast<std::size_t>(known)].root != &root) {
-        const Plan plan = Make(root);
+        KOBWBExpression* roots[] = {&root};
+        const Plan plan = Make(factory, roots, 1);
         m_planOfSlot[slot] = static_cast<int>(m_plans.size());
         m_plans.push_back(plan);
     }
@@ -253,15 +275,63 @@ bool EvaluationPlans::Evaluate(KOBWBExpression& root, bool initialiseEnvironment
     // Roots are mostly evaluated in the order their plans were made: the root after
     // next is asked for now, as its node is the one thing of it not read in turn.
     if (index + rootsAhead < m_plans.size()) __builtin_prefetch(m_plans[index + rootsAhead].root);
-    const Plan plan = m_plans[index];
-    if (plan.stepCount == 0) return false;
-    factory.SetBufferUsed();
-    if (initialiseEnvironment) factory.InitEnvForEval();
-    ++factory.m_evaluationDepth;
-    Run(plan, factory);
-    --factory.m_evaluationDepth;
+    if (!Start(m_plans[index], factory, initialiseEnvironment)) return false;
     if (root.HasPendingValue()) root.WritePendingValue();
     return root.IsBufferFilled();
+}
+
+bool EvaluationPlans::EvaluateList(KOBWBFactory& factory, int count, KOBWBExpression* const* expressions) {
+    Refresh(factory);
+    const std::size_t size = static_cast<std::size_t>(count);
+    const auto same = [expressions, size](const ListPlan& known) {
+        return known.expressions.size() == size && std::equal(known.expressions.begin(), known.expressions.end(), expressions);
+    };
+    auto known = std::find_if(m_listPlans.begin(), m_listPlans.end(), same);
+    if (known == m_listPlans.end()) {
+        // Plans hold the slots of this factory's nodes only.
+        for (std::size_t i = 0; i < size; ++i)
+            if (expressions[i] && &expressions[i]->m_factory != &factory) return false;
+        if (m_steps.empty()) Reserve(static_cast<std::size_t>(factory.m_nodesNumbered));
+        const bool others = !m_steps.empty();
+        ListPlan made{std::vector<const KOBWBExpression*>(expressions, expressions + size), Make(factory, expressions, size)};
+        // The plans of lists no longer given keep their steps until the graph changes:
+        // when the plans have used their budget, all of them are dropped, to be made
+        // again when they are next needed, and this one is made alone.
+        if (m_overBudget && others) {
+            Clear();
+            made.plan = Make(factory, expressions, size);
+        }
+        if (m_listPlans.size() < listPlans) {
+            m_listPlans.push_back(std::move(made));
+            known = m_listPlans.end() - 1;
+        } else {
+            known = m_listPlans.begin() + static_cast<std::ptrdiff_t>(m_nextListPlan);
+            *known = std::move(made);
+            m_nextListPlan = (m_nextListPlan + 1) % listPlans;
+        }
+    }
+    if (!Start(known->plan, factory, false)) return false;
+    WriteValues(known->expressions);
+    return true;
+}
+
+void EvaluationPlans::WriteValues(const std::vector<const KOBWBExpression*>& expressions) {
+    constexpr std::size_t nodesAhead = 16;
+    constexpr std::size_t buffersAhead = nodesAhead / 2;
+    const std::size_t count = expressions.size();
+    const unsigned generation = count > 0 && expressions[0] ? expressions[0]->m_factory.GetBufferGeneration() : 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (i + nodesAhead < count && expressions[i + nodesAhead]) __builtin_prefetch(expressions[i + nodesAhead]);
+        if (i + buffersAhead < count && expressions[i + buffersAhead]) {
+            const KOBWBExpression& later = *expressions[i + buffersAhead];
+            if (later.m_flags & KOBWBExpression::slotted) __builtin_prefetch(&Slot(later.m_slot));
+            if (later.m_buffer) __builtin_prefetch(&later.Buffer());
+        }
+        KOBWBExpression* expression = const_cast<KOBWBExpression*>(expressions[i]);
+        if (expression && (expression->m_flags & KOBWBExpression::slotted) &&
+            Slot(expression->m_slot).generation == generation && !expression->IsBufferFilled())
+            expression->WritePendingValue();
+    }
 }
 
 } // namespace kobwb

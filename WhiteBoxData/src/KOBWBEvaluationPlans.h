@@ -56,6 +56,13 @@ public:
     // then evaluates recursively, and the plan is not tried again until the graph
     // changes.
     bool Evaluate(KOBWBExpression& root, bool initialiseEnvironment);
+    // Evaluates the expressions together through one plan of their graphs, each node
+    // shared by several of them listed once, and writes their values into their
+    // buffers. The plan is kept for the same list, given again, until the graph
+    // changes. False, with nothing evaluated, when the plan cannot be made (the budget,
+    // a node without a number, an expression of another factory): the caller then
+    // evaluates each expression itself.
+    bool EvaluateList(KOBWBFactory& factory, int count, KOBWBExpression* const* expressions);
 
     EvaluationSlot& Slot(int slot) { return m_slots[static_cast<std::size_t>(slot)]; }
     // A leaf's value changed: its slot is read again at its next evaluation.
@@ -120,9 +127,19 @@ private:
     Frame FrameOf(KOBWBExpression& node);
     // Marks node as listed by the plan being made; false when it already was.
     bool List(KOBWBExpression& node);
-    // Lists root's graph; an empty plan when the budget refuses it, or when a node
-    // has no number.
-    Plan Make(KOBWBExpression& root);
+    // Lists the graphs of the roots of factory, each node once, in one plan whose root
+    // is the first one; an empty plan when the budget refuses it, or when a node has no
+    // number.
+    Plan Make(const KOBWBFactory& factory, KOBWBExpression* const* roots, std::size_t count);
+    // Runs a plan after the checks that every plan needs; false for an empty plan.
+    bool Start(const Plan& plan, KOBWBFactory& factory, bool initialiseEnvironment);
+    // Writes the values the plan just computed for the expressions into their buffers,
+    // asking for the memory of the expressions ahead in advance: a caller reading them
+    // one by one would wait for each in turn.
+    void WriteValues(const std::vector<const KOBWBExpression*>& expressions);
+    void Clear();
+    // Drops every plan made for another structure of the graph.
+    void Refresh(const KOBWBFactory& factory);
     void Run(const Plan& plan, KOBWBFactory& factory);
 
     Array<EvaluationSlot> m_slots;
@@ -135,8 +152,19 @@ private:
     unsigned m_listing = 0;
     // Whether the listing met a node without a number.
     bool m_unnumbered = false;
+    // Whether the last plan made was refused for the budget.
+    bool m_overBudget = false;
     std::vector<Frame> m_frames;
     Array<Plan> m_plans;
+    // The plans of lists of expressions, with the lists they were made for; the
+    // oldest is replaced when there are listPlans of them.
+    struct ListPlan {
+        std::vector<const KOBWBExpression*> expressions;
+        Plan plan;
+    };
+    static constexpr std::size_t listPlans = 4;
+    std::vector<ListPlan> m_listPlans;
+    std::size_t m_nextListPlan = 0;
     Array<Step> m_steps;
     Array<int> m_childSlots;
     // The factory's count of structure changes when the plans were made.

@@ -5,8 +5,11 @@
 #include "KOBWBGraphWalk.h"
 #include "KOBWBNodeSideTables.h"
 #include "KOBWBOperatorEvaluation.h"
+#include "KOBWBPresentVariables.h"
+#include "KOBWBValueBuffers.h"
 #include "KOBWBVariable.h"
 
+#include <algorithm>
 #include <new>
 #include <unordered_set>
 #include <vector>
@@ -46,6 +49,33 @@ void KOBWBExpression::ResetBuffer(unsigned char) {
     if (m_flags & slotted) m_factory.m_evaluationPlans->Slot(m_slot).generation = 0;
 }
 
+kobwb::ValueBuffer& KOBWBExpression::Buffer() const { return m_factory.ValueBuffers()[m_buffer]; }
+
+KOBWBValue& KOBWBExpression::BufferValue() {
+    if (!m_buffer) m_buffer = m_factory.ValueBuffers().Make();
+    // Without memory for a buffer, the value is computed into scratch space and not kept.
+    static KOBWBValue scratch;
+    return m_buffer ? Buffer().value : scratch;
+}
+
+bool KOBWBExpression::IsBufferFilled() const {
+    return (m_flags & bufferValid) && Buffer().generation == m_factory.GetBufferGeneration();
+}
+
+void KOBWBExpression::MarkBufferFilled() {
+    if (!m_buffer) return;
+    m_flags |= bufferValid | exprValueIsBuffer;
+    Buffer().generation = m_factory.GetBufferGeneration();
+}
+
+const KOBWBValue& KOBWBExpression::GetValue() {
+    if (m_flags & bufferValid) {
+        const kobwb::ValueBuffer& buffer = Buffer();
+        if (buffer.generation == m_factory.GetBufferGeneration()) return buffer.value;
+    }
+    return Evaluate(false);
+}
+
 bool KOBWBExpression::IsBufferValid() const { return IsBufferFilled() || HasPendingValue(); }
 
 bool KOBWBExpression::HasPendingValue() const {
@@ -54,17 +84,21 @@ bool KOBWBExpression::HasPendingValue() const {
                m_factory.GetBufferGeneration();
 }
 
-void KOBWBExpression::WritePendingValue() {
+bool KOBWBExpression::WritePendingValue() {
     const kobwb::RealOperand& operand = m_factory.m_evaluationPlans->Slot(m_slot).operand;
     // A leaf's value is a copy of its own; a plan keeps an operator's value only
     // when it is an interval, which the node's evaluation would have stored.
-    if (kobwb::FamilyOf(m_type) == kobwb::OperatorFamily::Leaf)
-        DoEval(m_buffer);
-    else if (operand.kind == kobwb::RealOperand::Kind::Interval)
-        kobwb::StoreInterval(m_buffer, operand.interval);
+    const bool leaf = m_type == KOBWBVariableType || m_type == KOBWBConstantType;
+    if (!leaf && operand.kind != kobwb::RealOperand::Kind::Interval) return false;
+    if (!m_buffer && !(m_buffer = m_factory.ValueBuffers().Make())) return false;
+    kobwb::ValueBuffer& buffer = Buffer();
+    if (leaf)
+        DoEval(buffer.value);
     else
-        return;
-    MarkBufferFilled();
+        kobwb::StoreInterval(buffer.value, operand.interval);
+    m_flags |= bufferValid | exprValueIsBuffer;
+    buffer.generation = m_factory.GetBufferGeneration();
+    return true;
 }
 
 void KOBWBExpression::LeafValueChanged() {
@@ -73,8 +107,9 @@ void KOBWBExpression::LeafValueChanged() {
 
 void KOBWBExpression::UpdateSlot() {
     kobwb::EvaluationSlot& slot = m_factory.m_evaluationPlans->Slot(m_slot);
-    kobwb::ReadRealOperand(m_buffer, slot.operand);
-    slot.generation = m_generation;
+    const kobwb::ValueBuffer& buffer = Buffer();
+    kobwb::ReadRealOperand(buffer.value, slot.operand);
+    slot.generation = buffer.generation;
 }
 
 const KOBWBValue& KOBWBExpression::GetExprValue() const {
@@ -82,7 +117,7 @@ const KOBWBValue& KOBWBExpression::GetExprValue() const {
     // The node's value computed by a plan is its expression value, as if its own
     // evaluation had run; a node is never made const, so it may write its buffer.
     if (HasPendingValue()) const_cast<KOBWBExpression*>(this)->WritePendingValue();
-    if (m_flags & exprValueIsBuffer) return m_buffer;
+    if (m_flags & exprValueIsBuffer) return Buffer().value;
     if (!(m_flags & hasOwnValue)) return undefined;
     const auto& values = m_factory.SideTables().ownValues;
     const auto own = values.find(this);
@@ -123,22 +158,24 @@ void KOBWBExpression::EvaluateBelowWithoutRecursion() {
 }
 
 const KOBWBValue& KOBWBExpression::Evaluate(bool initialiseEnvironment) {
-    if (HasPendingValue()) {
-        WritePendingValue();
-        if (IsBufferFilled()) return m_buffer;
-    }
+    // The buffer is not filled in this generation: a plan may have computed the value.
+    if ((m_flags & slotted) &&
+        m_factory.m_evaluationPlans->Slot(m_slot).generation == m_factory.GetBufferGeneration() &&
+        WritePendingValue())
+        return Buffer().value;
     int& depth = m_factory.m_evaluationDepth;
     if ((m_flags & equationRoot) && depth == 0 &&
         m_factory.EvaluationPlans().Evaluate(*this, initialiseEnvironment))
-        return m_buffer;
+        return Buffer().value;
     if (depth >= deepEvaluation) EvaluateBelowWithoutRecursion();
     m_factory.SetBufferUsed();
     if (initialiseEnvironment) m_factory.InitEnvForEval();
+    KOBWBValue& buffer = BufferValue();
     ++depth;
-    DoEval(m_buffer);
+    DoEval(buffer);
     --depth;
     MarkBufferComputed();
-    return m_buffer;
+    return buffer;
 }
 
 void KOBWBExpression::MarkAsEquationRoot() {
@@ -150,10 +187,10 @@ void KOBWBExpression::MarkAsEquationRoot() {
 
 void KOBWBExpression::NoteStructureChange() { ++m_factory.m_structureVersion; }
 
-void KOBWBExpression::Eval(KOBWBValue& result) { result = IsBufferFilled() ? m_buffer : Evaluate(true); }
+void KOBWBExpression::Eval(KOBWBValue& result) { result = IsBufferFilled() ? Buffer().value : Evaluate(true); }
 
 double KOBWBExpression::DoEval() {
-    const KOBWBValue& value = IsBufferFilled() ? m_buffer : Evaluate(true);
+    const KOBWBValue& value = IsBufferFilled() ? Buffer().value : Evaluate(true);
     return value.GetAsDouble();
 }
 
@@ -168,20 +205,14 @@ unsigned char KOBWBExpression::IsConstant() const {
 }
 
 int KOBWBExpression::FindPresentVariables(KOBWBVariable**& out) {
-    const int variables = m_factory.GetNbOfVariables();
-    if (variables == 0) return 0;
-    std::vector<unsigned char> mask(static_cast<size_t>(variables), 0);
-    FillPresentVariables(mask.data());
-    int found = 0;
-    for (unsigned char present : mask) found += present ? 1 : 0;
-    if (found == 0) return 0;
-    KOBWBVariable** array = new (std::nothrow) KOBWBVariable*[found];
+    if (m_factory.GetNbOfVariables() == 0) return 0;
+    const std::vector<KOBWBVariable*> variables = kobwb::PresentVariables(*this);
+    if (variables.empty()) return 0;
+    KOBWBVariable** array = new (std::nothrow) KOBWBVariable*[variables.size()];
     if (!array) return 0;
-    int next = 0;
-    for (int i = 0; i < variables; ++i)
-        if (mask[static_cast<size_t>(i)]) array[next++] = m_factory.GetVariable(i);
+    std::copy(variables.begin(), variables.end(), array);
     out = array;
-    return found;
+    return static_cast<int>(variables.size());
 }
 
 int KOBWBExpression::GetProperty(int property) const {

@@ -7,6 +7,7 @@
 #include "KOBWBEvaluationPlans.h"
 #include "KOBWBNodeArena.h"
 #include "KOBWBNodeSideTables.h"
+#include "KOBWBValueBuffers.h"
 #include "KOBWBVariable.h"
 
 #include <cstring>
@@ -17,7 +18,8 @@
 // their own files.
 
 KOBWBFactory::KOBWBFactory(unsigned int level)
-    : m_level(level), m_arena(new (std::nothrow) kobwb::NodeArena) {
+    : m_level(level), m_arena(new (std::nothrow) kobwb::NodeArena),
+      m_valueBuffers(new (std::nothrow) kobwb::ValueBuffers) {
     m_temporaryProperty = RegisterProperty("temporary", 0);
 }
 
@@ -32,7 +34,9 @@ KOBWBFactory::~KOBWBFactory() {
     m_properties.reset();
 }
 
-void* KOBWBFactory::AllocateNode(std::size_t size) { return m_arena ? m_arena->Allocate(size) : nullptr; }
+void* KOBWBFactory::AllocateNode(std::size_t size) {
+    return m_arena && m_valueBuffers ? m_arena->Allocate(size) : nullptr;
+}
 
 kobwb::NodeSideTables& KOBWBFactory::SideTables() {
     if (!m_sideTables) m_sideTables.reset(new kobwb::NodeSideTables);
@@ -60,6 +64,14 @@ void KOBWBFactory::ResetBuffer(KOBWBExpression* expr) {
         m_bufferGeneration = 1;
     }
     m_bufferUsed = 0;
+}
+
+void KOBWBFactory::EvaluateExpressions(int n, KOBWBExpression* const* expressions) {
+    if (n <= 0 || !expressions) return;
+    // Plans are not made again while one of them runs.
+    if (m_evaluationDepth == 0 && EvaluationPlans().EvaluateList(*this, n, expressions)) return;
+    for (int i = 0; i < n; ++i)
+        if (expressions[i]) expressions[i]->GetValue();
 }
 
 KOBWBExpression* KOBWBFactory::AddExpression(KOBWBExpression* expr) {

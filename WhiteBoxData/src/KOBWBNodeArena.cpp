@@ -15,7 +15,7 @@ constexpr std::size_t RoundUp(std::size_t size, std::size_t alignment) {
 NodeArena::~NodeArena() {
     while (m_last) {
         Block* previous = m_last->previous;
-        FreeLargeBlock(m_last);
+        FreeLargeBlock(m_last, m_last->length);
         m_last = previous;
     }
 }
@@ -28,9 +28,10 @@ void* NodeArena::Allocate(std::size_t size) noexcept {
         Block* block = static_cast<Block*>(AllocateLargeBlock(length));
         if (!block) return nullptr;
         block->previous = m_last;
+        block->length = length;
         m_last = block;
         m_bottom = reinterpret_cast<unsigned char*>(block) + header;
-        // The top of the block, down to a line boundary whatever the block's own alignment.
+        // The top of the block, down to the alignment whatever the block's own.
         const std::uintptr_t end = reinterpret_cast<std::uintptr_t>(block) + length;
         m_top = reinterpret_cast<unsigned char*>(end / alignment * alignment);
         if (m_blockSize < maxBlockSize) m_blockSize *= 2;

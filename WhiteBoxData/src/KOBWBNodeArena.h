@@ -23,18 +23,20 @@ public:
     void* Allocate(std::size_t size) noexcept;
 
 private:
-    // Each block begins with a link to the block made before it.
+    // Each block begins with a link to the block made before it, and its size.
     struct Block {
         Block* previous;
+        std::size_t length;
     };
 
     // Blocks double from the first size up to the last, so that a small factory
     // stays small and a large one needs few blocks.
     static constexpr std::size_t firstBlockSize = 16 * 1024;
     static constexpr std::size_t maxBlockSize = hugePage;
-    // A node starts a cache line, so that its header and the part of its value
-    // buffer that an interval uses share one line.
-    static constexpr std::size_t alignment = 64;
+    // Nodes are packed at the alignment of their pointers: a node is a few words of
+    // header and children, its value buffer kept apart, and padding it to a cache line
+    // would double the memory of a graph.
+    static constexpr std::size_t alignment = alignof(void*);
 
     Block* m_last = nullptr;
     unsigned char* m_bottom = nullptr;

@@ -4,6 +4,9 @@
 #include "KOBWBGraphComparison.h"
 #include "KOBWBGraphWalk.h"
 
+#include <algorithm>
+#include <new>
+
 namespace {
 
 constexpr const char* operatorModule = "WhiteBoxData/src/KOBWBOperator";
@@ -12,11 +15,55 @@ constexpr unsigned nullChildLine = 38;
 
 } // namespace
 
+KOBWBOperator::Children::~Children() {
+    if (!IsInline()) delete[] m_block;
+}
+
+bool KOBWBOperator::Children::Reserve(int capacity) {
+    if (capacity <= m_capacity) return true;
+    int grown = m_capacity * 2;
+    if (grown < capacity) grown = capacity;
+    KOBWBExpression** block = new (std::nothrow) KOBWBExpression*[static_cast<std::size_t>(grown)];
+    if (!block) return false;
+    KOBWBExpression** elements = Elements();
+    std::copy(elements, elements + m_count, block);
+    if (!IsInline()) delete[] m_block;
+    m_block = block;
+    m_capacity = grown;
+    return true;
+}
+
+bool KOBWBOperator::Children::Resize(int count) {
+    if (count < 0 || !Reserve(count)) return false;
+    KOBWBExpression** elements = Elements();
+    std::fill(elements + std::min(m_count, count), elements + count, nullptr);
+    m_count = count;
+    return true;
+}
+
+bool KOBWBOperator::Children::Append(KOBWBExpression* child) {
+    if (!Reserve(m_count + 1)) return false;
+    Elements()[m_count++] = child;
+    return true;
+}
+
+void KOBWBOperator::Children::RemovePosition(int i) {
+    if (i < 0 || i >= m_count) return;
+    KOBWBExpression** elements = Elements();
+    std::copy(elements + i + 1, elements + m_count, elements + i);
+    --m_count;
+}
+
+int KOBWBOperator::Children::Locate(const KOBWBExpression* child) const {
+    KOBWBExpression* const* elements = Elements();
+    const auto found = std::find(elements, elements + m_count, child);
+    return found == elements + m_count ? -1 : static_cast<int>(found - elements);
+}
+
 KOBWBOperator::KOBWBOperator(KOBWBFactory& factory, KOBWBExpressionType type, int n,
                              KOBWBExpression** children)
-    : KOBWBExpression(factory, type), m_children(n > 0 ? n : 0) {
-    if (n <= 0) return;
-    m_children.Size(n);
+    : KOBWBExpression(factory, type) {
+    if (n <= 0 || !m_children.Resize(n)) return;
     if (!children) {
         KOBLVRAssertError("iapChildren", operatorModule, nullArrayLine);
         return;

@@ -85,16 +85,32 @@ KOBWBRealInterval KOBWBSign(const KOBWBEnvironment& environment, const KOBWBReal
     return {-magnitude.upper, magnitude.upper};
 }
 
+namespace {
+
+// Two real intervals, the commonest operands, take the inline kernel straight away,
+// without the dispatch's call through the operation table; anything else goes through
+// the dispatch, which gives the same interval and the same error bits for them.
+template <class Kernel>
+KOBWBValue OnRealIntervals(const KOBWBEnvironment& environment, Binary code, const KOBWBValue& a,
+                           const KOBWBValue& b, Kernel kernel) {
+    const KOBWBRealInterval* x = a.GetRealIntervalPayload();
+    const KOBWBRealInterval* y = b.GetRealIntervalPayload();
+    if (x && y) return KOBWBValue(kernel(environment, *x, *y));
+    return kobwb::ApplyBinary(environment, code, a, b);
+}
+
+} // namespace
+
 KOBWBValue KOBWBSum(const KOBWBEnvironment& environment, const KOBWBValue& a, const KOBWBValue& b) {
-    return kobwb::ApplyBinary(environment, Binary::Sum, a, b);
+    return OnRealIntervals(environment, Binary::Sum, a, b, kobwb::SumIntervals);
 }
 
 KOBWBValue KOBWBSub(const KOBWBEnvironment& environment, const KOBWBValue& a, const KOBWBValue& b) {
-    return kobwb::ApplyBinary(environment, Binary::Sub, a, b);
+    return OnRealIntervals(environment, Binary::Sub, a, b, kobwb::SubIntervals);
 }
 
 KOBWBValue KOBWBMul(const KOBWBEnvironment& environment, const KOBWBValue& a, const KOBWBValue& b) {
-    return kobwb::ApplyBinary(environment, Binary::Mul, a, b);
+    return OnRealIntervals(environment, Binary::Mul, a, b, kobwb::MulIntervals);
 }
 
 KOBWBValue KOBWBDiv(const KOBWBEnvironment& environment, const KOBWBValue& a, const KOBWBValue& b) {

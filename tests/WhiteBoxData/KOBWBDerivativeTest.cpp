@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <string>
@@ -180,7 +181,15 @@ TEST(KOBWBDerivative, MixedSecondDerivativesAgreeWithNestedDifferences) {
                            At(e, x, y, xv - h, yv + h) + At(e, x, y, xv - h, yv - h)) /
                           (4 * h * h);
     EXPECT_NEAR(At(dxy, x, y, xv, yv), nested, 1e-5 * std::fabs(nested));
-    EXPECT_EQ(factory.CreateDerivative(factory.CreateRealConstant(4), 2, order)->GetExprValue().GetAsInteger(), 0);
+    // A constant graph gives the integer 0 at once, whatever the count.
+    KOBWBExpression* constantGraph = factory.CreateProduct(factory.CreateRealConstant(4), factory.CreateConstantPi());
+    for (int count : {1, 2}) {
+        const int before = factory.GetNbOfExpressions();
+        KOBWBExpression* zero = factory.CreateDerivative(constantGraph, count, order);
+        EXPECT_TRUE(zero->GetExprValue().IsAKindOf(KOBWBIntegerValue)) << count;
+        EXPECT_EQ(zero->GetExprValue().GetAsInteger(), 0) << count;
+        EXPECT_EQ(factory.GetNbOfExpressions(), before + 1) << count;
+    }
 }
 
 TEST(KOBWBDerivative, BlackBoxesDifferentiateNumerically) {
@@ -240,4 +249,45 @@ TEST(KOBWBDerivative, DeepAndSharedGraphs) {
     EXPECT_LT(factory.GetNbOfExpressions() - before, 10 * levels);
     x->SetExprValue(KOBWBValue(1.0));
     EXPECT_EQ(derivative->Eval(), std::ldexp(1.0, levels));
+}
+
+// Every node a derivative makes is part of it: no derivative is made only to be
+// dropped, and the constants the rules need come from the graph when it holds them.
+TEST(KOBWBDerivative, MakesOnlyTheNodesItKeeps) {
+    KOBWBFactory factory(0);
+    KOBWBVariable* v[4];
+    for (KOBWBVariable*& variable : v) variable = factory.CreateVariable();
+    KOBWBExpression* dx = factory.CreateSub(v[2], v[0]);
+    KOBWBExpression* dy = factory.CreateSub(v[3], v[1]);
+    KOBWBExpression* distance = factory.CreateSub(
+        factory.CreateSqrt(factory.CreateSum(factory.CreatePower(dx, 2), factory.CreatePower(dy, 2))),
+        factory.CreateRealConstant(11.18));
+    KOBWBExpression* angle = factory.CreateSub(factory.CreateAtan2(dy, dx), factory.CreateRealConstant(0.46));
+    for (KOBWBExpression* root : {distance, angle}) {
+        for (KOBWBVariable* variable : v) {
+            const int before = factory.GetNbOfExpressions();
+            KOBWBExpression* derivative = factory.CreateDerivative(root, 1, &variable);
+            ASSERT_NE(derivative, nullptr);
+            std::vector<const KOBWBExpression*> reached;
+            std::vector<const KOBWBExpression*> pending{derivative};
+            while (!pending.empty()) {
+                const KOBWBExpression* node = pending.back();
+                pending.pop_back();
+                reached.push_back(node);
+                for (int i = 0; i < node->GetNbOfChildren(); ++i) pending.push_back(node->GetChild(i));
+            }
+            const int made = factory.GetNbOfExpressions() - before;
+            EXPECT_LE(made, 13);
+            for (int i = before; i < factory.GetNbOfExpressions(); ++i)
+                EXPECT_NE(std::find(reached.begin(), reached.end(), factory.GetExpression(i)), reached.end())
+                    << "node " << i - before << " of " << made;
+        }
+    }
+
+    KOBWBVariable* x = v[0];
+    KOBWBExpression* square = factory.CreatePower(x, 2);
+    KOBWBExpression* root = D(factory, factory.CreateSqrt(square), x);
+    ASSERT_EQ(root->GetType(), KOBWBQuotientType);
+    EXPECT_EQ(root->GetChild(1)->GetChild(0), square->GetChild(1));
+    EXPECT_EQ(root->GetChild(0)->GetChild(0), square->GetChild(1));
 }

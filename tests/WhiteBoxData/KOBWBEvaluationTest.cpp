@@ -312,3 +312,74 @@ TEST(KOBWBEvaluation, SharedGraphsAreWalkedOncePerNode) {
     x->SetExprValue(KOBWBValue(-1.0));
     EXPECT_EQ(factory.AddEquation(top, KOBWBEqEqual)->GetRoot()->Eval(), 1.0);
 }
+
+namespace {
+
+// Expressions that are no equation roots: the entries of a Jacobian, among them
+// leaves, an entry below another, a single number, an exact fraction, an empty
+// result with its error bit, a black box and an absent entry.
+std::vector<KOBWBExpression*> JacobianEntries(KOBWBFactory& f, std::vector<KOBWBVariable*>& variables) {
+    for (int i = 0; i < 3; ++i) variables.push_back(f.CreateVariable());
+    variables[0]->SetExprValue(KOBWBValue(KOBWBRealInterval{1.0, 2.0}));
+    variables[1]->SetExprValue(KOBWBValue(KOBWBRealInterval{-3.0, 0.5}));
+    variables[2]->SetExprValue(KOBWBValue(0.25));
+    KOBWBVariable* x = variables[0];
+    KOBWBVariable* y = variables[1];
+    KOBWBExpression* dx = f.CreateSub(y, x);
+    KOBWBExpression* length = f.CreateSqrt(f.CreateSum(f.CreatePower(dx, 2), f.CreatePower(variables[2], 2)));
+    KOBWBExpression* angle = f.CreateAtan2(variables[2], dx);
+    std::vector<KOBWBExpression*> entries;
+    for (KOBWBExpression* root : {length, angle})
+        for (KOBWBVariable* v : variables) entries.push_back(f.CreateDerivative(root, 1, &v));
+    entries.push_back(f.CreateDerivative(entries[0], 1, &variables[1]));
+    entries.push_back(dx);
+    entries.push_back(f.CreateProduct(f.CreateConstantPi(), f.CreateIntegerConstant(2)));
+    entries.push_back(f.CreateSqrt(f.CreateSub(f.CreateRealConstant(-4.0), f.CreatePower(x, 2))));
+    entries.push_back(nullptr);
+    KOBWBExpression* argument[] = {f.CreateSin(y)};
+    entries.push_back(f.DeclareBlackBox(new CountingDouble, 1, argument, 1));
+    entries.push_back(length);
+    return entries;
+}
+
+} // namespace
+
+// A list evaluated together gives each expression the value and the error bits that
+// GetValue gives it alone, again after a leaf or a children list changes.
+TEST(KOBWBEvaluation, ListsOfExpressionsEvaluateTogether) {
+    KOBWBFactory listed(0);
+    KOBWBFactory alone(0);
+    std::vector<KOBWBVariable*> listedVariables;
+    std::vector<KOBWBVariable*> aloneVariables;
+    const std::vector<KOBWBExpression*> entries = JacobianEntries(listed, listedVariables);
+    const std::vector<KOBWBExpression*> references = JacobianEntries(alone, aloneVariables);
+    const int count = static_cast<int>(entries.size());
+    const auto check = [&](const char* stage) {
+        listed.GetEnvironment().InitForEval();
+        alone.GetEnvironment().InitForEval();
+        listed.EvaluateExpressions(count, entries.data());
+        for (int i = 0; i < count; ++i) {
+            if (!entries[i]) continue;
+            EXPECT_TRUE(entries[i]->IsBufferValid()) << stage << " " << i;
+            const KOBWBValue& value = entries[i]->GetValue();
+            const KOBWBValue& expected = references[i]->GetValue();
+            EXPECT_EQ(value.GetType(), expected.GetType()) << stage << " " << i;
+            EXPECT_TRUE(value.IsEqualTo(listed.GetEnvironment(), expected)) << stage << " " << i;
+        }
+        EXPECT_EQ(listed.GetEnvironment().GetError(), alone.GetEnvironment().GetError()) << stage;
+    };
+    check("first");
+    EXPECT_NE(listed.GetEnvironment().GetError(), 0u);
+    listed.ResetBuffer();
+    alone.ResetBuffer();
+    check("again");
+    const KOBWBValue moved(KOBWBRealInterval{4.0, 4.5});
+    listedVariables[1]->SetExprValue(moved);
+    aloneVariables[1]->SetExprValue(moved);
+    check("moved");
+    ASSERT_TRUE(entries[1]->ReplaceChild(0, listedVariables[2]));
+    ASSERT_TRUE(references[1]->ReplaceChild(0, aloneVariables[2]));
+    listed.ResetBuffer();
+    alone.ResetBuffer();
+    check("replaced");
+}

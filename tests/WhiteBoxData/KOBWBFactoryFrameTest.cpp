@@ -136,3 +136,34 @@ TEST(KOBWBFactoryFrame, LeavesCompareAndClassify) {
     EXPECT_EQ(present[0], x);
     delete[] present;
 }
+
+// Both forms list each variable once, in index order, whatever the order and the
+// sharing of their occurrences.
+TEST(KOBWBFactoryFrame, PresentVariablesComeOnceInIndexOrder) {
+    KOBWBFactory factory(0);
+    KOBWBVariable* v[5];
+    for (KOBWBVariable*& variable : v) variable = factory.CreateVariable();
+    KOBWBExpression* shared = factory.CreateProduct(v[3], v[1]);
+    KOBWBExpression* root = factory.CreateSum(factory.CreateSin(shared), factory.CreateSum(v[0], shared));
+    KOBWBVariable** found = nullptr;
+    ASSERT_EQ(root->FindPresentVariables(found), 3);
+    EXPECT_EQ(found[0], v[0]);
+    EXPECT_EQ(found[1], v[1]);
+    EXPECT_EQ(found[2], v[3]);
+    delete[] found;
+
+    KOBWBEquation* equation = factory.AddEquation(root, KOBWBEqEqual);
+    KOBLVRListPKOBWBVariable present;
+    present.Append(v[4]);
+    ASSERT_EQ(equation->FindPresentVariables(present), 1);
+    ASSERT_EQ(present.Size(), 3);
+    EXPECT_EQ(present[0], v[0]);
+    EXPECT_EQ(present[2], v[3]);
+    KOBLVRIntArray theoretical;
+    for (int index : {0, 1, 4}) theoretical.Append(index);
+    equation->SetTheoreticalVarList(&theoretical);
+    EXPECT_FALSE(equation->AreVarConsistent());
+    theoretical.Append(3);
+    equation->SetTheoreticalVarList(&theoretical);
+    EXPECT_TRUE(equation->AreVarConsistent());
+}
