@@ -50,6 +50,8 @@
 #include "KOBWBPolynomialTools.h"
 #include "KOBWBRational.h"
 
+#include "KOBWBEquations.h"
+
 #include "KOBWBComparisonType.h"
 #include "KOBWBConstNode.h"
 #include "KOBWBEqNode.h"
