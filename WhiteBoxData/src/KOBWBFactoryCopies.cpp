@@ -167,7 +167,9 @@ namespace {
 // permanent copy, however many paths lead to it, so that the copies share what the
 // temporary nodes shared; the copy carries the node's properties but "temporary".
 // A node that cannot be copied is kept itself rather than left to be destroyed under
-// a lasting parent. The walk keeps its own stack: temporary graphs may be deep.
+// a lasting parent. Temporary means on the temporary list, whatever the node's
+// "temporary" property says, as callers may set that property themselves. The walk
+// keeps its own stack: temporary graphs may be deep.
 class TemporaryCopier {
 public:
     TemporaryCopier(KOBWBFactory& factory, const KOBLVRListPKOBWBExpression& temporaries, int properties,
@@ -189,16 +191,16 @@ public:
     // Puts lasting counterparts in place of the temporary children of node, and of
     // the nodes made for them.
     void ExchangeTemporaryChildren(KOBWBExpression* node) {
-        std::vector<KOBWBExpression*> pending{node};
-        while (!pending.empty()) {
-            KOBWBExpression* parent = pending.back();
-            pending.pop_back();
+        m_pending.assign(1, node);
+        while (!m_pending.empty()) {
+            KOBWBExpression* parent = m_pending.back();
+            m_pending.pop_back();
             for (int i = 0; i < parent->GetNbOfChildren(); ++i) {
                 KOBWBExpression* child = parent->GetChild(i);
                 bool made = false;
                 KOBWBExpression* lasting = Counterpart(child, made);
                 if (lasting != child) parent->ReplaceChild(i, lasting);
-                if (made) pending.push_back(lasting);
+                if (made) m_pending.push_back(lasting);
             }
         }
     }
@@ -232,6 +234,8 @@ private:
     const int m_temporaryProperty;
     // Each temporary node and its counterpart, null until it is made.
     std::unordered_map<const KOBWBExpression*, KOBWBExpression*> m_lasting;
+    // The counterparts made whose children are still those of temporary nodes.
+    std::vector<KOBWBExpression*> m_pending;
 };
 
 } // namespace

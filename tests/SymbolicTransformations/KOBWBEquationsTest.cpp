@@ -62,8 +62,14 @@ void BuildSystem(KOBWBFactory& factory, KOBWBBlackBox& box) {
 
     KOBWBRealEnum reals;
     reals.SetAsRealInterval({0.25, 1e-300});
+    KOBWBRealEnum realList;
+    realList.SetNil();
+    realList.Insert(2.5, 0.0);
+    realList.Insert(-1e300, 0.0);
     KOBWBIntegerEnum nothing;
     nothing.SetNil();
+    KOBWBIntegerEnum range;
+    range.SetAsIntegerInterval(KOBWBCreateIntegerInterval(0, 9));
     const KOBWBValue constants[] = {KOBWBValue(0.1),
                                     KOBWBValue(-0.0),
                                     KOBWBValue(std::numeric_limits<double>::denorm_min()),
@@ -71,7 +77,9 @@ void BuildSystem(KOBWBFactory& factory, KOBWBBlackBox& box) {
                                     KOBWBValue(KOBWBCreateFraction(5, 6, 1, 0)),
                                     KOBWBValue(KOBWBCreateFraction(180, 7, -2, 3)),
                                     KOBWBValue(reals),
+                                    KOBWBValue(realList),
                                     KOBWBValue(nothing),
+                                    KOBWBValue(range),
                                     KOBWBValue(KOBWBIntegerEnum()),
                                     IntegerEnum({}),
                                     KOBWBValue(KOBWBContr),
