@@ -18,23 +18,27 @@ int HexDigit(char c) {
     return -1;
 }
 
+void AppendNumber(std::string& text, int value) { AppendInteger(text, value); }
+void AppendNumber(std::string& text, double value) { AppendReal(text, value); }
+
+// An enumeration: any, nil, [lower,upper] (hull holds the bounds) or {element,...}.
 template <class Enum, class Interval>
-void AppendEnum(std::string& text, const Enum& domain, const Interval& hull, void (*append)(std::string&, decltype(hull.lower))) {
+void AppendEnum(std::string& text, const Enum& domain, const Interval& hull) {
     switch (domain.GetRepresentation()) {
     case KOBWBEnumAny: text += "any"; return;
     case KOBWBEnumNil: text += "nil"; return;
     case KOBWBEnumInterval:
         text += '[';
-        append(text, hull.lower);
+        AppendNumber(text, hull.lower);
         text += ',';
-        append(text, hull.upper);
+        AppendNumber(text, hull.upper);
         text += ']';
         return;
     case KOBWBEnumList:
         text += '{';
         for (int i = 0; i < domain.GetSize(); ++i) {
             if (i > 0) text += ',';
-            append(text, domain.Get(i));
+            AppendNumber(text, domain.Get(i));
         }
         text += '}';
         return;
@@ -120,11 +124,11 @@ void AppendValue(std::string& text, const KOBWBValue& value) {
     }
     case KOBWBIntegerEnumValue:
         text += "IE";
-        AppendEnum(text, value.GetIntegerEnum(), value.GetIntegerEnum().GetAsIntegerInterval(), AppendInteger);
+        AppendEnum(text, value.GetIntegerEnum(), value.GetIntegerEnum().GetAsIntegerInterval());
         return;
     case KOBWBRealEnumValue:
         text += "RE";
-        AppendEnum(text, value.GetRealEnum(), value.GetRealEnum().GetAsRealInterval(), AppendReal);
+        AppendEnum(text, value.GetRealEnum(), value.GetRealEnum().GetAsRealInterval());
         return;
     case KOBWBBooleanValue:
         text += 'B';
@@ -221,54 +225,41 @@ bool TextCursor::ReadQuoted(std::string& name) {
     return false;
 }
 
-bool TextCursor::ReadIntegerEnum(KOBWBValue& value) {
-    KOBWBIntegerEnum domain;
-    if (AcceptWord("nil")) {
+namespace {
+
+bool ReadNumber(TextCursor& in, int& value) { return in.ReadInteger(value); }
+bool ReadNumber(TextCursor& in, double& value) { return in.ReadReal(value); }
+void SetInterval(KOBWBIntegerEnum& domain, int lower, int upper) { domain.SetAsIntegerInterval({lower, upper}); }
+void SetInterval(KOBWBRealEnum& domain, double lower, double upper) { domain.SetAsRealInterval({lower, upper}); }
+
+// An enumeration of Element: any, nil, [lower,upper] or {element,...}.
+template <class Enum, class Element>
+bool ReadEnum(TextCursor& in, KOBWBValue& value) {
+    Enum domain;
+    if (in.AcceptWord("nil")) {
         domain.SetNil();
-    } else if (Accept('[')) {
-        KOBWBIntegerInterval interval;
-        if (!ReadInteger(interval.lower) || !Accept(',') || !ReadInteger(interval.upper) || !Accept(']'))
-            return false;
-        domain.SetAsIntegerInterval(interval);
-    } else if (Accept('{')) {
-        std::vector<int> elements;
-        for (int element = 0; !Accept('}');) {
-            if ((!elements.empty() && !Accept(',')) || !ReadInteger(element)) return false;
+    } else if (in.Accept('[')) {
+        Element lower{};
+        Element upper{};
+        if (!ReadNumber(in, lower) || !in.Accept(',') || !ReadNumber(in, upper) || !in.Accept(']')) return false;
+        SetInterval(domain, lower, upper);
+    } else if (in.Accept('{')) {
+        std::vector<Element> elements;
+        for (Element element{}; !in.Accept('}');) {
+            if ((!elements.empty() && !in.Accept(',')) || !ReadNumber(in, element)) return false;
             elements.push_back(element);
         }
         domain.SetSize(static_cast<int>(elements.size()));
         if (domain.GetSize() != static_cast<int>(elements.size())) return false;
         for (size_t i = 0; i < elements.size(); ++i) domain.Set(static_cast<int>(i), elements[i]);
-    } else if (!AcceptWord("any")) {
+    } else if (!in.AcceptWord("any")) {
         return false;
     }
     value = KOBWBValue(domain);
     return true;
 }
 
-bool TextCursor::ReadRealEnum(KOBWBValue& value) {
-    KOBWBRealEnum domain;
-    if (AcceptWord("nil")) {
-        domain.SetNil();
-    } else if (Accept('[')) {
-        KOBWBRealInterval interval;
-        if (!ReadReal(interval.lower) || !Accept(',') || !ReadReal(interval.upper) || !Accept(']')) return false;
-        domain.SetAsRealInterval(interval);
-    } else if (Accept('{')) {
-        std::vector<double> elements;
-        for (double element = 0.0; !Accept('}');) {
-            if ((!elements.empty() && !Accept(',')) || !ReadReal(element)) return false;
-            elements.push_back(element);
-        }
-        domain.SetSize(static_cast<int>(elements.size()));
-        if (domain.GetSize() != static_cast<int>(elements.size())) return false;
-        for (size_t i = 0; i < elements.size(); ++i) domain.Set(static_cast<int>(i), elements[i]);
-    } else if (!AcceptWord("any")) {
-        return false;
-    }
-    value = KOBWBValue(domain);
-    return true;
-}
+} // namespace
 
 bool TextCursor::ReadValue(KOBWBValue& value) {
     if (AcceptWord("U")) {
@@ -288,8 +279,8 @@ bool TextCursor::ReadValue(KOBWBValue& value) {
         value = KOBWBValue(interval);
         return true;
     }
-    if (AcceptWord("IE")) return ReadIntegerEnum(value);
-    if (AcceptWord("RE")) return ReadRealEnum(value);
+    if (AcceptWord("IE")) return ReadEnum<KOBWBIntegerEnum, int>(*this, value);
+    if (AcceptWord("RE")) return ReadEnum<KOBWBRealEnum, double>(*this, value);
     if (AcceptWord("I")) {
         int n = 0;
         if (!ReadInteger(n)) return false;

@@ -45,8 +45,6 @@ public:
 
 private:
     void SkipBlanks();
-    bool ReadIntegerEnum(KOBWBValue& value);
-    bool ReadRealEnum(KOBWBValue& value);
 
     const char* m_position;
     const char* m_end;

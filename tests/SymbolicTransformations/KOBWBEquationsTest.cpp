@@ -111,8 +111,9 @@ void BuildSystem(KOBWBFactory& factory, KOBWBBlackBox& box) {
 
     KOBWBEquation* removed = factory.AddEquation(x, KOBWBEqEqual);
     factory.RemoveEquation(removed);
-    KOBWBEquation* all = factory.AddEquation(factory.CreateOperator(KOBWBMaxType, static_cast<int>(operators.size()), operators.data()),
-                                             KOBWBEqMaximize);
+    KOBWBExpression* maximum =
+        factory.CreateOperator(KOBWBMaxType, static_cast<int>(operators.size()), operators.data());
+    KOBWBEquation* all = factory.AddEquation(maximum, KOBWBEqMaximize);
     KOBLVRIntArray theoretical;
     theoretical.Append(0);
     theoretical.Append(2);
