@@ -254,21 +254,24 @@ void KOBWBFactory::UseTemporaryStorage(unsigned char on) {
         equation->SetRoot(copier.Lasting(equation->GetRoot()));
     // Permanent nodes whose children were changed in temporary mode.
     for (int i = 0; i < permanent; ++i) copier.ExchangeTemporaryChildren(m_expressions[i]);
-    // A black box's node is how it is named and how its derivatives are found again.
-    const int blackBoxes = m_blackBoxes.Size();
-    for (int i = 0; i < blackBoxes; ++i) {
-        KOBWBBlackBox* blackBox = m_blackBoxes[i];
-        if (KOBWBBlackBoxOperator* node = blackBox->GetOperator())
+    // A black box's node is how it is named and how its derivatives are found again:
+    // the box keeps a lasting one.
+    const int temporaries = m_temporaryExpressions.Size();
+    for (int i = 0; i < temporaries; ++i) {
+        KOBWBExpression* node = m_temporaryExpressions[i];
+        if (node->GetType() != KOBWBBlackBoxType) continue;
+        KOBWBBlackBox* blackBox = static_cast<KOBWBBlackBoxOperator*>(node)->GetBlackBox();
+        if (blackBox->GetOperator() == node)
             blackBox->SetOperator(static_cast<KOBWBBlackBoxOperator*>(copier.Lasting(node)));
     }
     const int defaultTemporary = GetDefaultPropertyValue(m_temporaryProperty);
-    for (int i = 0; i < m_temporaryExpressions.Size(); ++i) {
+    for (int i = 0; i < temporaries; ++i) {
         KOBWBExpression* node = m_temporaryExpressions[i];
         if (!copier.IsKept(node)) continue;
         node->SetProperty(m_temporaryProperty, defaultTemporary);
         m_expressions.Append(node);
     }
-    for (int i = m_temporaryExpressions.Size() - 1; i >= 0; --i)
+    for (int i = temporaries - 1; i >= 0; --i)
         if (!copier.IsKept(m_temporaryExpressions[i])) delete m_temporaryExpressions[i];
     m_temporaryExpressions.RemoveAll();
 }

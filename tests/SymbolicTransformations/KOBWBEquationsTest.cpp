@@ -237,6 +237,12 @@ TEST(KOBWBEquations, FormsAndPartsOfTheReplay) {
     EXPECT_EQ(readList.Size(), 0);
     EXPECT_EQ(fromOutput.GetNextVariable(nullptr)->GetExprValue().GetAsDouble(), 3.5);
     EXPECT_EQ(fromOutput.GetEquationById(0)->GetType(), KOBWBEqGreater);
+
+    KOBWBFactory empty(0);
+    const std::string nothing = Replay(empty, KOBWBEquations::Input, &readList);
+    KOBWBFactory fromNothing(0);
+    ASSERT_TRUE(Read(nothing, fromNothing)) << nothing;
+    EXPECT_EQ(Replay(fromNothing, KOBWBEquations::Input), nothing);
 }
 
 TEST(KOBWBEquations, MalformedTextFailsCleanly) {
