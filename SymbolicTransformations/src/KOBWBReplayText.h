@@ -21,7 +21,8 @@ void AppendReal(std::string& text, double value);
 void AppendValue(std::string& text, const KOBWBValue& value);
 
 // Reads the words of one line. Every reading skips the blanks before its word and
-// answers false, leaving the position unspecified, when the word is not there.
+// answers false when the word is not there: Accept, AcceptWord, ReadInteger and
+// ReadReal then consume nothing more, the other readings may have gone on.
 class TextCursor {
 public:
     TextCursor(const char* begin, const char* end) : m_position(begin), m_end(end) {}
