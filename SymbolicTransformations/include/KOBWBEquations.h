@@ -101,8 +101,8 @@ public:
     // constant 0 left in the factory.
     //
     // False for malformed text (a required section missing, a line or value that
-    // does not parse, a variable index out of order, ids not ascending or beyond
-    // 2^24 past the previous one, a label used before its node is complete, an
+    // does not parse, a variable index out of order, ids not ascending or more than
+    // 2^24 of them missing in all, a label used before its node is complete, an
     // operator with the wrong number of children, an unknown black box), and when
     // factory is not empty. The factory may then hold part of the system; the output
     // arguments are meaningful only when the answer is true.

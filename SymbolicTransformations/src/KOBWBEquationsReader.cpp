@@ -22,9 +22,9 @@ constexpr const char* equationsSection = "#!EQUATIONS";
 constexpr const char* valuesSection = "#!VALUES";
 constexpr const char* simplifySection = "#!SIMPLIFY";
 
-// How far past the previous equation id the next may lie: the ids between are
-// used up one by one.
-constexpr long long maxIdLeap = 1LL << 24;
+// How many equation ids may be missing, in all: each is used up by an equation
+// made and removed.
+constexpr long long maxMissingIds = 1LL << 24;
 
 struct Section {
     std::string name;
@@ -137,14 +137,14 @@ KOBWBEquation* AddWithId(KOBWBFactory& factory, KOBWBExpression* root, KOBWBEqua
 bool ReadEquations(const Section& section, KOBWBFactory& factory) {
     kobwb::replay::ExpressionReader expressions(factory);
     long long previous = -1;
-    return ForEachLine(section, [&](TextCursor& in, int) {
+    return ForEachLine(section, [&](TextCursor& in, int read) {
         int id = 0;
         std::string name;
         std::string typeWord;
         KOBWBEquationType type = KOBWBEqUndefined;
         KOBLVRIntArray theoretical;
         KOBWBExpression* root = nullptr;
-        if (!in.ReadInteger(id) || id <= previous || id - previous > maxIdLeap || !in.ReadQuoted(name) ||
+        if (!in.ReadInteger(id) || id <= previous || id - read > maxMissingIds || !in.ReadQuoted(name) ||
             !in.ReadWord(typeWord) || !EquationType(typeWord, type) || !ReadIndices(in, theoretical) ||
             !expressions.Read(in, root) || !in.AtEnd())
             return false;

@@ -11,6 +11,7 @@
 
 #include <cmath>
 #include <limits>
+#include <random>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -296,5 +297,23 @@ TEST(KOBWBEquations, MalformedTextFailsCleanly) {
     for (size_t length = 0; length < good.size(); ++length) {
         KOBWBFactory factory(0);
         Read(good.substr(0, length), factory);
+    }
+    // Nor does a rich text with characters changed at random.
+    KOBWBFactory source(0);
+    KOBWBBBx box;
+    box.SetName("lookup");
+    BuildSystem(source, box);
+    const std::string rich = Replay(source, KOBWBEquations::Input);
+    std::mt19937 random(7);
+    const char replacements[] = "@=(),[]{}\"v0123456789-.eIRFBU #!\n";
+    for (int round = 0; round < 300; ++round) {
+        std::string changed = rich;
+        for (int edit = 0; edit < 3; ++edit)
+            changed[random() % changed.size()] = replacements[random() % (sizeof replacements - 1)];
+        KOBWBFactory factory(0);
+        KOBWBBBx targetBox;
+        targetBox.SetName("lookup");
+        factory.DeclareBlackBox(&targetBox, 0, nullptr, 0);
+        Read(changed, factory);
     }
 }
