@@ -57,6 +57,8 @@
 #include "KOBWBRational.h"
 #include "KOBWBSymbolicTransformations.h"
 
+#include "KOBWBEquations.h"
+
 #include "KOBWBComparisonType.h"
 #include "KOBWBConstNode.h"
 #include "KOBWBEqNode.h"

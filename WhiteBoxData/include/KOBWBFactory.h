@@ -190,8 +190,12 @@ public:
     int RegisterProperty(const KOBLVRString& name, int defaultValue);
     int GetDefaultPropertyValue(int property) const;
 
-    // Temporary storage: while on, new nodes are kept apart; switching it off keeps
-    // (as permanent copies) only the nodes that equations reach.
+    // Temporary storage: while on, new nodes are kept apart. Switching it off gives
+    // every temporary node that something lasting reaches (an equation's root, a
+    // permanent node whose children were changed meanwhile, a declared black box)
+    // one permanent copy, however many paths lead to it, with its properties but
+    // "temporary"; equations, parents and black boxes are pointed at the copies, and
+    // every temporary node is then destroyed.
     void UseTemporaryStorage(unsigned char on);
     unsigned char IsUsingTemporaryStorage() const { return m_temporaryMode; }
     // Copies the equations of the source ids with the variables of the old names
@@ -202,6 +206,9 @@ public:
 
 protected:
     KOBWBExpression* AddExpression(KOBWBExpression* expr);
+    // The permanent counterpart of expr, as switching temporary storage off makes
+    // it: expr itself when it is not temporary, its temporary children exchanged in
+    // place, else its copy; each temporary node below copied once.
     KOBWBExpression* ReplaceTemporaryExpressions(KOBWBExpression* expr);
     // A deep copy of expr in which the variable of each index with a non-null
     // entry in the substitution is replaced by that entry.

@@ -1,10 +1,14 @@
 #include "KOBWBFactory.h"
 
+#include "KOBWBAlgebraicOperator.h"
+#include "KOBWBBlackBox.h"
 #include "KOBWBBlackBoxOperator.h"
 #include "KOBWBConstant.h"
 #include "KOBWBEquation.h"
+#include "KOBWBOperatorTable.h"
 #include "KOBWBVariable.h"
 
+#include <new>
 #include <unordered_map>
 #include <vector>
 
@@ -40,7 +44,12 @@ KOBWBExpression* KOBWBFactory::CreateOperator(KOBWBExpression* expr) {
     }
     default: {
         std::vector<KOBWBExpression*> children = Children(expr);
-        return CreateOperator(expr->GetType(), static_cast<int>(children.size()), children.data());
+        const int count = static_cast<int>(children.size());
+        // A sum, product, minimum or maximum may have lost children down to one or
+        // none: the copy keeps them as they are, where the creation forms want two.
+        if (kobwb::FamilyOf(expr->GetType()) == kobwb::OperatorFamily::Algebraic)
+            return AddExpression(new (*this) KOBWBAlgebraicOperator(*this, expr->GetType(), count, children.data()));
+        return CreateOperator(expr->GetType(), count, children.data());
     }
     }
 }
@@ -151,28 +160,124 @@ int KOBWBFactory::CloneEquations(KOBLVRIntArray& sourceIds, KOBLVRIntArray& newI
     return 0;
 }
 
+namespace {
+
+// The nodes that outlast temporary storage. A temporary node that something lasting
+// reaches (an equation's root, a permanent node, a declared black box) gets one
+// permanent copy, however many paths lead to it, so that the copies share what the
+// temporary nodes shared; the copy carries the node's properties but "temporary".
+// A node that cannot be copied is kept itself rather than left to be destroyed under
+// a lasting parent. Temporary means on the temporary list, whatever the node's
+// "temporary" property says, as callers may set that property themselves. The walk
+// keeps its own stack: temporary graphs may be deep.
+class TemporaryCopier {
+public:
+    TemporaryCopier(KOBWBFactory& factory, const KOBLVRListPKOBWBExpression& temporaries, int properties,
+                    int temporaryProperty)
+        : m_factory(factory), m_properties(properties), m_temporaryProperty(temporaryProperty) {
+        m_lasting.reserve(static_cast<size_t>(temporaries.Size()));
+        for (int i = 0; i < temporaries.Size(); ++i) m_lasting.emplace(temporaries[i], nullptr);
+    }
+
+    // node itself when it is not temporary, else its lasting counterpart, made on
+    // first request; either way with lasting children.
+    KOBWBExpression* Lasting(KOBWBExpression* node) {
+        bool made = false;
+        KOBWBExpression* lasting = Counterpart(node, made);
+        if (lasting) ExchangeTemporaryChildren(lasting);
+        return lasting;
+    }
+
+    // Puts lasting counterparts in place of the temporary children of node, and of
+    // the nodes made for them.
+    void ExchangeTemporaryChildren(KOBWBExpression* node) {
+        m_pending.assign(1, node);
+        while (!m_pending.empty()) {
+            KOBWBExpression* parent = m_pending.back();
+            m_pending.pop_back();
+            for (int i = 0; i < parent->GetNbOfChildren(); ++i) {
+                KOBWBExpression* child = parent->GetChild(i);
+                bool made = false;
+                KOBWBExpression* lasting = Counterpart(child, made);
+                if (lasting != child) parent->ReplaceChild(i, lasting);
+                if (made) m_pending.push_back(lasting);
+            }
+        }
+    }
+
+    // Whether the temporary node is to stay as it is, having no copy.
+    bool IsKept(KOBWBExpression* node) const {
+        const auto found = m_lasting.find(node);
+        return found != m_lasting.end() && found->second == node;
+    }
+
+private:
+    // The counterpart of node without looking below it; made tells that it is new
+    // and that its children are still those of the temporary node.
+    KOBWBExpression* Counterpart(KOBWBExpression* node, bool& made) {
+        made = false;
+        const auto found = m_lasting.find(node);
+        if (found == m_lasting.end()) return node;
+        if (found->second) return found->second;
+        KOBWBExpression* copy = m_factory.CreateOperator(node);
+        if (copy) {
+            for (int p = 0; p < m_properties; ++p)
+                if (p != m_temporaryProperty) copy->SetProperty(p, node->GetProperty(p));
+        }
+        found->second = copy ? copy : node;
+        made = true;
+        return found->second;
+    }
+
+    KOBWBFactory& m_factory;
+    const int m_properties;
+    const int m_temporaryProperty;
+    // Each temporary node and its counterpart, null until it is made.
+    std::unordered_map<const KOBWBExpression*, KOBWBExpression*> m_lasting;
+    // The counterparts made whose children are still those of temporary nodes.
+    std::vector<KOBWBExpression*> m_pending;
+};
+
+} // namespace
+
 void KOBWBFactory::UseTemporaryStorage(unsigned char on) {
     if (on) {
         m_temporaryMode = 1;
         return;
     }
     m_temporaryMode = 0;
+    if (m_temporaryExpressions.Size() == 0) return;
+    const int properties = m_properties ? static_cast<int>(m_properties->size()) : 0;
+    TemporaryCopier copier(*this, m_temporaryExpressions, properties, m_temporaryProperty);
+    const int permanent = m_expressions.Size();
     for (KOBWBEquation* equation = GetFirstEquation(); equation; equation = equation->GetNext())
-        equation->SetRoot(ReplaceTemporaryExpressions(equation->GetRoot()));
-    m_temporaryExpressions.DeleteAll();
+        equation->SetRoot(copier.Lasting(equation->GetRoot()));
+    // Permanent nodes whose children were changed in temporary mode.
+    for (int i = 0; i < permanent; ++i) copier.ExchangeTemporaryChildren(m_expressions[i]);
+    // A black box's node is how it is named and how its derivatives are found again:
+    // the box keeps a lasting one.
+    const int temporaries = m_temporaryExpressions.Size();
+    for (int i = 0; i < temporaries; ++i) {
+        KOBWBExpression* node = m_temporaryExpressions[i];
+        if (node->GetType() != KOBWBBlackBoxType) continue;
+        KOBWBBlackBox* blackBox = static_cast<KOBWBBlackBoxOperator*>(node)->GetBlackBox();
+        if (blackBox->GetOperator() == node)
+            blackBox->SetOperator(static_cast<KOBWBBlackBoxOperator*>(copier.Lasting(node)));
+    }
+    const int defaultTemporary = GetDefaultPropertyValue(m_temporaryProperty);
+    for (int i = 0; i < temporaries; ++i) {
+        KOBWBExpression* node = m_temporaryExpressions[i];
+        if (!copier.IsKept(node)) continue;
+        node->SetProperty(m_temporaryProperty, defaultTemporary);
+        m_expressions.Append(node);
+    }
+    for (int i = temporaries - 1; i >= 0; --i)
+        if (!copier.IsKept(m_temporaryExpressions[i])) delete m_temporaryExpressions[i];
+    m_temporaryExpressions.RemoveAll();
 }
 
 KOBWBExpression* KOBWBFactory::ReplaceTemporaryExpressions(KOBWBExpression* expr) {
     if (!expr) return nullptr;
-    if (expr->GetProperty(m_temporaryProperty) != GetDefaultPropertyValue(m_temporaryProperty)) {
-        KOBWBExpression* copy = CreateOperator(expr);
-        if (!copy) return nullptr;
-        const int properties = m_properties ? static_cast<int>(m_properties->size()) : 0;
-        for (int p = 0; p < properties; ++p)
-            if (p != m_temporaryProperty) copy->SetProperty(p, expr->GetProperty(p));
-        expr = copy;
-    }
-    for (int i = 0; i < expr->GetNbOfChildren(); ++i)
-        expr->ReplaceChild(i, ReplaceTemporaryExpressions(expr->GetChild(i)));
-    return expr;
+    const int properties = m_properties ? static_cast<int>(m_properties->size()) : 0;
+    return TemporaryCopier(*this, m_temporaryExpressions, properties, m_temporaryProperty).Lasting(expr);
 }
