@@ -4,6 +4,7 @@
 #include "KOBLVRStream.h"
 #include "KOBWBConstant.h"
 #include "KOBWBEquation.h"
+#include "KOBWBEquations.h"
 #include "KOBWBFactory.h"
 #include "KOBWBLinearForms.h"
 #include "KOBWBPolynomialContext.h"
@@ -169,6 +170,7 @@ void KOBWBSymbolicTransformationsImp::CheckInequalities() {
 
 void KOBWBSymbolicTransformationsImp::WriteInput(KOBLVRStream& stream) const {
     KOBWBSymbolicTransformations::WriteInput(stream);
+    KOBWBEquations(GetFactory(), KOBWBEquations::Input, &m_equationsToSimplify).Write(stream);
     stream.GetStorage().AddSection("#!MODE", "", KOBLVRString(static_cast<int>(GetMode())), KOBLVRStorage::Input, 1);
     stream.WriteSections(KOBLVRStorage::Input);
 }
@@ -178,5 +180,6 @@ void KOBWBSymbolicTransformationsImp::WriteOutput(KOBLVRStream& stream) const {
     if (GetMode() & 16)
         stream.GetStorage().AddSection("#!INCONSISTENCIES", "", m_inconsistent ? "FOUND" : "NOTFOUND",
                                        KOBLVRStorage::Output, 2);
+    KOBWBEquations(GetFactory(), KOBWBEquations::Output).Write(stream);
     stream.WriteSections(KOBLVRStorage::Output);
 }

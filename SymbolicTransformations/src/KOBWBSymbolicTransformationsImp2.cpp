@@ -4,6 +4,7 @@
 #include "KOBLVRStream.h"
 #include "KOBWBConstant.h"
 #include "KOBWBEquation.h"
+#include "KOBWBEquations.h"
 #include "KOBWBFactory.h"
 #include "KOBWBLinearForms.h"
 #include "KOBWBPolynomialContext.h"
@@ -74,11 +75,13 @@ int KOBWBSymbolicTransformationsImp2::DoRun() {
 
 void KOBWBSymbolicTransformationsImp2::WriteInput(KOBLVRStream& stream) const {
     KOBWBSymbolicTransformations::WriteInput(stream);
+    KOBWBEquations(GetFactory(), KOBWBEquations::Input, nullptr).Write(stream);
     stream.GetStorage().AddSection("#!MODE", "", KOBLVRString(static_cast<int>(GetMode())), KOBLVRStorage::Input, 1);
     stream.WriteSections(KOBLVRStorage::Input);
 }
 
 void KOBWBSymbolicTransformationsImp2::WriteOutput(KOBLVRStream& stream) const {
     KOBWBSymbolicTransformations::WriteOutput(stream);
+    KOBWBEquations(GetFactory(), KOBWBEquations::Output).Write(stream);
     stream.WriteSections(KOBLVRStorage::Output);
 }

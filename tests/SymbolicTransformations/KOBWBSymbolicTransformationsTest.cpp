@@ -2,12 +2,14 @@
 #include "KOBLVRStream.h"
 #include "KOBWBConstant.h"
 #include "KOBWBEquation.h"
+#include "KOBWBEquations.h"
 #include "KOBWBFactory.h"
 #include "KOBWBSymbolicTransformations.h"
 #include "KOBWBVariable.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <memory>
 #include <sstream>
 
@@ -213,4 +215,53 @@ TEST(KOBWBSymbolicTransformations, BadInputDoesNotBreakARun) {
     GetGlobalParameters().SetTraceLevel(0);
     GetGlobalParameters().SetTraceStream(nullptr);
     EXPECT_NE(out.str().find("Eq[0] = "), std::string::npos);
+}
+
+TEST(KOBWBSymbolicTransformations, ARunReplaysFromItsInputReplay) {
+    // A run with its replay: the input part holds the system, the selection and the mode.
+    KOBWBFactory factory;
+    KOBWBVariable* x = factory.CreateVariable();
+    KOBWBVariable* y = factory.CreateVariable();
+    x->SetExprValue(KOBWBValue(KOBWBCreateRealInterval(0.0, 4.0)));
+    factory.AddEquation(factory.CreateSum(x, factory.CreateProduct(factory.CreateIntegerConstant(2), y)), KOBWBEqEqual,
+                        factory.CreateIntegerConstant(10));
+    KOBWBEquation* product = factory.AddEquation(factory.CreateProduct(x, y), KOBWBEqEqual, factory.CreateIntegerConstant(12));
+    factory.AddEquation(factory.CreateSum(x, x), KOBWBEqLessEqual, factory.CreateConstantPi());
+    std::ostringstream input, output;
+    {
+        KOBLVRStream replay(&input);
+        Operator transformations = Make(factory, 4 | 8);
+        transformations->SetEquationToSimplify(product->GetId());
+        transformations->SetReplayStream(&replay);
+        transformations->WriteInput(replay);
+        KOBLVRStream results(&output);
+        transformations->SetReplayStream(&results);
+        transformations->Run();
+    }
+    const std::string text = input.str();
+    ASSERT_NE(text.find("#!SIMPLIFY"), std::string::npos);
+    ASSERT_NE(text.find("#!MODE\n12"), std::string::npos);
+
+    // The same run on the system read back gives the same output part.
+    KOBWBFactory replayed;
+    KOBLVRIntArray selection;
+    KOBLVRArrayKOBLVRString names, contents;
+    ASSERT_TRUE(KOBWBEquations::Read(text.c_str(), replayed, selection, names, contents));
+    unsigned mode = 0;
+    for (int i = 0; i < names.Size(); ++i)
+        if (names[i] == "#!MODE") mode = static_cast<unsigned>(std::atoi(contents[i].str()));
+    EXPECT_EQ(mode, 12u);
+    std::ostringstream again;
+    {
+        KOBLVRStream results(&again);
+        Operator transformations = Make(replayed, mode);
+        for (int i = 0; i < selection.Size(); ++i) transformations->SetEquationToSimplify(selection[i]);
+        transformations->SetReplayStream(&results);
+        transformations->Run();
+    }
+    const std::string original = output.str(), replayedText = again.str();
+    const size_t outputPart = original.find("#!VARIABLES", original.find("#!MODE"));
+    ASSERT_NE(outputPart, std::string::npos);
+    EXPECT_EQ(replayedText.substr(replayedText.find("#!VARIABLES", replayedText.find("#!MODE"))),
+              original.substr(outputPart));
 }
