@@ -149,6 +149,7 @@ protected:
 
 private:
     friend class KOBWBEquation;
+    friend class KOBWBFactory;
     friend class kobwb::EvaluationPlans;
 
     // The other bits of the flag word.
@@ -158,6 +159,11 @@ private:
     static constexpr unsigned equationRoot = 128;
     // An evaluation plan lists the node and its slot holds what the plan knows of it.
     static constexpr unsigned slotted = 256;
+    // Made in temporary mode: a mark of the factory's that callers cannot change.
+    static constexpr unsigned temporaryNode = 512;
+    // A permanent node whose children changed in temporary mode, and which the
+    // factory has listed.
+    static constexpr unsigned changedInTemporaryMode = 1024;
 
     bool IsBufferFilled() const;
     // The node's buffer, which it has once it was filled.

@@ -237,6 +237,7 @@ private:
     // The position of the equation of that id in the list, -1 when none.
     int EquationPosition(int id) const;
     struct DerivativePass;
+    struct TemporaryCopier;
     // d expr / d v, made bottom-up (see DerivativePass). Given constantGraph, a
     // constant expr gives the integer 0 and constantGraph tells whether it was;
     // without it, expr's own rule answers for expr.
@@ -252,6 +253,8 @@ private:
     int m_nextBlackBoxId = 0;
     KOBLVRListPKOBWBExpression m_temporaryExpressions;
     unsigned char m_temporaryMode = 0;
+    // Permanent nodes whose children changed in temporary mode.
+    std::vector<KOBWBExpression*> m_changedInTemporaryMode;
     int m_temporaryProperty = -1;
     int m_predefinedConstants[3] = {-1, -1, -1};
     KOBLVRListPKOBWBExpression m_sortedVariables;

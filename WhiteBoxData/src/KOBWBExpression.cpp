@@ -185,7 +185,14 @@ void KOBWBExpression::MarkAsEquationRoot() {
         m_flags |= equationRoot;
 }
 
-void KOBWBExpression::NoteStructureChange() { ++m_factory.m_structureVersion; }
+void KOBWBExpression::NoteStructureChange() {
+    ++m_factory.m_structureVersion;
+    // A permanent node may now reach temporary nodes, which must outlast the mode.
+    if (m_factory.m_temporaryMode && !(m_flags & (temporaryNode | changedInTemporaryMode))) {
+        m_flags |= changedInTemporaryMode;
+        m_factory.m_changedInTemporaryMode.push_back(this);
+    }
+}
 
 void KOBWBExpression::Eval(KOBWBValue& result) { result = IsBufferFilled() ? Buffer().value : Evaluate(true); }
 

@@ -160,23 +160,26 @@ int KOBWBFactory::CloneEquations(KOBLVRIntArray& sourceIds, KOBLVRIntArray& newI
     return 0;
 }
 
-namespace {
-
 // The nodes that outlast temporary storage. A temporary node that something lasting
 // reaches (an equation's root, a permanent node, a declared black box) gets one
 // permanent copy, however many paths lead to it, so that the copies share what the
 // temporary nodes shared; the copy carries the node's properties but "temporary".
 // A node that cannot be copied is kept itself rather than left to be destroyed under
-// a lasting parent. Temporary means on the temporary list, whatever the node's
-// "temporary" property says, as callers may set that property themselves. The walk
-// keeps its own stack: temporary graphs may be deep.
-class TemporaryCopier {
-public:
-    TemporaryCopier(KOBWBFactory& factory, const KOBLVRListPKOBWBExpression& temporaries, int properties,
-                    int temporaryProperty)
+// a lasting parent. Temporary means made in temporary mode (a mark of the node's that
+// callers cannot change), whatever the node's "temporary" property says. The copies
+// are found by the temporary nodes' slots, which follow their order on the list. The
+// walk keeps its own stack: temporary graphs may be deep.
+struct KOBWBFactory::TemporaryCopier {
+    TemporaryCopier(KOBWBFactory& factory, int properties, int temporaryProperty)
         : m_factory(factory), m_properties(properties), m_temporaryProperty(temporaryProperty) {
-        m_lasting.reserve(static_cast<size_t>(temporaries.Size()));
-        for (int i = 0; i < temporaries.Size(); ++i) m_lasting.emplace(temporaries[i], nullptr);
+        const KOBLVRListPKOBWBExpression& temporaries = factory.m_temporaryExpressions;
+        for (int i = 0; i < temporaries.Size(); ++i) {
+            const int slot = temporaries[i]->m_slot;
+            if (slot < 0) continue;
+            if (m_firstSlot < 0) m_firstSlot = slot;
+            m_lastSlot = slot;
+        }
+        if (m_firstSlot >= 0) m_bySlot.assign(static_cast<size_t>(m_lastSlot - m_firstSlot) + 1, nullptr);
     }
 
     // node itself when it is not temporary, else its lasting counterpart, made on
@@ -206,39 +209,50 @@ public:
     }
 
     // Whether the temporary node is to stay as it is, having no copy.
-    bool IsKept(KOBWBExpression* node) const {
-        const auto found = m_lasting.find(node);
-        return found != m_lasting.end() && found->second == node;
-    }
+    bool IsKept(KOBWBExpression* node) { return Entry(node) == node; }
 
 private:
+    static bool IsTemporary(const KOBWBExpression* node) {
+        return node && (node->m_flags & KOBWBExpression::temporaryNode);
+    }
+
+    // The place of a temporary node's counterpart.
+    KOBWBExpression*& Entry(KOBWBExpression* node) {
+        const int slot = node->m_slot;
+        if (slot >= m_firstSlot && slot <= m_lastSlot && m_firstSlot >= 0)
+            return m_bySlot[static_cast<size_t>(slot - m_firstSlot)];
+        return m_unslotted[node];
+    }
+
     // The counterpart of node without looking below it; made tells that it is new
     // and that its children are still those of the temporary node.
     KOBWBExpression* Counterpart(KOBWBExpression* node, bool& made) {
         made = false;
-        const auto found = m_lasting.find(node);
-        if (found == m_lasting.end()) return node;
-        if (found->second) return found->second;
+        if (!IsTemporary(node)) return node;
+        KOBWBExpression*& entry = Entry(node);
+        if (entry) return entry;
         KOBWBExpression* copy = m_factory.CreateOperator(node);
         if (copy) {
             for (int p = 0; p < m_properties; ++p)
                 if (p != m_temporaryProperty) copy->SetProperty(p, node->GetProperty(p));
         }
-        found->second = copy ? copy : node;
+        // Making the copy may have grown the table of unslotted nodes: find the place again.
+        Entry(node) = copy ? copy : node;
         made = true;
-        return found->second;
+        return Entry(node);
     }
 
     KOBWBFactory& m_factory;
     const int m_properties;
     const int m_temporaryProperty;
-    // Each temporary node and its counterpart, null until it is made.
-    std::unordered_map<const KOBWBExpression*, KOBWBExpression*> m_lasting;
+    int m_firstSlot = -1;
+    int m_lastSlot = -1;
+    // The counterparts of the temporary nodes by slot, null until made.
+    std::vector<KOBWBExpression*> m_bySlot;
+    std::unordered_map<const KOBWBExpression*, KOBWBExpression*> m_unslotted;
     // The counterparts made whose children are still those of temporary nodes.
     std::vector<KOBWBExpression*> m_pending;
 };
-
-} // namespace
 
 void KOBWBFactory::UseTemporaryStorage(unsigned char on) {
     if (on) {
@@ -246,14 +260,22 @@ void KOBWBFactory::UseTemporaryStorage(unsigned char on) {
         return;
     }
     m_temporaryMode = 0;
-    if (m_temporaryExpressions.Size() == 0) return;
+    if (m_temporaryExpressions.Size() == 0) {
+        for (KOBWBExpression* node : m_changedInTemporaryMode) node->m_flags &= ~KOBWBExpression::changedInTemporaryMode;
+        m_changedInTemporaryMode.clear();
+        return;
+    }
     const int properties = m_properties ? static_cast<int>(m_properties->size()) : 0;
-    TemporaryCopier copier(*this, m_temporaryExpressions, properties, m_temporaryProperty);
-    const int permanent = m_expressions.Size();
+    TemporaryCopier copier(*this, properties, m_temporaryProperty);
     for (KOBWBEquation* equation = GetFirstEquation(); equation; equation = equation->GetNext())
         equation->SetRoot(copier.Lasting(equation->GetRoot()));
     // Permanent nodes whose children were changed in temporary mode.
-    for (int i = 0; i < permanent; ++i) copier.ExchangeTemporaryChildren(m_expressions[i]);
+    for (size_t i = 0; i < m_changedInTemporaryMode.size(); ++i) {
+        KOBWBExpression* node = m_changedInTemporaryMode[i];
+        node->m_flags &= ~KOBWBExpression::changedInTemporaryMode;
+        copier.ExchangeTemporaryChildren(node);
+    }
+    m_changedInTemporaryMode.clear();
     // A black box's node is how it is named and how its derivatives are found again:
     // the box keeps a lasting one.
     const int temporaries = m_temporaryExpressions.Size();
@@ -269,6 +291,7 @@ void KOBWBFactory::UseTemporaryStorage(unsigned char on) {
         KOBWBExpression* node = m_temporaryExpressions[i];
         if (!copier.IsKept(node)) continue;
         node->SetProperty(m_temporaryProperty, defaultTemporary);
+        node->m_flags &= ~KOBWBExpression::temporaryNode;
         m_expressions.Append(node);
     }
     for (int i = temporaries - 1; i >= 0; --i)
@@ -279,5 +302,5 @@ void KOBWBFactory::UseTemporaryStorage(unsigned char on) {
 KOBWBExpression* KOBWBFactory::ReplaceTemporaryExpressions(KOBWBExpression* expr) {
     if (!expr) return nullptr;
     const int properties = m_properties ? static_cast<int>(m_properties->size()) : 0;
-    return TemporaryCopier(*this, m_temporaryExpressions, properties, m_temporaryProperty).Lasting(expr);
+    return TemporaryCopier(*this, properties, m_temporaryProperty).Lasting(expr);
 }
