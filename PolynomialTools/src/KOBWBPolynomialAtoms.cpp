@@ -2,6 +2,7 @@
 
 #include "KOBWBBlackBoxOperator.h"
 #include "KOBWBExpression.h"
+#include "KOBWBFactory.h"
 #include "KOBWBVariable.h"
 
 #include <algorithm>
@@ -45,22 +46,37 @@ int Impl::InternAtom(AtomKind kind, KOBWBExpression* node, const std::vector<con
     hash = Combine(hash, std::hash<const void*>()(blackBox));
     for (const KOBWBPolynomial* argument : arguments) hash = Combine(hash, argument->Hash());
 
-    const auto candidates = atomByHash.equal_range(hash);
-    for (auto candidate = candidates.first; candidate != candidates.second; ++candidate) {
-        const Atom& atom = atoms[static_cast<size_t>(candidate->second)];
+    // Open addressing on the hash: equal atoms are among the entries of equal hash
+    // met before the first empty slot.
+    if (2 * (hashedAtoms + 1) > atomTable.size()) {
+        std::vector<HashedAtom> grown(std::max<size_t>(64, atomTable.size() * 2));
+        for (const HashedAtom& entry : atomTable) {
+            if (entry.atom < 0) continue;
+            size_t i = entry.hash & (grown.size() - 1);
+            while (grown[i].atom >= 0) i = (i + 1) & (grown.size() - 1);
+            grown[i] = entry;
+        }
+        atomTable = std::move(grown);
+    }
+    const size_t mask = atomTable.size() - 1;
+    size_t slot = hash & mask;
+    for (; atomTable[slot].atom >= 0; slot = (slot + 1) & mask) {
+        if (atomTable[slot].hash != hash) continue;
+        const Atom& atom = atoms[static_cast<size_t>(atomTable[slot].atom)];
         if (atom.kind != kind || atom.parameters != parameters || atom.blackBox != blackBox ||
             atom.arguments.size() != arguments.size() || (kind == AtomKind::Operator && atom.node->GetType() != type))
             continue;
         bool same = true;
         for (size_t i = 0; same && i < arguments.size(); ++i) same = atom.arguments[i] == *arguments[i];
-        if (same) return candidate->second;
+        if (same) return atomTable[slot].atom;
     }
     const int number = static_cast<int>(atoms.size());
     std::vector<KOBWBPolynomial> copies;
     copies.reserve(arguments.size());
     for (const KOBWBPolynomial* argument : arguments) copies.push_back(*argument);
     atoms.push_back({kind, node, std::move(copies), std::move(parameters), blackBox, hash, "", false, nullptr, 0});
-    atomByHash.emplace(hash, number);
+    atomTable[slot] = {hash, number};
+    ++hashedAtoms;
     return number;
 }
 
@@ -70,10 +86,14 @@ int Impl::UniqueAtom(AtomKind kind, KOBWBExpression* node) {
 }
 
 int Impl::VariableAtom(KOBWBVariable* variable) {
-    const auto found = atomByVariable.find(variable);
-    if (found != atomByVariable.end()) return found->second;
-    const int atom = UniqueAtom(AtomKind::Variable, variable);
-    atomByVariable.emplace(variable, atom);
+    // A variable outside the factory's list is only equal to itself.
+    if (variable->GetIdx() < 0 || variable->GetIdx() >= factory.GetNbOfVariables() ||
+        factory.GetVariable(variable->GetIdx()) != variable)
+        return UniqueAtom(AtomKind::Opaque, variable);
+    const size_t index = static_cast<size_t>(variable->GetIdx());
+    if (index >= atomOfVariable.size()) atomOfVariable.resize(std::max(index + 1, 2 * atomOfVariable.size()), -1);
+    int& atom = atomOfVariable[index];
+    if (atom < 0) atom = UniqueAtom(AtomKind::Variable, variable);
     return atom;
 }
 

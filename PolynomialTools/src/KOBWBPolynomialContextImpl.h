@@ -87,8 +87,15 @@ struct KOBWBPolynomialContext::Impl {
     };
     std::vector<Frame> frames;
     std::vector<Atom> atoms;
-    std::unordered_multimap<std::size_t, int> atomByHash;
-    std::unordered_map<const KOBWBVariable*, int> atomByVariable;
+    // The atoms found again by their structure, by hash.
+    struct HashedAtom {
+        std::size_t hash = 0;
+        int atom = -1;
+    };
+    std::vector<HashedAtom> atomTable;
+    size_t hashedAtoms = 0;
+    // The atom of each variable of the factory, by index; -1 where none was made.
+    std::vector<int> atomOfVariable;
     // The polynomials of the nodes read since the readings were last forgotten:
     // an open-addressing table from nodes to places in readings, whose slots are
     // stamped with the generation that filled them, so that forgetting is one
