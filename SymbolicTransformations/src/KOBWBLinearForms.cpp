@@ -52,12 +52,16 @@ void LinearForms::Run(std::vector<KOBWBEquation*>& changed) {
     for (Equation& entry : m_equations) {
         if (!entry.equation || !entry.changed) continue;
         if (entry.polynomial.IsZero() && entry.equation->GetType() == KOBWBEqEqual) {
-            m_factory.RemoveEquation(entry.equation);
+            m_removed.push_back(entry.equation);
+            entry.equation = nullptr;
             continue;
         }
         entry.equation->SetRoot(m_context.ToExpression(entry.polynomial));
         changed.push_back(entry.equation);
     }
+    // Removed together, in one pass over the factory's equations.
+    m_factory.RemoveEquations(static_cast<int>(m_removed.size()), m_removed.data());
+    m_removed.clear();
     if (!m_trace) return;
     *m_trace << "Expressions for variables:" << lvrendl;
     for (size_t i = 0; i < m_forms.size(); ++i) {
@@ -179,7 +183,8 @@ bool LinearForms::Eliminate(size_t position) {
     // The linear form is now the pivot's expression: its equation goes.
     for (KOBWBVariable* variable : m_context.GetVariables(entry.polynomial))
         m_equationsOf[static_cast<size_t>(variable->GetIdx())].erase(position);
-    m_factory.RemoveEquation(entry.equation);
+    m_removed.push_back(entry.equation);
+    entry.equation = nullptr;
     return true;
 }
 

@@ -55,6 +55,8 @@ private:
     std::vector<std::unordered_set<size_t>> m_equationsOf;
     std::vector<std::unordered_set<int>> m_formsOf;
     std::vector<std::unique_ptr<KOBWBPolynomial>> m_forms;
+    // The equations to remove at the end of the run.
+    std::vector<KOBWBEquation*> m_removed;
 };
 
 } // namespace kobwb

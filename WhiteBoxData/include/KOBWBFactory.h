@@ -156,6 +156,9 @@ public:
     KOBWBEquation* AddEquation(KOBWBExpression* left, KOBWBEquationType type, KOBWBExpression* right);
     // Destroys the equation (its root stays) and nulls the pointer.
     void RemoveEquation(KOBWBEquation*& equation);
+    // Destroys the equations of the array that belong to the factory, in one pass
+    // over its equations however many there are, and nulls the array's pointers.
+    void RemoveEquations(int count, KOBWBEquation** equations);
     KOBWBEquation* GetEquationById(int id) const;
     KOBWBEquation* GetEquationByName(const KOBLVRString& name) const;
     KOBWBEquation* GetFirstEquation() const;

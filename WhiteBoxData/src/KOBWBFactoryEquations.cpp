@@ -2,6 +2,7 @@
 #include "KOBWBFactory.h"
 
 #include <new>
+#include <unordered_set>
 
 KOBWBEquation* KOBWBFactory::AddEquation(KOBWBExpression* root, KOBWBEquationType type) {
     if (!root) return nullptr;
@@ -29,6 +30,28 @@ void KOBWBFactory::RemoveEquation(KOBWBEquation*& equation) {
         delete equation;
     }
     equation = nullptr;
+}
+
+void KOBWBFactory::RemoveEquations(int count, KOBWBEquation** equations) {
+    if (count <= 0 || !equations) return;
+    std::unordered_set<const KOBWBEquation*> removed;
+    for (int i = 0; i < count; ++i) {
+        KOBWBEquation* equation = equations[i];
+        if (!equation) continue;
+        const int position = EquationPosition(equation->GetId());
+        if (position >= 0 && m_equations[position] == equation) removed.insert(equation);
+        equations[i] = nullptr;
+    }
+    // One pass keeps the others in their order.
+    int kept = 0;
+    for (int i = 0; i < m_equations.Size(); ++i) {
+        KOBWBEquation* equation = m_equations[i];
+        if (removed.count(equation))
+            delete equation;
+        else
+            m_equations[kept++] = equation;
+    }
+    m_equations.Size(kept);
 }
 
 int KOBWBFactory::EquationPosition(int id) const {

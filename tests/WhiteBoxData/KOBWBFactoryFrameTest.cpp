@@ -61,6 +61,22 @@ TEST(KOBWBFactoryFrame, EquationListAndIds) {
     EXPECT_EQ(factory.AddEquation(x, KOBWBEqEqual)->GetId(), 3);
     EXPECT_STREQ(KOBWBGetEquationTypeText(KOBWBEqMaximize), "<maximize>");
 
+    // Several at once: foreign, repeated and null pointers are passed over.
+    KOBWBFactory other(0);
+    KOBWBEquation* foreign = other.AddEquation(other.CreateVariable(), KOBWBEqEqual);
+    KOBWBEquation* fourth = factory.AddEquation(x, KOBWBEqLess);
+    KOBWBEquation* batch[] = {third, nullptr, foreign, fourth, third};
+    KOBWBEquation* keptFourth = fourth;
+    factory.RemoveEquations(5, batch);
+    EXPECT_EQ(batch[0], nullptr);
+    EXPECT_EQ(factory.GetNbOfEquations(), 2);
+    EXPECT_EQ(factory.GetEquationById(2), nullptr);
+    EXPECT_EQ(factory.GetEquationById(keptFourth == nullptr ? 0 : 4), nullptr);
+    EXPECT_EQ(factory.GetNextEquation(first), factory.GetEquationById(3));
+    EXPECT_EQ(factory.GetLastEquation(), factory.GetEquationById(3));
+    EXPECT_EQ(other.GetNbOfEquations(), 1);
+    third = nullptr;
+
     KOBLVRIntArray indices;
     indices.Append(0);
     first->SetTheoreticalVarList(&indices);
