@@ -50,6 +50,7 @@
 #include "KOBWBPolynomialTools.h"
 #include "KOBWBRational.h"
 #include "KOBWBSymbolicTransformations.h"
+#include "KOBWBUnivariatePolynomialTools.h"
 
 #include "KOBWBComparisonType.h"
 #include "KOBWBConstNode.h"
