@@ -45,6 +45,7 @@
 #include "KOBWBVariable.h"
 
 #include "KOBWBCoefficient.h"
+#include "KOBWBIntegration.h"
 #include "KOBWBPolynomial.h"
 #include "KOBWBPolynomialContext.h"
 #include "KOBWBPolynomialTools.h"

@@ -46,6 +46,8 @@ public:
     KOBWBRational& operator*=(const KOBWBRational& other);
     // Division by zero leaves the value 0.
     KOBWBRational& operator/=(const KOBWBRational& other);
+    // The largest integer not above the value.
+    KOBWBRational Floor() const;
     // An integer power; a negative exponent of 0 gives 0.
     KOBWBRational Power(long long exponent) const;
 

@@ -87,10 +87,16 @@ public:
     // square-free part the same sign) or p is not univariate.
     static bool RefineRoot(const KOBWBPolynomial& p, int atom, KOBWBRealInterval& root, double width);
 
+    // The rational roots of p, exact and in increasing order, found as the simplest
+    // fraction in each refined root interval and kept when p vanishes there: every
+    // root with a denominator below about 2^25 is found. False for the zero polynomial.
+    static bool RationalRoots(const KOBWBPolynomial& p, int atom, std::vector<KOBWBRational>& roots);
+
     // numerator / denominator = polynomialPart + sum of the fractions, over the
-    // square-free factors of the denominator: for each factor f of multiplicity k,
-    // the fractions a1/f, ..., ak/f^k that are not zero. False when the denominator
-    // is zero.
+    // factors found: the square-free factors of the denominator, each split into its
+    // rational linear factors x - r (see RationalRoots) and what remains. For each
+    // factor f of multiplicity k, the fractions a1/f, ..., ak/f^k that are not zero.
+    // False when the denominator is zero.
     static bool PartialFractions(const KOBWBPolynomial& numerator, const KOBWBPolynomial& denominator, int atom,
                                  KOBWBPolynomial& polynomialPart, std::vector<KOBWBPartialFraction>& fractions);
     // Hermite reduction: numerator / denominator = d/dx(rationalPart) + reduced,

@@ -35,32 +35,47 @@ bool KOBWBUnivariatePolynomialTools::PartialFractions(const KOBWBPolynomial& num
     Row quotient, remainder;
     KOBWBUnivariateArithmetic::Divide(n, d, quotient, remainder);
     KOBWBRational content;
-    const std::vector<Row> factors = SquareFree(d, content);
+    const std::vector<Row> squareFree = SquareFree(d, content);
     remainder = Scale(remainder, KOBWBRational(1) / content);
-    // The denominator is the product of the coprime powers f(i)^i. Splitting off one
-    // power D from the rest E: s D + t E = remainder gives remainder / (D E) =
-    // t / D + s / E, with deg t < deg D because the fraction is proper.
+    // The factors found, with their multiplicities: pairwise coprime, their powers
+    // multiply to the monic denominator.
+    std::vector<std::pair<Row, int>> factors;
+    for (size_t i = 0; i < squareFree.size(); ++i) {
+        if (Degree(squareFree[i]) <= 0) continue;
+        const int multiplicity = static_cast<int>(i) + 1;
+        Row rest = squareFree[i];
+        std::vector<KOBWBRational> roots;
+        RationalRoots(ToPolynomial(rest, atom), atom, roots);
+        for (const KOBWBRational& root : roots) {
+            Row linear{-root, KOBWBRational(1)};
+            rest = ExactQuotient(rest, linear);
+            factors.push_back({std::move(linear), multiplicity});
+        }
+        if (Degree(rest) > 0) factors.push_back({std::move(rest), multiplicity});
+    }
+    // Splitting off one power D = f^k from the rest E: s E + t D = remainder gives
+    // remainder / (D E) = s / D + t / E, with deg s < deg D because the fraction is
+    // proper.
     Row rest = Constant(1);
     std::vector<Row> powers;
-    for (size_t i = 0; i < factors.size(); ++i) {
-        powers.push_back(Power(factors[i], static_cast<int>(i) + 1));
+    for (const std::pair<Row, int>& factor : factors) {
+        powers.push_back(Power(factor.first, factor.second));
         rest = Multiply(rest, powers.back());
     }
     std::vector<KOBWBPartialFraction> result;
     for (size_t i = 0; i < factors.size() && !remainder.empty(); ++i) {
-        if (Degree(factors[i]) <= 0) continue;
+        const Row& f = factors[i].first;
         rest = ExactQuotient(rest, powers[i]);
         Row s, t;
         SolveBezout(rest, powers[i], remainder, s, t);
         remainder = std::move(t);
         // s / f^k written in powers of f: s = s0 + s1 f + ..., so s / f^k is the sum
         // of sj / f^(k - j).
-        const int multiplicity = static_cast<int>(i) + 1;
+        const int multiplicity = factors[i].second;
         for (int j = 0; j < multiplicity && !s.empty(); ++j) {
             Row q, r;
-            KOBWBUnivariateArithmetic::Divide(s, factors[i], q, r);
-            if (!r.empty())
-                result.push_back({ToPolynomial(r, atom), ToPolynomial(factors[i], atom), multiplicity - j});
+            KOBWBUnivariateArithmetic::Divide(s, f, q, r);
+            if (!r.empty()) result.push_back({ToPolynomial(r, atom), ToPolynomial(f, atom), multiplicity - j});
             s = std::move(q);
         }
     }

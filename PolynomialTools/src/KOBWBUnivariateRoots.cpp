@@ -80,6 +80,32 @@ double Outward(const KOBWBRational& value, bool downward) {
     return d;
 }
 
+// The fraction of smallest denominator in [lower, upper], by continued fractions.
+KOBWBRational Simplest(const KOBWBRational& lower, const KOBWBRational& upper) {
+    const KOBWBRational floor = lower.Floor();
+    if (floor == lower || !(upper < floor + KOBWBRational(1))) return floor == lower ? floor : floor + KOBWBRational(1);
+    return floor + KOBWBRational(1) / Simplest(KOBWBRational(1) / (upper - floor), KOBWBRational(1) / (lower - floor));
+}
+
+}
+
+bool KOBWBUnivariatePolynomialTools::RationalRoots(const KOBWBPolynomial& p, int atom,
+                                                   std::vector<KOBWBRational>& roots) {
+    std::vector<KOBWBRealInterval> intervals;
+    if (!IsolateRealRoots(p, atom, intervals)) return false;
+    Row row;
+    FromPolynomial(p, atom, row);
+    std::vector<KOBWBRational> found;
+    for (KOBWBRealInterval& interval : intervals) {
+        RefineRoot(p, atom, interval, 0.0);
+        KOBWBRational lower, upper;
+        KOBWBRational::FromDouble(interval.lower, lower);
+        KOBWBRational::FromDouble(interval.upper, upper);
+        KOBWBRational candidate = Simplest(lower, upper);
+        if (Evaluate(row, candidate).IsZero()) found.push_back(std::move(candidate));
+    }
+    roots = std::move(found);
+    return true;
 }
 
 bool KOBWBUnivariatePolynomialTools::IsolateRealRoots(const KOBWBPolynomial& p, int atom,

@@ -295,6 +295,27 @@ TEST(UnivariatePolynomialTools, RealRootsAreIsolatedAndRefined) {
     EXPECT_EQ(wrong.lower, 2.0);
 }
 
+TEST(UnivariatePolynomialTools, RationalRootsAreFoundExactly) {
+    Random random(37);
+    for (int trial = 0; trial < 30; ++trial) {
+        std::vector<KOBWBRational> roots;
+        // A quadratic factor with two irrational roots or none.
+        const int primes[] = {-2, -3, -7, 3};
+        KOBWBPolynomial p = Poly({primes[trial % 4], 0, 1});
+        for (int i = random.Int(0, 5); i > 0; --i) {
+            const KOBWBRational root(random.Int(-100000, 100000), random.Int(1, 5000));
+            if (std::find(roots.begin(), roots.end(), root) == roots.end()) roots.push_back(root);
+            p = p * Pow(Linear(root), random.Int(1, 2));
+        }
+        std::sort(roots.begin(), roots.end());
+        std::vector<KOBWBRational> found;
+        ASSERT_TRUE(Tools::RationalRoots(p, x, found));
+        EXPECT_EQ(found, roots) << trial;
+    }
+    std::vector<KOBWBRational> found;
+    EXPECT_FALSE(Tools::RationalRoots(KOBWBPolynomial(), x, found));
+}
+
 // The exact sum of the partial fractions, over the common denominator.
 TEST(UnivariatePolynomialTools, PartialFractionsSumToTheFunction) {
     Random random(17);
@@ -320,6 +341,12 @@ TEST(UnivariatePolynomialTools, PartialFractionsSumToTheFunction) {
     ASSERT_TRUE(Tools::PartialFractions(Poly({1}), Poly({0, 0, 1, 1}), x, polynomialPart, fractions));
     EXPECT_TRUE(polynomialPart.IsZero());
     EXPECT_EQ(fractions.size(), 3u);
+    // Rational linear factors are split apart; x^2 - 2 stays whole.
+    ASSERT_TRUE(Tools::PartialFractions(Poly({0, 0, 0, 1}), Poly({-2, 0, 1}) * Poly({-1, 0, 1}), x, polynomialPart,
+                                        fractions));
+    EXPECT_EQ(polynomialPart, KOBWBPolynomial());
+    ASSERT_EQ(fractions.size(), 3u);
+    for (const KOBWBPartialFraction& f : fractions) EXPECT_EQ(Deg(f.factor), f.factor == Poly({-2, 0, 1}) ? 2 : 1);
 }
 
 TEST(UnivariatePolynomialTools, HermiteReductionLeavesASquareFreeDenominator) {
