@@ -38,6 +38,7 @@
 #include "KOBWBExpressionType.h"
 #include "KOBWBFactory.h"
 #include "KOBWBIfThenElseOperator.h"
+#include "KOBWBIntegrateOperator.h"
 #include "KOBWBOperator.h"
 #include "KOBWBOperatorFamilies.h"
 #include "KOBWBTrigonometricOperator.h"

@@ -140,6 +140,9 @@ public:
     KOBWBExpression* CreateIfThenElse(KOBWBExpression* condition, KOBWBExpression* thenBranch,
                                       KOBWBExpression* elseBranch);
 
+    // The antiderivative node of code 47 (see KOBWBIntegrateOperator.h); null for a
+    // null or foreign argument.
+    KOBWBExpression* CreateIntegrateOperator(KOBWBExpression* integrand, KOBWBVariable* variable);
     // Composite constructors; each answers null for a null or foreign node or a bad count.
     // The step of code 28 over x, from h0 for x <= x0 to h1 for x >= x1 (see KOBWBStep.h).
     KOBWBExpression* CreateStep(KOBWBExpression* x, double x0, double h0, double x1, double h1);

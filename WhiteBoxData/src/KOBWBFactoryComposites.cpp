@@ -1,6 +1,8 @@
 #include "KOBWBFactory.h"
 
 #include "KOBWBConstant.h"
+#include "KOBWBIntegrateOperator.h"
+#include "KOBWBVariable.h"
 
 #include <cmath>
 #include <vector>
@@ -19,6 +21,12 @@ bool IncreasingPoints(int n, const double* xs, const double* ys) {
 }
 
 } // namespace
+
+KOBWBExpression* KOBWBFactory::CreateIntegrateOperator(KOBWBExpression* integrand, KOBWBVariable* variable) {
+    if (!integrand || !variable || &integrand->GetFactory() != this || &variable->GetFactory() != this)
+        return nullptr;
+    return AddExpression(new (*this) KOBWBIntegrateOperator(*this, integrand, variable));
+}
 
 KOBWBExpression* KOBWBFactory::CreateStep(KOBWBExpression* x, double x0, double h0, double x1, double h1) {
     if (!x || &x->GetFactory() != this) return nullptr;

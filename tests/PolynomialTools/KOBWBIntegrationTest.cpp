@@ -1,4 +1,5 @@
 #include "KOBWBConstant.h"
+#include "KOBWBEquation.h"
 #include "KOBWBFactory.h"
 #include "KOBWBIntegration.h"
 #include "KOBWBPolynomialContext.h"
@@ -136,6 +137,66 @@ TEST(Integration, ReportsWhatItCannotIntegrate) {
     EXPECT_EQ(KOBWBIntegration::Integrate(x, other.CreateVariable(), integrable), nullptr);
     EXPECT_FALSE(integrable);
     EXPECT_EQ(KOBWBIntegration::Integrate(nullptr, s.x, integrable), nullptr);
+}
+
+}
+
+namespace {
+
+TEST(Integration, TheIntegrateOperatorEvaluatesItsAntiderivative) {
+    Setting s;
+    KOBWBFactory& f = s.factory;
+    KOBWBExpression* integrand = f.CreateSum(f.CreateProduct(s.I(3), f.CreatePower(s.x, 2)), f.CreateCos(s.x));
+    KOBWBExpression* integral = f.CreateIntegrateOperator(integrand, s.x);
+    ASSERT_NE(integral, nullptr);
+    EXPECT_EQ(integral->GetType(), KOBWBIntegrateType);
+    EXPECT_NEAR(s.At(integral, 2.0), 8.0 + std::sin(2.0), 1e-12);
+    EXPECT_NEAR(s.At(integral, -1.0), -1.0 + std::sin(-1.0), 1e-12);
+    // On an interval of the variable the value encloses the point values.
+    s.x->SetExprValue(KOBWBValue(KOBWBRealInterval{1.0, 2.0}));
+    KOBWBValue range;
+    integral->Eval(range);
+    const KOBWBRealInterval enclosure = range.GetAsRealInterval();
+    EXPECT_LE(enclosure.lower, 1.0 + std::sin(1.0));
+    EXPECT_GE(enclosure.upper, 8.0 + std::sin(2.0));
+    // Derivatives: the integrand itself in x; through the antiderivative in y.
+    KOBWBVariable* byX[] = {s.x};
+    KOBWBVariable* byY[] = {s.y};
+    EXPECT_EQ(f.CreateDerivative(integral, 1, byX), integrand);
+    KOBWBExpression* ofXY = f.CreateIntegrateOperator(f.CreateProduct(s.x, s.y), s.x);
+    EXPECT_TRUE(s.context.AreIdentical(f.CreateDerivative(ofXY, 1, byY),
+                                       f.CreateProduct(f.CreateRealConstant(0.5), f.CreatePower(s.x, 2))));
+    // Not integrable: the indefinite value.
+    KOBWBExpression* hard = f.CreateIntegrateOperator(f.CreateExp(f.CreatePower(s.x, 2)), s.x);
+    s.x->SetExprValue(KOBWBValue(1.0));
+    KOBWBValue value;
+    hard->Eval(value);
+    EXPECT_TRUE(value.IsIndefinite());
+    // The generic constructor, and bad arguments.
+    KOBWBExpression* children[] = {integrand, s.x};
+    KOBWBExpression* generic = f.CreateOperator(KOBWBIntegrateType, 2, children);
+    ASSERT_NE(generic, nullptr);
+    EXPECT_NEAR(s.At(generic, 2.0), 8.0 + std::sin(2.0), 1e-12);
+    KOBWBExpression* notAVariable[] = {integrand, s.I(1)};
+    EXPECT_EQ(f.CreateOperator(KOBWBIntegrateType, 2, notAVariable), nullptr);
+    EXPECT_EQ(f.CreateIntegrateOperator(nullptr, s.x), nullptr);
+    KOBWBFactory other;
+    EXPECT_EQ(f.CreateIntegrateOperator(integrand, other.CreateVariable()), nullptr);
+}
+
+// Made in temporary storage, the node and what it evaluates survive the switch back.
+TEST(Integration, TheIntegrateOperatorOutlivesTemporaryStorage) {
+    Setting s;
+    KOBWBFactory& f = s.factory;
+    f.UseTemporaryStorage(1);
+    KOBWBExpression* integral = f.CreateIntegrateOperator(f.CreateSin(f.CreateProduct(s.I(2), s.x)), s.x);
+    KOBWBEquation* equation = f.AddEquation(integral, KOBWBEqEqual);
+    ASSERT_NE(equation, nullptr);
+    EXPECT_NEAR(s.At(integral, 0.5), -std::cos(1.0) / 2, 1e-12);
+    EXPECT_NEAR(s.At(integral, 0.25), -std::cos(0.5) / 2, 1e-12);
+    f.UseTemporaryStorage(0);
+    EXPECT_NEAR(s.At(equation->GetRoot(), 0.5), -std::cos(1.0) / 2, 1e-12);
+    EXPECT_NEAR(s.At(equation->GetRoot(), 1.0), -std::cos(2.0) / 2, 1e-12);
 }
 
 }
