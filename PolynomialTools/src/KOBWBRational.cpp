@@ -156,6 +156,24 @@ void KOBWBRational::Normalise() {
     m_big.reset();
 }
 
+KOBWBRational KOBWBRational::Numerator() const {
+    if (!m_big) return KOBWBRational(m_numerator);
+    KOBWBRational result;
+    result.MakeBig();
+    mpz_set(mpq_numref(result.m_big->value), mpq_numref(m_big->value));
+    result.Normalise();
+    return result;
+}
+
+KOBWBRational KOBWBRational::Denominator() const {
+    if (!m_big) return KOBWBRational(m_denominator);
+    KOBWBRational result;
+    result.MakeBig();
+    mpz_set(mpq_numref(result.m_big->value), mpq_denref(m_big->value));
+    result.Normalise();
+    return result;
+}
+
 KOBWBRational KOBWBRational::Floor() const {
     KOBWBRational result;
     if (!m_big) {

@@ -11,34 +11,70 @@ using namespace KOBWBUnivariateArithmetic;
 
 namespace {
 
-int SignAt(const Row& p, const KOBWBRational& x) { return Evaluate(p, x).Sign(); }
+// The row times the least common multiple of its denominators: integer
+// coefficients, the same signs everywhere.
+Row WithIntegerCoefficients(const Row& p) {
+    KOBWBRational multiple(1);
+    for (const KOBWBRational& c : p) {
+        const KOBWBRational denominator = c.Denominator();
+        // lcm(m, d) = m d / gcd(m, d), and d / m reduced has the numerator d / gcd(m, d).
+        multiple *= (denominator / multiple).Numerator();
+    }
+    return Scale(p, multiple);
+}
+
+// The sign of p at numerator / denominator (denominator > 0) for integer p, from
+// p(n / q) q^d = sum of ai n^i q^(d-i), in integers only.
+int SignAt(const Row& p, const KOBWBRational& numerator, const std::vector<KOBWBRational>& denominatorPowers) {
+    KOBWBRational value;
+    const size_t degree = p.size() - 1;
+    for (size_t i = p.size(); i-- > 0;) {
+        value *= numerator;
+        if (!p[i].IsZero()) value += p[i] * denominatorPowers[degree - i];
+    }
+    return value.Sign();
+}
+
+std::vector<KOBWBRational> DenominatorPowers(const KOBWBRational& x, size_t count) {
+    const KOBWBRational denominator = x.Denominator();
+    std::vector<KOBWBRational> powers{KOBWBRational(1)};
+    while (powers.size() < count) powers.push_back(powers.back() * denominator);
+    return powers;
+}
+
+int SignAt(const Row& p, const KOBWBRational& x) {
+    return p.empty() ? 0 : SignAt(p, x.Numerator(), DenominatorPowers(x, p.size()));
+}
 
 // The Sturm sequence of a square-free p: p, p', then the negated remainders, each
-// divided by the magnitude of its leading coefficient (a positive factor keeps the
-// signs and the size of the rationals down).
+// scaled by a positive factor to integer coefficients, so that signs are found in
+// integer arithmetic.
 class SturmSequence {
 public:
     explicit SturmSequence(const Row& p) {
-        m_members.push_back(p);
+        m_members.push_back(WithIntegerCoefficients(p));
         Row derivative = Derivative(p);
         if (derivative.empty()) return;
-        m_members.push_back(std::move(derivative));
+        m_members.push_back(WithIntegerCoefficients(derivative));
         while (true) {
             const Row& previous = m_members[m_members.size() - 2];
             const Row& last = m_members.back();
             Row remainder = Remainder(previous, last);
             if (remainder.empty()) break;
-            const KOBWBRational& lead = Lead(remainder);
-            const KOBWBRational magnitude = lead.Sign() > 0 ? lead : -lead;
-            m_members.push_back(Scale(remainder, -(KOBWBRational(1) / magnitude)));
+            m_members.push_back(WithIntegerCoefficients(Scale(remainder, KOBWBRational(-1))));
         }
     }
 
+    // The sign of p at x.
+    int Sign(const KOBWBRational& x) const { return SignAt(m_members[0], x); }
+
     // The number of sign changes at x, zeros skipped.
     int SignChanges(const KOBWBRational& x) const {
+        const KOBWBRational numerator = x.Numerator();
+        const std::vector<KOBWBRational> powers = DenominatorPowers(x, m_members[0].size());
         int changes = 0, previous = 0;
         for (const Row& member : m_members) {
-            const int sign = SignAt(member, x);
+            const int sign = SignAt(member, numerator, powers);
             if (sign == 0) continue;
             if (previous != 0 && sign != previous) ++changes;
             previous = sign;
@@ -133,7 +169,7 @@ bool KOBWBUnivariatePolynomialTools::IsolateRealRoots(const KOBWBPolynomial& p, 
             continue;
         }
         const KOBWBRational middle = (interval.lower + interval.upper) / KOBWBRational(2);
-        if (SignAt(square, middle) != 0) {
+        if (sturm.Sign(middle) != 0) {
             const int changes = sturm.SignChanges(middle);
             pending.push_back({middle, interval.upper, changes, interval.upperChanges});
             pending.push_back({interval.lower, middle, interval.lowerChanges, changes});
@@ -146,7 +182,7 @@ bool KOBWBUnivariatePolynomialTools::IsolateRealRoots(const KOBWBPolynomial& p, 
         KOBWBRational gap = (interval.upper - interval.lower) / KOBWBRational(4);
         while (true) {
             const KOBWBRational left = middle - gap, right = middle + gap;
-            if (SignAt(square, left) != 0 && SignAt(square, right) != 0) {
+            if (sturm.Sign(left) != 0 && sturm.Sign(right) != 0) {
                 const int leftChanges = sturm.SignChanges(left), rightChanges = sturm.SignChanges(right);
                 if (leftChanges - rightChanges == 1) {
                     pending.push_back({right, interval.upper, rightChanges, interval.upperChanges});
@@ -171,7 +207,7 @@ bool KOBWBUnivariatePolynomialTools::RefineRoot(const KOBWBPolynomial& p, int at
     if (!KOBWBRational::FromDouble(root.lower, lower) || !KOBWBRational::FromDouble(root.upper, upper) ||
         upper < lower)
         return false;
-    const Row square = SquareFreePart(row);
+    const Row square = WithIntegerCoefficients(SquareFreePart(row));
     if (lower == upper) return SignAt(square, lower) == 0;
     const int lowerSign = SignAt(square, lower);
     const int upperSign = SignAt(square, upper);
