@@ -48,6 +48,12 @@ TEST(KOBWBRational, OverflowMovesToBigNumbersAndBack) {
     const KOBWBRational big = -(KOBWBRational(2).Power(100) + KOBWBRational(1, 3));
     EXPECT_EQ(big.Floor(), -KOBWBRational(2).Power(100) - KOBWBRational(1));
     EXPECT_EQ((KOBWBRational(2).Power(100) / KOBWBRational(3)).Floor().ToString(), "422550200076076467165567735125");
+    // Numerator and denominator of the reduced value.
+    EXPECT_EQ(KOBWBRational(-6, 4).Numerator(), KOBWBRational(-3));
+    EXPECT_EQ(KOBWBRational(-6, 4).Denominator(), KOBWBRational(2));
+    const KOBWBRational third = KOBWBRational(2).Power(100) / KOBWBRational(3).Power(50);
+    EXPECT_EQ(third.Numerator(), KOBWBRational(2).Power(100));
+    EXPECT_EQ(third.Denominator(), KOBWBRational(3).Power(50));
 }
 
 TEST(KOBWBCoefficient, RealsFoldWithRealArithmeticAndNeverEqualExactOnes) {
