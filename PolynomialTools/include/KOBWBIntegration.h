@@ -12,8 +12,8 @@ class KOBWBVariable;
 // constant factors. What a term may hold besides them:
 //  - nothing, or a power x^n of the variable (n >= 0): x^(n+1) / (n+1);
 //  - one atom f(u) whose argument u = a x + b is linear in x (a free of x):
-//    exp, sin, cos, tan, sinh, cosh, tanh and ln of u, and the reciprocal 1/u,
-//    whose integral is ln(u) / a;
+//    exp, sin, cos, tan, sinh, cosh, tanh, ln and sqrt of u, u^c for a constant
+//    c other than an integer, and the reciprocal 1/u, whose integral is ln(u) / a;
 //  - a polynomial in x over a polynomial denominator d in x with rational
 //    coefficients: the rational part found by Hermite reduction plus, for the
 //    square-free remainder, logarithms of the linear factors and logarithms and

@@ -132,11 +132,27 @@ private:
         case KOBWBCoshType: primitive = f.CreateSinh(u); break;
         case KOBWBTanhType: primitive = f.CreateLn(f.CreateCosh(u)); break;
         case KOBWBLnType: primitive = f.CreateSub(f.CreateProduct(u, f.CreateLn(u)), u); break;
+        case KOBWBSqrtType:
+            primitive = f.CreateProduct(f.CreateQuotient(I(2), I(3)), f.CreateProduct(u, f.CreateSqrt(u)));
+            break;
+        case KOBWBPowerType: primitive = PowerPrimitive(u, e->GetChild(1)); break;
         case KOBWBQuotientType: primitive = f.CreateLn(u); break;
         default: return false;
         }
+        if (!primitive) return false;
         integral = Read(f.CreateQuotient(primitive, coefficients[1]));
         return true;
+    }
+
+    KOBWBExpression* I(int n) { return m_factory.CreateIntegerConstant(n); }
+
+    // u^(c+1) / (c+1) for a constant exponent c other than -1 (the reciprocal of a
+    // linear u is read as a quotient, and u^-1 never reaches here as a power).
+    KOBWBExpression* PowerPrimitive(KOBWBExpression* u, KOBWBExpression* exponent) {
+        KOBWBCoefficient c;
+        if (!exponent || !Read(exponent).IsConstant(c) || (c + KOBWBCoefficient(1)).IsZero()) return nullptr;
+        KOBWBExpression* raised = Write(Read(exponent) + KOBWBPolynomial(KOBWBCoefficient(1)));
+        return m_factory.CreateQuotient(m_factory.CreatePower(u, raised), raised);
     }
 
     bool IsOne(KOBWBExpression* e) {

@@ -94,6 +94,9 @@ TEST(Integration, LogarithmicIntegralsDifferentiateBackAtSamplePoints) {
         f.CreateTan(f.CreateProduct(s.I(2), x)),
         f.CreateTanh(f.CreateSum(x, s.I(1))),
         f.CreateLn(f.CreateSum(f.CreateProduct(s.I(3), x), s.I(2))),
+        f.CreateSqrt(f.CreateSum(f.CreateProduct(s.I(2), x), s.I(1))),
+        f.CreatePower(f.CreateSum(x, s.I(3)), f.CreateRealConstant(-2.5)),
+        f.CreatePower(f.CreateSub(x, s.I(1)), f.CreateQuotient(s.I(1), s.I(3))),
         f.CreateQuotient(s.I(1), f.CreatePower(f.CreateSum(x, s.I(1)), 3)),
         f.CreateQuotient(Poly({1, 2}), Poly({1, 0, 1})),
         f.CreateQuotient(Poly({3, 0, 0, 1}), Poly({-2, 0, 1})),
@@ -124,7 +127,8 @@ TEST(Integration, ReportsWhatItCannotIntegrate) {
         f.CreateProduct(x, f.CreateExp(x)),
         f.CreateProduct(f.CreateSin(x), f.CreateCos(x)),
         f.CreateQuotient(s.I(1), cubic),
-        f.CreateSum(x, f.CreateSqrt(x)),
+        f.CreateSum(x, f.CreateSqrt(f.CreateSum(f.CreatePower(x, 2), s.I(1)))),
+        f.CreatePower(x, s.y),
         f.CreateQuotient(s.I(1), f.CreateSum(f.CreateProduct(s.y, f.CreatePower(x, 2)), s.I(1))),
     };
     for (size_t i = 0; i < hard.size(); ++i) {
