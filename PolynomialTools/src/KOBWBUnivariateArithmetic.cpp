@@ -209,22 +209,19 @@ Row Gcd(const Row& a, const Row& b) {
 
 bool SolveBezout(const Row& a, const Row& b, const Row& c, Row& s, Row& t) {
     if (a.empty() && b.empty()) return false;
-    // The extended Euclidean algorithm over the rationals with monic remainders:
-    // sa a + ta b = ra at every step.
-    Row r0 = a, r1 = b, s0 = Constant(1), s1, t0, t1 = Constant(1);
+    // The extended Euclidean algorithm over the rationals, keeping s0 a + (...) b = r0;
+    // the cofactor of b is found at the end from c.
+    Row r0 = a, r1 = b, s0 = Constant(1), s1;
     while (!r1.empty()) {
         Row q, r;
         Divide(r0, r1, q, r);
         Row s2 = Subtract(s0, Multiply(q, s1));
-        Row t2 = Subtract(t0, Multiply(q, t1));
         r0 = std::move(r1);
         r1 = std::move(r);
         s0 = std::move(s1);
         s1 = std::move(s2);
-        t0 = std::move(t1);
-        t1 = std::move(t2);
     }
-    // r0 = s0 a + t0 b is a gcd; c must be a multiple of it.
+    // r0 is a gcd; c must be a multiple of it.
     Row factor, rest;
     Divide(c, r0, factor, rest);
     if (!rest.empty()) return false;
@@ -234,7 +231,7 @@ bool SolveBezout(const Row& a, const Row& b, const Row& c, Row& s, Row& t) {
         t = Row();
         return true;
     }
-    sa = Degree(b) == 0 ? Row() : Remainder(sa, b);
+    sa = Remainder(sa, b);
     t = ExactQuotient(Subtract(c, Multiply(sa, a)), b);
     s = std::move(sa);
     return true;
