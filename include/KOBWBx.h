@@ -44,6 +44,7 @@
 #include "KOBWBExpressionType.h"
 #include "KOBWBFactory.h"
 #include "KOBWBIfThenElseOperator.h"
+#include "KOBWBIntegrateOperator.h"
 #include "KOBWBOperator.h"
 #include "KOBWBOperatorFamilies.h"
 #include "KOBWBTrigonometricOperator.h"
@@ -51,11 +52,13 @@
 #include "KOBWBVariable.h"
 
 #include "KOBWBCoefficient.h"
+#include "KOBWBIntegration.h"
 #include "KOBWBPolynomial.h"
 #include "KOBWBPolynomialContext.h"
 #include "KOBWBPolynomialTools.h"
 #include "KOBWBRational.h"
 #include "KOBWBSymbolicTransformations.h"
+#include "KOBWBUnivariatePolynomialTools.h"
 
 #include "KOBWBEquations.h"
 

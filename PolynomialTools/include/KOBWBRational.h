@@ -46,6 +46,11 @@ public:
     KOBWBRational& operator*=(const KOBWBRational& other);
     // Division by zero leaves the value 0.
     KOBWBRational& operator/=(const KOBWBRational& other);
+    // The numerator and the (positive) denominator of the reduced value, as integers.
+    KOBWBRational Numerator() const;
+    KOBWBRational Denominator() const;
+    // The largest integer not above the value.
+    KOBWBRational Floor() const;
     // An integer power; a negative exponent of 0 gives 0.
     KOBWBRational Power(long long exponent) const;
 

@@ -156,6 +156,39 @@ void KOBWBRational::Normalise() {
     m_big.reset();
 }
 
+KOBWBRational KOBWBRational::Numerator() const {
+    if (!m_big) return KOBWBRational(m_numerator);
+    KOBWBRational result;
+    result.MakeBig();
+    mpz_set(mpq_numref(result.m_big->value), mpq_numref(m_big->value));
+    result.Normalise();
+    return result;
+}
+
+KOBWBRational KOBWBRational::Denominator() const {
+    if (!m_big) return KOBWBRational(m_denominator);
+    KOBWBRational result;
+    result.MakeBig();
+    mpz_set(mpq_numref(result.m_big->value), mpq_denref(m_big->value));
+    result.Normalise();
+    return result;
+}
+
+KOBWBRational KOBWBRational::Floor() const {
+    KOBWBRational result;
+    if (!m_big) {
+        // The denominator is positive: round the quotient toward minus infinity.
+        const long long quotient = m_numerator / m_denominator;
+        result.m_numerator = m_numerator % m_denominator < 0 ? quotient - 1 : quotient;
+        return result;
+    }
+    result.MakeBig();
+    mpz_fdiv_q(mpq_numref(result.m_big->value), mpq_numref(m_big->value), mpq_denref(m_big->value));
+    mpz_set_ui(mpq_denref(result.m_big->value), 1);
+    result.Normalise();
+    return result;
+}
+
 bool KOBWBRational::IsInteger() const {
     return m_big ? mpz_cmp_ui(mpq_denref(m_big->value), 1) == 0 : m_denominator == 1;
 }

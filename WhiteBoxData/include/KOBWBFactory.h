@@ -150,6 +150,30 @@ public:
     KOBWBExpression* CreateIfThenElse(KOBWBExpression* condition, KOBWBExpression* thenBranch,
                                       KOBWBExpression* elseBranch);
 
+    // The antiderivative node of code 47 (see KOBWBIntegrateOperator.h); null for a
+    // null or foreign argument.
+    KOBWBExpression* CreateIntegrateOperator(KOBWBExpression* integrand, KOBWBVariable* variable);
+    // Composite constructors; each answers null for a null or foreign node or a bad count.
+    // The step of code 28 over x, from h0 for x <= x0 to h1 for x >= x1 (see KOBWBStep.h).
+    KOBWBExpression* CreateStep(KOBWBExpression* x, double x0, double h0, double x1, double h1);
+    // coefficients[0] + coefficients[1] x + ... + coefficients[n-1] x^(n-1), a sum of
+    // terms c x^i (x^i a power node for i > 1); the double form leaves out zero
+    // coefficients and gives the integer 0 when all are zero.
+    KOBWBExpression* CreatePolynomial(KOBWBExpression* x, int n, KOBWBExpression** coefficients);
+    KOBWBExpression* CreatePolynomial(KOBWBExpression* x, int n, const double* coefficients);
+    // The interpolation through (xs[i], ys[i]), n >= 2 points with strictly increasing
+    // xs: piecewise linear, or the natural cubic spline (second derivative 0 at both
+    // ends). Written without branches, as the first piece plus one term
+    // max(x - xs[i], 0) (cubed for the spline) per inner point, so that it is
+    // continuous and evaluates on intervals; beyond the ends the end pieces continue.
+    KOBWBExpression* CreatePiecewiseLinear(KOBWBExpression* x, int n, const double* xs, const double* ys);
+    KOBWBExpression* CreateCubicSpline(KOBWBExpression* x, int n, const double* xs, const double* ys);
+    // The determinant of the n x n matrix whose entries are given row by row, in the
+    // canonical form of KOBWBPolynomialContext, by fraction-free elimination on the
+    // entries read as polynomials (exact divisions): an integer matrix gives its exact
+    // integer (as an integer constant when it fits 32 bits).
+    KOBWBExpression* CreateDeterminant(int n, KOBWBExpression** entries);
+
     // Equations.
     KOBWBEquation* AddEquation(KOBWBExpression* root, KOBWBEquationType type);
     // left - right as the root; a null right side leaves left as the root.

@@ -17,11 +17,6 @@ KOBWBExpression* KOBWBConstant::Differentiate(KOBWBVariable* v) {
     return v ? GetFactory().CreateRealConstant(0.0) : nullptr;
 }
 
-KOBWBExpression* KOBWBConstant::IntegrateTable(KOBWBVariable*, unsigned char& integrable) {
-    integrable = 0;
-    return nullptr;
-}
-
 void KOBWBConstant::SetValue(const KOBWBValue& value, KOBWBExpression* node) {
     // A buffer left valid by the reset below keeps the value it had: one that a plan
     // has not written yet receives it now, before the value changes.

@@ -29,7 +29,8 @@ constexpr int maxListedChildren = 0xffff;
 
 // Nodes that evaluate their children themselves, and only those they need.
 bool EvaluatesItsOwnChildren(OperatorFamily family) {
-    return family == OperatorFamily::IfThenElse || family == OperatorFamily::BlackBox;
+    return family == OperatorFamily::IfThenElse || family == OperatorFamily::BlackBox ||
+           family == OperatorFamily::Integrate;
 }
 
 bool HasNullChild(const KOBWBExpression& node) {

@@ -4,6 +4,7 @@
 #include "KOBWBConstant.h"
 #include "KOBWBOperatorFamilies.h"
 #include "KOBWBOperatorTable.h"
+#include "KOBWBVariable.h"
 
 #include <new>
 #include <vector>
@@ -84,6 +85,10 @@ KOBWBExpression* KOBWBFactory::CreateOperator(KOBWBExpressionType type, int n, K
         KOBWBExpression* step = CreateUnaryOperator(type, children[0]);
         for (int i = 0; step && i < 4; ++i) step->SetParameter(i, parameters[i]);
         return step;
+    }
+    if (family == OperatorFamily::Integrate) {
+        if (n != 2 || !children[1] || children[1]->GetType() != KOBWBVariableType) return nullptr;
+        return CreateIntegrateOperator(children[0], static_cast<KOBWBVariable*>(children[1]));
     }
     if (n == 1) return CreateOperator(type, children[0]);
     if (n != 2) return nullptr;

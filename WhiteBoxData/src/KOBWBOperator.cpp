@@ -96,11 +96,6 @@ unsigned char KOBWBOperator::ReplaceChild(int i, KOBWBExpression* child) {
     return 1;
 }
 
-KOBWBExpression* KOBWBOperator::IntegrateTable(KOBWBVariable*, unsigned char& integrable) {
-    integrable = 0;
-    return nullptr;
-}
-
 unsigned char KOBWBOperator::IsEqualTo(const KOBWBExpression* other) const {
     return kobwb::OperatorsEqual(*this, other) ? 1 : 0;
 }

@@ -41,6 +41,19 @@ TEST(KOBWBRational, OverflowMovesToBigNumbersAndBack) {
     EXPECT_FALSE(KOBWBRational::FromString("12x", parsed));
     EXPECT_EQ(KOBWBRational(2).Power(100).ToString(), "1267650600228229401496703205376");
     EXPECT_NEAR(KOBWBRational(2).Power(100).ToDouble(), 1.2676506002282294e30, 1e15);
+    // Floor rounds toward minus infinity, in machine words and beyond.
+    EXPECT_EQ(KOBWBRational(-7, 2).Floor(), KOBWBRational(-4));
+    EXPECT_EQ(KOBWBRational(7, 2).Floor(), KOBWBRational(3));
+    EXPECT_EQ(KOBWBRational(-6).Floor(), KOBWBRational(-6));
+    const KOBWBRational big = -(KOBWBRational(2).Power(100) + KOBWBRational(1, 3));
+    EXPECT_EQ(big.Floor(), -KOBWBRational(2).Power(100) - KOBWBRational(1));
+    EXPECT_EQ((KOBWBRational(2).Power(100) / KOBWBRational(3)).Floor().ToString(), "422550200076076467165567735125");
+    // Numerator and denominator of the reduced value.
+    EXPECT_EQ(KOBWBRational(-6, 4).Numerator(), KOBWBRational(-3));
+    EXPECT_EQ(KOBWBRational(-6, 4).Denominator(), KOBWBRational(2));
+    const KOBWBRational third = KOBWBRational(2).Power(100) / KOBWBRational(3).Power(50);
+    EXPECT_EQ(third.Numerator(), KOBWBRational(2).Power(100));
+    EXPECT_EQ(third.Denominator(), KOBWBRational(3).Power(50));
 }
 
 TEST(KOBWBCoefficient, RealsFoldWithRealArithmeticAndNeverEqualExactOnes) {
