@@ -20,7 +20,7 @@ public:
     KOBWBRational(KOBWBRational&& other) noexcept = default;
     KOBWBRational& operator=(const KOBWBRational& other);
     KOBWBRational& operator=(KOBWBRational&& other) noexcept = default;
-    ~KOBWBRational();
+    ~KOBWBRational() = default;
 
     // The decimal text of an integer, optionally signed; false (and 0) on other text.
     static bool FromString(const char* text, KOBWBRational& result);

@@ -30,6 +30,7 @@ std::size_t Combine(std::size_t hash, std::size_t value) { return hash * 1000003
 
 Impl::Impl(KOBWBFactory& factory, KOBWBExpression* zero, KOBWBExpression* one)
     : factory(factory), zero(zero), one(one) {
+    atoms.reserve(1024);
     atoms.push_back({AtomKind::Pi, nullptr, {}, {}, nullptr, 0, "", true, nullptr, 0});
 }
 

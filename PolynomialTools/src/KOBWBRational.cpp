@@ -98,7 +98,6 @@ KOBWBRational& KOBWBRational::operator=(const KOBWBRational& other) {
     return *this;
 }
 
-KOBWBRational::~KOBWBRational() = default;
 void KOBWBRational::BigDeleter::operator()(Big* big) const { delete big; }
 
 bool KOBWBRational::FromString(const char* text, KOBWBRational& result) {
