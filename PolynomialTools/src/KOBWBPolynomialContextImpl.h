@@ -4,6 +4,7 @@
 #include "KOBWBExpressionType.h"
 #include "KOBWBPolynomialContext.h"
 
+#include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -105,8 +106,11 @@ struct KOBWBPolynomialContext::Impl {
         unsigned generation = 0;
         int reading = -1;
     };
+    // A node's polynomial: its own, or one the context keeps for every occurrence
+    // of a variable or of a small integer.
     struct Reading {
         KOBWBPolynomial polynomial;
+        const KOBWBPolynomial* shared = nullptr;
         bool done = false;
     };
     std::vector<Slot> slots = std::vector<Slot>(64);
@@ -119,6 +123,11 @@ struct KOBWBPolynomialContext::Impl {
     // The place of node in readings, -1 when it was not read in this generation.
     int FindReading(const KOBWBExpression* node) const;
     int AddReading(const KOBWBExpression* node);
+    // The polynomial kept for a variable or a small integer constant; null for other nodes.
+    const KOBWBPolynomial* SharedLeaf(KOBWBExpression* node);
+    std::vector<std::unique_ptr<KOBWBPolynomial>> variablePolynomials;
+    static constexpr int smallInteger = 16;
+    std::unique_ptr<KOBWBPolynomial> integerPolynomials[2 * smallInteger + 1];
     std::unordered_map<std::string, KOBWBExpression*> constants;
 };
 

@@ -4,6 +4,7 @@
 #include "KOBWBLimits.h"
 #include "KOBWBVariable.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstdint>
 #include <cstdio>
@@ -110,7 +111,8 @@ int Impl::AddReading(const KOBWBExpression* node) {
 const KOBWBPolynomial* Impl::Known(KOBWBExpression* node) const {
     const int reading = FindReading(node);
     if (reading < 0 || !readings[static_cast<size_t>(reading)].done) return nullptr;
-    return &readings[static_cast<size_t>(reading)].polynomial;
+    const Reading& entry = readings[static_cast<size_t>(reading)];
+    return entry.shared ? entry.shared : &entry.polynomial;
 }
 
 bool Impl::Read(KOBWBExpression* root, KOBWBPolynomial& result) {
@@ -139,12 +141,36 @@ bool Impl::Read(KOBWBExpression* root, KOBWBPolynomial& result) {
         }
         const int reading = frame.reading;
         frames.pop_back();
-        KOBWBPolynomial polynomial = ReadNode(node);
-        readings[static_cast<size_t>(reading)].polynomial = std::move(polynomial);
-        readings[static_cast<size_t>(reading)].done = true;
+        const KOBWBPolynomial* shared = SharedLeaf(node);
+        Reading& entry = readings[static_cast<size_t>(reading)];
+        if (shared)
+            entry.shared = shared;
+        else
+            entry.polynomial = ReadNode(node);
+        entry.done = true;
     }
     result = *Known(root);
     return true;
+}
+
+const KOBWBPolynomial* Impl::SharedLeaf(KOBWBExpression* node) {
+    if (node->GetType() == KOBWBVariableType) {
+        const int atom = VariableAtom(static_cast<KOBWBVariable*>(node));
+        if (atoms[static_cast<size_t>(atom)].kind != AtomKind::Variable) return nullptr;
+        const size_t index = static_cast<size_t>(static_cast<KOBWBVariable*>(node)->GetIdx());
+        if (index >= variablePolynomials.size()) variablePolynomials.resize(std::max(index + 1, 2 * variablePolynomials.size()));
+        std::unique_ptr<KOBWBPolynomial>& polynomial = variablePolynomials[index];
+        if (!polynomial) polynomial.reset(new KOBWBPolynomial(KOBWBPolynomial::Atom(atom)));
+        return polynomial.get();
+    }
+    if (node->GetType() != KOBWBConstantType) return nullptr;
+    const KOBWBValue& value = node->GetExprValue();
+    if (value.IsAFraction() || value.GetType() != KOBWBIntegerValue) return nullptr;
+    const int n = value.GetAsInteger();
+    if (n < -smallInteger || n > smallInteger) return nullptr;
+    std::unique_ptr<KOBWBPolynomial>& polynomial = integerPolynomials[n + smallInteger];
+    if (!polynomial) polynomial.reset(new KOBWBPolynomial(KOBWBCoefficient(n)));
+    return polynomial.get();
 }
 
 KOBWBPolynomial Impl::ReadNode(KOBWBExpression* node) {
