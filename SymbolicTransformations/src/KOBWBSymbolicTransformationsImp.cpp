@@ -76,7 +76,8 @@ int KOBWBSymbolicTransformationsImp::DoRun() {
             if (Covers(*equation, all)) {
                 equation->DuplicateRoot();
                 KOBWBExpression* root = equation->GetRoot();
-                SetProperties(root);
+                // A root about to be simplified is marked in its simplified form.
+                if (!(mode & 4)) SetProperties(root);
                 if (mode & 6) {
                     KOBLVRStream* trace = parameters.GetTraceStream(2);
                     if (trace) *trace << "Before: " << kobwb::TraceExpression(root).c_str() << lvrendl;
