@@ -56,7 +56,8 @@ class ContractorTapes;
 // the budget of revisions is spent.
 //
 // The contractor reads the factory's equations, their graphs and their constants when
-// first used; after any of them changes, call Reset. It owns nothing of the factory.
+// first used, and again when the factory reports a change to them (its system
+// version). It owns nothing of the factory.
 class KOBWBX_API KOBWBContractor {
 public:
     explicit KOBWBContractor(KOBWBFactory& factory);
@@ -82,17 +83,20 @@ public:
     KOBWBContractionStatus Propagate(int count, KOBWBVariable* const* variables);
     // Revisions made by the last Run or Propagate.
     long GetNbOfRevisions() const { return m_revisions; }
-    // Forgets what was read of the equations, for use after they changed.
+    // Forgets what was read of the equations; the next use reads them again.
     void Reset();
 
 private:
     KOBWBContractionStatus PropagateQueued();
+    // What was read of the system, read again when the system changed.
+    kobwb::ContractorTapes& Tapes();
 
     KOBWBFactory& m_factory;
     double m_ratio = 0.01;
     long m_budget = 0;
     long m_revisions = 0;
     std::unique_ptr<kobwb::ContractorTapes> m_tapes;
+    unsigned long long m_version = 0;
 };
 
 #endif

@@ -51,6 +51,11 @@ public:
     void SetBufferUsed() { m_bufferUsed = 1; }
     // Buffers filled in an earlier generation count as reset.
     unsigned GetBufferGeneration() const { return m_bufferGeneration; }
+    // Counts the changes to the equation system other than variables' values: children
+    // lists, equations added or removed, roots replaced, constants given new values.
+    // What was read of the system at another count may be out of date.
+    unsigned long long GetSystemVersion() const { return m_systemVersion; }
+    void NoteSystemChange() { ++m_systemVersion; }
     // Invalidates the buffers of expr's subgraph, or of every node when expr is
     // null; nothing happens while no buffer was filled since the last reset.
     void ResetBuffer(KOBWBExpression* expr = nullptr);
@@ -293,6 +298,7 @@ private:
     // Counts the changes to children lists; evaluation plans made at another count
     // are out of date.
     unsigned long long m_structureVersion = 0;
+    unsigned long long m_systemVersion = 0;
     int m_nodesNumbered = 0;
     // The derivatives being made, innermost first.
     DerivativePass* m_derivativePass = nullptr;

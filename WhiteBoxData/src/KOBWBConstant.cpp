@@ -23,6 +23,7 @@ void KOBWBConstant::SetValue(const KOBWBValue& value, KOBWBExpression* node) {
     if (node && HasPendingValue()) WritePendingValue();
     m_value = value;
     LeafValueChanged();
+    if (GetType() == KOBWBConstantType) GetFactory().NoteSystemChange();
     GetFactory().ResetBuffer(node);
 }
 

@@ -115,24 +115,32 @@ void KOBWBContractor::Reset() {
     m_tapes.reset();
 }
 
+kobwb::ContractorTapes& KOBWBContractor::Tapes() {
+    // What was read of a system that changed since is read again.
+    if (m_tapes && m_version != m_factory.GetSystemVersion()) m_tapes.reset();
+    if (!m_tapes) {
+        m_tapes = std::make_unique<kobwb::ContractorTapes>(m_factory);
+        m_version = m_factory.GetSystemVersion();
+    }
+    return *m_tapes;
+}
+
 KOBWBContractionStatus KOBWBContractor::Revise(KOBWBEquation* equation) {
     if (!equation) return KOBWBContractionFixedPoint;
-    if (!m_tapes) m_tapes = std::make_unique<kobwb::ContractorTapes>(m_factory);
+    kobwb::ContractorTapes& tapes = Tapes();
     const KOBWBEnvironment& environment = m_factory.GetEnvironment();
-    const int index = m_tapes->IndexOf(equation);
-    const bool consistent = index >= 0 ? m_tapes->Revise(index, environment)
-                                       : m_tapes->ReviseAlone(*equation, environment);
+    const int index = tapes.IndexOf(equation);
+    const bool consistent = index >= 0 ? tapes.Revise(index, environment) : tapes.ReviseAlone(*equation, environment);
     return consistent ? KOBWBContractionFixedPoint : KOBWBContractionNoSolution;
 }
 
 KOBWBContractionStatus KOBWBContractor::Run() {
-    if (!m_tapes) m_tapes = std::make_unique<kobwb::ContractorTapes>(m_factory);
-    m_tapes->QueueAll();
+    Tapes().QueueAll();
     return PropagateQueued();
 }
 
 KOBWBContractionStatus KOBWBContractor::Propagate(int count, KOBWBVariable* const* variables) {
-    if (!m_tapes) m_tapes = std::make_unique<kobwb::ContractorTapes>(m_factory);
+    Tapes();
     for (int i = 0; i < count && variables; ++i)
         if (variables[i]) m_tapes->QueueEquationsOf(variables[i], -1);
     return PropagateQueued();

@@ -13,10 +13,12 @@ KOBWBEquation::KOBWBEquation(KOBWBFactory* factory, KOBWBExpression* root, KOBWB
 
 void KOBWBEquation::SetRoot(KOBWBExpression* root) {
     m_root = root;
+    if (m_factory) m_factory->NoteSystemChange();
     if (m_root) m_root->MarkAsEquationRoot();
 }
 
 KOBWBEquation::~KOBWBEquation() {
+    if (m_factory) m_factory->NoteSystemChange();
     if (m_prev) m_prev->m_next = m_next;
     if (m_next) m_next->m_prev = m_prev;
     m_prev = nullptr;

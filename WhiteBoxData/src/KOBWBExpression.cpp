@@ -187,6 +187,7 @@ void KOBWBExpression::MarkAsEquationRoot() {
 
 void KOBWBExpression::NoteStructureChange() {
     ++m_factory.m_structureVersion;
+    m_factory.NoteSystemChange();
     // A permanent node may now reach temporary nodes, which must outlast the mode.
     if (m_factory.m_temporaryMode && !(m_flags & (temporaryNode | changedInTemporaryMode))) {
         m_flags |= changedInTemporaryMode;

@@ -9,6 +9,7 @@ KOBWBEquation* KOBWBFactory::AddEquation(KOBWBExpression* root, KOBWBEquationTyp
     KOBWBEquation* equation = new (std::nothrow) KOBWBEquation(this, root, type, m_nextEquationId);
     if (!equation) return nullptr;
     ++m_nextEquationId;
+    NoteSystemChange();
     KOBWBEquation* last = GetLastEquation();
     equation->m_prev = last;
     if (last) last->m_next = equation;

@@ -95,8 +95,17 @@ TEST(KOBWBContractorTest, ReportsSystemsWithoutSolution) {
     KOBWBFactory factory;
     KOBWBVariable* x = Variable(factory, KOBWBValue(RI{0, 4}));
     KOBWBVariable* y = Variable(factory, KOBWBValue(RI{0, 4}));
-    factory.AddEquation(factory.CreateSum(x, y), KOBWBEqEqual, factory.CreateRealConstant(10));
+    KOBWBConstant* ten = factory.CreateRealConstant(-10);
+    factory.AddEquation(factory.CreateSum(factory.CreateSum(x, y), ten), KOBWBEqEqual);
     KOBWBContractor contractor(factory);
+    EXPECT_EQ(contractor.Run(), KOBWBContractionNoSolution);
+    // A changed system is read again without being told: a new constant, then a new equation.
+    x->SetExprValue(KOBWBValue(RI{0, 4}));
+    y->SetExprValue(KOBWBValue(RI{0, 4}));
+    ten->SetValue(KOBWBValue(-6.0), nullptr);
+    EXPECT_EQ(contractor.Run(), KOBWBContractionFixedPoint);
+    ExpectDomain(x, 2, 4);
+    factory.AddEquation(x, KOBWBEqLess, factory.CreateRealConstant(1));
     EXPECT_EQ(contractor.Run(), KOBWBContractionNoSolution);
     // Bounded by the budget: a chain that keeps narrowing stops when it is spent.
     KOBWBFactory slow;
