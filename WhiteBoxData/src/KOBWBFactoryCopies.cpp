@@ -5,6 +5,7 @@
 #include "KOBWBBlackBoxOperator.h"
 #include "KOBWBConstant.h"
 #include "KOBWBEquation.h"
+#include "KOBWBNodeMap.h"
 #include "KOBWBOperatorTable.h"
 #include "KOBWBVariable.h"
 
@@ -107,10 +108,9 @@ private:
                 index >= 0 && index < m_substitution.Size() ? m_substitution[index] : nullptr;
             return replacement ? replacement : node;
         }
-        const auto known = m_copies.find(node);
-        if (known != m_copies.end()) return known->second;
+        if (KOBWBExpression* const* known = m_copies.Find(node)) return *known;
         KOBWBExpression* copy = (m_factory.*m_copyNode)(node);
-        m_copies.emplace(node, copy);
+        m_copies.Insert(node, copy);
         made = copy != nullptr;
         return copy;
     }
@@ -118,7 +118,8 @@ private:
     KOBWBFactory& m_factory;
     KOBLVRListPKOBWBExpression& m_substitution;
     KOBWBExpression* (KOBWBFactory::*m_copyNode)(KOBWBExpression*);
-    std::unordered_map<KOBWBExpression*, KOBWBExpression*> m_copies;
+    // Most graphs copied are a handful of nodes: the map keeps those in place.
+    kobwb::NodeMap<KOBWBExpression*> m_copies;
 };
 
 } // namespace
