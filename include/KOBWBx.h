@@ -80,4 +80,6 @@
 #include "KOBWBVarNode.h"
 #include "KOBWBVisitor.h"
 
+#include "KOBWBEquationPrinter.h"
+
 #endif
