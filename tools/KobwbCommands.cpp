@@ -144,6 +144,14 @@ int Eval(const std::vector<std::string>& arguments) {
     if (!ReadOptions("eval", arguments, {"--domain"}, options, status)) return status;
     KOBWBFactory factory;
     if (const int loaded = LoadFactory(options.file, factory)) return loaded;
+    // A variable that neither the model nor a --domain gives a value ranges over
+    // every real.
+    KOBWBValue everything(KOBWBCreateRealInterval(0, 0));
+    everything.SetIndefinite();
+    for (int i = 0; i < factory.GetNbOfVariables(); ++i) {
+        KOBWBVariable* variable = factory.GetVariable(i);
+        if (variable && variable->GetExprValue().GetType() == KOBWBUndefinedValue) variable->SetExprValue(everything);
+    }
     for (const auto& option : options.values) {
         std::string name;
         KOBWBRealInterval domain{0, 0};

@@ -24,7 +24,7 @@ class KOBWBValue;
 // at each of its places, since the language has no names for sub-expressions.
 //
 // Values that the language cannot write are still shown readably: intervals as
-// `[a, b]`, enumerations as `{a, b, c}` (an interval enumeration as `{a .. b}`),
+// `[a, b]` (the empty one as `[]`), enumerations as `{a, b, c}` (an interval enumeration as `{a .. b}`),
 // booleans as True, False, Undef and Contr. Variables print by name, unnamed ones
 // as `v` followed by their index; nodes without a model form (implication, black
 // boxes of no name) print as calls named after their operator.

@@ -136,6 +136,10 @@ TextPrecedence AppendRealInterval(const KOBWBRealInterval& interval, bool negate
         AppendReal(value, out);
         return SignedNumber(std::signbit(value));
     }
+    if (interval.lower > interval.upper) {
+        out += "[]";
+        return AtomText;
+    }
     out += '[';
     AppendReal(negate ? -interval.upper : interval.lower, out);
     out += ", ";

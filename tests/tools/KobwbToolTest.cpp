@@ -75,6 +75,9 @@ TEST(KobwbTool, CommandsWorkOnTheEquationsOfAModel) {
     EXPECT_EQ(evaluated.status, 0);
     EXPECT_TRUE(Has(evaluated, "[0] x + y = 10;\n    root in [-7.0, -6.0], can hold: impossible")) << evaluated.output;
     EXPECT_TRUE(Has(evaluated, "[1] x <= 1;\n    root in [-1.0, 0.0], can hold: possible")) << evaluated.output;
+    // A variable without a domain ranges over every real.
+    const Outcome open = Kobwb("eval - --domain x=[0,1]", "x + y = 10;\\n");
+    EXPECT_TRUE(Has(open, "can hold: possible")) << open.output;
     EXPECT_EQ(Kobwb("eval - --domain w=[0,1]", "x = 1;").status, 2);
     EXPECT_EQ(Kobwb("eval - --domain x=[2,1]", "x = 1;").status, 2);
 
