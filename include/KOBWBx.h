@@ -81,5 +81,6 @@
 #include "KOBWBVisitor.h"
 
 #include "KOBWBEquationPrinter.h"
+#include "KOBWBGraphPrinter.h"
 
 #endif

@@ -23,8 +23,9 @@ const Usage usages[] = {
     {"eval", "usage: kobwb eval FILE [--domain NAME=[LOW,HIGH] | --domain NAME=VALUE]...\n"
              "Evaluates every equation's root over the domains given (other variables range\n"
              "over everything) and tells whether the equation can still hold.\n"},
-    {"print", "usage: kobwb print FILE [--format text]\n"
-              "Writes the model's equations, as converted into a factory, in the model language.\n"},
+    {"print", "usage: kobwb print FILE [--format text|json|dot]\n"
+              "Writes the model's equations, as converted into a factory: in the model language\n"
+              "(text, the default), or their graph as JSON or Graphviz DOT, shared nodes once.\n"},
     {"diff", "usage: kobwb diff FILE --by NAME\n"
              "Writes the derivative of every equation's root by the variable NAME.\n"},
     {"simplify", "usage: kobwb simplify FILE [--mode N]\n"
@@ -179,11 +180,19 @@ int Print(const std::vector<std::string>& arguments) {
     Options options;
     int status = exitClean;
     if (!ReadOptions("print", arguments, {"--format"}, options, status)) return status;
-    for (const auto& option : options.values)
-        if (option.second != "text") return UsageError("print", "unknown format " + option.second);
+    std::string format = "text";
+    for (const auto& option : options.values) format = option.second;
+    if (format != "text" && format != "json" && format != "dot") return UsageError("print", "unknown format " + format);
     KOBWBFactory factory;
     if (const int loaded = LoadFactory(options.file, factory)) return loaded;
-    std::cout << KOBWBEquationPrinter::ToText(factory);
+    std::string text;
+    if (format == "json")
+        KOBWBGraphPrinter::PrintJson(factory, text);
+    else if (format == "dot")
+        KOBWBGraphPrinter::PrintDot(factory, text);
+    else
+        KOBWBEquationPrinter::PrintFactory(factory, text);
+    std::cout << text;
     return exitClean;
 }
 

@@ -70,6 +70,10 @@ TEST(KobwbTool, CommandsWorkOnTheEquationsOfAModel) {
     EXPECT_EQ(printed.status, 0);
     EXPECT_EQ(printed.output, "x - 2*y = 10;\ny = Pi/6;\n");
     EXPECT_EQ(Kobwb("print - --format yaml", "x = 1;").status, 2);
+    const Outcome dot = Kobwb("print - --format dot", "x = 1;");
+    EXPECT_EQ(dot.status, 0);
+    EXPECT_TRUE(Has(dot, "digraph factory {")) << dot.output;
+    EXPECT_TRUE(Has(Kobwb("print - --format json", "x = 1;"), "\"name\": \"x\""));
 
     const Outcome evaluated = Kobwb("eval - --domain x=[0,1] --domain y=3", "x + y = 10;\\nx <= 1;\\n");
     EXPECT_EQ(evaluated.status, 0);
