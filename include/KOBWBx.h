@@ -80,4 +80,7 @@
 #include "KOBWBVarNode.h"
 #include "KOBWBVisitor.h"
 
+#include "KOBWBEquationPrinter.h"
+#include "KOBWBGraphPrinter.h"
+
 #endif

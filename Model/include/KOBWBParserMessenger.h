@@ -1,6 +1,7 @@
 #ifndef KOBWBParserMessenger_h
 #define KOBWBParserMessenger_h
 
+#include "KOBLVRArrayKOBLVRString.h"
 #include "KOBLVRIntArray.h"
 #include "KOBLVRString.h"
 #include "KOBWBModelLists.h"
@@ -8,7 +9,8 @@
 class KOBWBLocation;
 
 // Collects the errors found in a model text: for each, its location and a code
-// taken from the message; every report is also written to standard error.
+// taken from the message; every report is also written to standard error unless
+// the messenger is told to keep its reports to itself.
 class KOBWBX_API KOBWBParserMessenger {
 public:
     KOBWBParserMessenger() = default;
@@ -17,10 +19,17 @@ public:
     KOBWBParserMessenger& operator=(const KOBWBParserMessenger&) = delete;
 
     // Records one error and writes "ExprParser : <message> in <location>" and an
-    // empty line to standard error (only the empty line without a location).
-    // Returns 0.
+    // empty line to standard error (only the empty line without a location),
+    // unless the echo is off. Returns 0.
     long ReportError(const KOBWBLocation* location, const KOBLVRString& message);
     int GetErrorNumber() const { return m_nbOfErrors; }
+    // Whether reports are also written to standard error; on by default. An
+    // application that shows the errors its own way turns it off.
+    void SetEchoToStandardError(bool echo) { m_echo = echo; }
+    bool IsEchoingToStandardError() const { return m_echo; }
+    // The message of the i-th error, from 0 in report order, as reported
+    // ("syntax error, unexpected identifier"); empty outside.
+    KOBLVRString GetErrorMessage(int i) const;
     // Code and location of the i-th error, from 0 in report order; fails outside.
     long GetError(int i, int& code, KOBWBLocation& location) const;
     // Empties both outputs (deleting the locations the list holds), then fills
@@ -36,7 +45,9 @@ public:
 private:
     KOBLVRListPKOBWBLocation m_locations;
     KOBLVRIntArray m_codes;
+    KOBLVRArrayKOBLVRString m_messages;
     int m_nbOfErrors = 0;
+    bool m_echo = true;
     KOBLVRString m_text;
 };
 

@@ -54,7 +54,8 @@ long KOBWBParserMessenger::ReportError(const KOBWBLocation* location, const KOBL
         m_text += message;
         m_text += "\n";
     }
-    std::fprintf(stderr, "%s\n", line.str());
+    if (m_echo) std::fprintf(stderr, "%s\n", line.str());
+    m_messages.Append(message);
     m_locations.Append(location ? new KOBWBLocation(*location) : new KOBWBLocation);
     m_codes.Append(GetErrorCode(message.str()));
     ++m_nbOfErrors;
@@ -66,6 +67,11 @@ long KOBWBParserMessenger::GetError(int i, int& code, KOBWBLocation& location) c
     code = m_codes[i];
     location = *m_locations[i];
     return 0;
+}
+
+KOBLVRString KOBWBParserMessenger::GetErrorMessage(int i) const {
+    if (i < 0 || i >= m_nbOfErrors) return KOBLVRString();
+    return m_messages[i];
 }
 
 long KOBWBParserMessenger::GetErrors(KOBLVRIntArray& codes,

@@ -51,3 +51,25 @@ TEST(KOBWBParserMessenger, KeepsEveryErrorWithItsLocation) {
     EXPECT_TRUE(locations[2]->Compare(first));
     locations.DeleteAll();
 }
+
+TEST(KOBWBParserMessenger, KeepsItsReportsToItselfWhenToldAndHandsBackEachMessage) {
+    KOBWBParserMessenger messenger;
+    EXPECT_TRUE(messenger.IsEchoingToStandardError());
+    messenger.SetEchoToStandardError(false);
+    KOBWBModel model;
+    KOBLVRIntArray ids;
+    testing::internal::CaptureStderr();
+    const int errors = KOBWBParser::Parse("x = 2 furlong;\ny = (3;\n", model, ids, messenger, nullptr);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    ASSERT_EQ(errors, 2);
+    EXPECT_EQ(std::string(messenger.GetErrorMessage(0).str()), "syntax error, unexpected semi-colon");
+    EXPECT_EQ(std::string(messenger.GetErrorMessage(1).str()), "semantic error, unknown unit");
+    EXPECT_EQ(std::string(messenger.GetErrorMessage(2).str()), "");
+    EXPECT_EQ(std::string(messenger.GetErrorMessage(-1).str()), "");
+    int code = 0;
+    KOBWBLocation location;
+    messenger.GetError(1, code, location);
+    EXPECT_EQ(code, 22);
+    EXPECT_EQ(location.GetFirstLine(), 1);
+    EXPECT_EQ(location.GetFirstColumn(), 6);
+}

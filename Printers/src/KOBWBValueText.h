@@ -1,0 +1,29 @@
+#ifndef KOBWBValueText_h
+#define KOBWBValueText_h
+
+#include <string>
+
+class KOBWBValue;
+
+namespace kobwb {
+
+// How tightly a piece of model text binds, loosest first: a bracket is needed
+// where a piece binds less tightly than its place requires.
+enum TextPrecedence { SumText = 1, ProductText = 2, UnaryText = 3, PowerText = 4, AtomText = 5 };
+
+// The shortest decimal text that reads back to the same double, always with a
+// point or an exponent so that the model language reads a real, never an integer.
+void AppendReal(double value, std::string& out);
+void AppendInteger(long long value, std::string& out);
+// The value as model text (or readable text for what the language cannot write);
+// returns how tightly that text binds.
+TextPrecedence AppendValue(const KOBWBValue& value, std::string& out);
+// The same for the value's opposite, which must be a negative number: `a - 3`
+// prints the constant -3 of a sum this way.
+TextPrecedence AppendNegatedValue(const KOBWBValue& value, std::string& out);
+// Whether the value is a number below 0, so that a sum writes it as a subtraction.
+bool IsNegativeNumber(const KOBWBValue& value);
+
+} // namespace kobwb
+
+#endif

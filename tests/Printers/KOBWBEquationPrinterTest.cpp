@@ -1,0 +1,213 @@
+#include "PrinterTestSupport.h"
+
+#include <fstream>
+#include <random>
+#include <sstream>
+
+namespace {
+
+struct Variables {
+    KOBWBFactory& f;
+    KOBWBVariable* x;
+    KOBWBVariable* y;
+    KOBWBVariable* z;
+    explicit Variables(KOBWBFactory& factory)
+        : f(factory), x(Named("x")), y(Named("y")), z(Named("z")) {}
+    KOBWBVariable* Named(const char* name) {
+        KOBWBVariable* v = f.CreateVariable();
+        v->SetName(name);
+        return v;
+    }
+    KOBWBExpression* I(int n) { return f.CreateIntegerConstant(n); }
+    KOBWBExpression* Pi(int n, int d) { return f.CreateConstant(KOBWBValue(KOBWBCreateFraction(n, d, 1, 1))); }
+};
+
+std::string Text(const KOBWBExpression* e) { return KOBWBEquationPrinter::ToText(e); }
+
+TEST(KOBWBEquationPrinter, WritesOnlyTheBracketsThePrecedencesNeed) {
+    KOBWBFactory factory;
+    Variables v(factory);
+    KOBWBFactory& f = factory;
+    EXPECT_EQ(Text(f.CreateProduct(f.CreateSum(v.x, v.y), v.z)), "(x + y)*z");
+    EXPECT_EQ(Text(f.CreateSum(v.x, f.CreateProduct(v.y, v.z))), "x + y*z");
+    EXPECT_EQ(Text(f.CreateSub(v.x, f.CreateSub(v.y, v.z))), "x - (y - z)");
+    EXPECT_EQ(Text(f.CreateSub(f.CreateSub(v.x, v.y), v.z)), "x - y - z");
+    EXPECT_EQ(Text(f.CreateSub(v.x, f.CreateProduct(v.I(2), v.y))), "x - 2*y");
+    EXPECT_EQ(Text(f.CreateQuotient(v.x, f.CreateProduct(v.y, v.z))), "x/(y*z)");
+    EXPECT_EQ(Text(f.CreateProduct(f.CreateQuotient(v.x, v.y), v.z)), "x/y*z");
+    EXPECT_EQ(Text(f.CreatePower(v.x, f.CreatePower(v.y, v.z))), "x^y^z");
+    EXPECT_EQ(Text(f.CreatePower(f.CreatePower(v.x, v.y), v.z)), "(x^y)^z");
+    EXPECT_EQ(Text(f.CreatePower(v.I(-2), v.x)), "(-2)^x");
+    EXPECT_EQ(Text(f.CreatePower(v.x, v.I(-1))), "x^(-1)");
+    EXPECT_EQ(Text(f.CreateOpposite(f.CreateSum(v.x, v.y))), "-(x + y)");
+    EXPECT_EQ(Text(f.CreateOpposite(f.CreatePower(v.x, 2))), "-x^2");
+    EXPECT_EQ(Text(f.CreatePower(f.CreateOpposite(v.x), 2)), "(-x)^2");
+    EXPECT_EQ(Text(f.CreateSub(v.x, f.CreateQuotient(v.I(3), v.y))), "x - 3/y");
+    EXPECT_EQ(Text(f.CreateAtan2(f.CreateSub(v.y, v.x), v.z)), "atan2(y - x, z)");
+    KOBWBExpression* three[] = {v.x, v.y, v.z};
+    EXPECT_EQ(Text(f.CreateOperator(KOBWBMaxType, 3, three)), "max(x, y, z)");
+    EXPECT_EQ(Text(f.CreateIfThenElse(f.CreateAnd(f.CreateGreater(v.x, v.I(1)), f.CreateNotEqual(v.y, v.I(2))),
+                                      v.z, f.CreateSqrt(v.x))),
+              "if (x > 1 and y != 2) then (z) else (sqrt(x))");
+    EXPECT_EQ(Text(nullptr), "null");
+}
+
+TEST(KOBWBEquationPrinter, WritesExactConstantsExactlyAndShowsOtherValues) {
+    KOBWBFactory factory;
+    Variables v(factory);
+    KOBWBFactory& f = factory;
+    EXPECT_EQ(Text(v.Pi(1, 4)), "Pi/4");
+    EXPECT_EQ(Text(v.Pi(3, 2)), "3*Pi/2");
+    EXPECT_EQ(Text(v.Pi(-1, 6)), "-Pi/6");
+    EXPECT_EQ(Text(f.CreateConstantPi()), "Pi");
+    EXPECT_EQ(Text(f.CreateConstant(KOBWBValue(KOBWBCreateFraction(1, 3, 0, 1)))), "1/3");
+    EXPECT_EQ(Text(f.CreateConstant(KOBWBValue(KOBWBCreateFraction(1, 4, 2, 1)))), "Pi^2/4");
+    EXPECT_EQ(Text(f.CreateProduct(v.x, v.Pi(1, 4))), "x*(Pi/4)");
+    EXPECT_EQ(Text(f.CreateSum(v.x, v.Pi(-1, 4))), "x - Pi/4");
+    EXPECT_EQ(Text(f.CreateRealConstant(100.0)), "100.0");
+    EXPECT_EQ(Text(f.CreateRealConstant(0.1)), "0.1");
+    EXPECT_EQ(Text(f.CreateRealConstant(-2.5e-300)), "-2.5e-300");
+    EXPECT_EQ(Text(f.CreateConstant(KOBWBValue(KOBWBCreateRealInterval(-1, 2.5)))), "[-1.0, 2.5]");
+    const int elements[] = {3, 1, 2};
+    KOBWBValue enumeration;
+    enumeration.Set(KOBWBIntegerEnum(KOBWBEnumList));
+    enumeration.Set(3, elements);
+    EXPECT_EQ(Text(f.CreateConstant(enumeration)), "{1, 2, 3}");
+    EXPECT_EQ(Text(f.CreateConstant(KOBWBValue(KOBWBTrue))), "True");
+}
+
+TEST(KOBWBEquationPrinter, WritesEquationsWithTheirRelationAndRightSide) {
+    KOBWBFactory factory;
+    Variables v(factory);
+    KOBWBFactory& f = factory;
+    f.AddEquation(f.CreateSum(v.x, f.CreateProduct(v.I(2), v.y)), KOBWBEqEqual, v.I(10));
+    f.AddEquation(f.CreateProduct(v.x, v.y), KOBWBEqLessEqual, nullptr);
+    f.AddEquation(v.x, KOBWBEqGreater, v.Pi(1, 6));
+    f.AddEquation(f.CreateSqrt(v.z), KOBWBEqUndefined);
+    EXPECT_EQ(KOBWBEquationPrinter::ToText(f),
+              "x + 2*y = 10;\n"
+              "x*y <= 0;\n"
+              "x > Pi/6;\n"
+              "sqrt(z);\n");
+    EXPECT_EQ(KOBWBEquationPrinter::ToText(static_cast<const KOBWBEquation*>(nullptr)), "");
+}
+
+TEST(KOBWBEquationPrinter, ModelsReadBackIntoTheSameSystem) {
+    const char* models[] = {
+        "sketch.model",
+    };
+    for (const char* name : models) {
+        std::ifstream file(std::string(KOBWBX_TEST_DATA) + "/" + name);
+        std::stringstream text;
+        text << file.rdbuf();
+        KOBWBFactory factory;
+        ASSERT_EQ(FillFromText(text.str(), factory), 0) << name;
+        EXPECT_TRUE(RoundTrips(factory)) << name;
+    }
+    const char* texts[] = {
+        "a - b - (c - d) = -3*e/f^g^h;",
+        "-x^2 + (-y)^3 >= 2 Pi - 30 deg;",
+        "if (x > 1 and y != 2 or z <= 3) then (w = 1) else (w = -x);",
+        "min(a, b, c) + max(a, 1) - abs(-a) + atan2(a, b) * mod(a, 3) != sign(a, b);",
+        "sqrt(ln(exp(sin(cos(tan(x)))))) + asin(x) + acos(y) < sinh(cosh(tanh(asinh(acosh(atanh(y)))))) + atan(x);",
+        "ceil(x) + floor(y) + round(z) + trunc(w) + dim(x, y) = 2.5e-7;",
+        "1 / (x * y) - x / y * z + 0.1 = 100.0;",
+        "x - y;",
+        "if (x == 2) then (x + 1) else (x - 1) = 4 m;",
+    };
+    for (const char* text : texts) {
+        KOBWBFactory factory;
+        ASSERT_EQ(FillFromText(text, factory), 0) << text;
+        EXPECT_TRUE(RoundTrips(factory)) << text;
+    }
+}
+
+// A random expression of the operators the model language writes.
+class RandomGraphs {
+public:
+    RandomGraphs(KOBWBFactory& f, unsigned seed) : m_f(f), m_random(seed) {
+        for (const char* name : {"a", "b", "c", "d"}) {
+            KOBWBVariable* v = f.CreateVariable();
+            v->SetName(name);
+            m_variables.push_back(v);
+        }
+    }
+
+    KOBWBExpression* Make(int depth) {
+        if (depth == 0 || Pick(5) == 0) return Leaf();
+        KOBWBExpression* a = Make(depth - 1);
+        switch (Pick(11)) {
+        case 0: return m_f.CreateSum(a, Make(depth - 1));
+        case 1: return m_f.CreateSub(a, Make(depth - 1));
+        case 2: return m_f.CreateProduct(a, Make(depth - 1));
+        case 3: return m_f.CreateQuotient(a, Make(depth - 1));
+        case 4: return m_f.CreatePower(a, Make(depth - 1));
+        case 5: return m_f.CreateOpposite(a);
+        case 6: return m_f.CreateSin(a);
+        case 7: return m_f.CreateMod(a, Make(depth - 1));
+        case 8: return m_f.CreateMin(a, Make(depth - 1));
+        case 9: {
+            KOBWBExpression* terms[] = {a, Make(depth - 1), Make(depth - 1)};
+            return m_f.CreateSum(3, terms);
+        }
+        default: {
+            KOBWBExpression* factors[] = {Leaf(), a, Make(depth - 1)};
+            return m_f.CreateProduct(3, factors);
+        }
+        }
+    }
+
+    KOBWBEquationType Relation() {
+        const KOBWBEquationType relations[] = {KOBWBEqEqual, KOBWBEqNotEqual, KOBWBEqLessEqual,
+                                               KOBWBEqLess, KOBWBEqGreaterEqual, KOBWBEqGreater};
+        return relations[Pick(6)];
+    }
+
+private:
+    int Pick(int n) { return std::uniform_int_distribution<int>(0, n - 1)(m_random); }
+
+    KOBWBExpression* Leaf() {
+        switch (Pick(6)) {
+        case 0: return m_f.CreateIntegerConstant(Pick(21) - 10);
+        case 1: return m_f.CreateRealConstant((Pick(2001) - 1000) / 64.0 + 0.1);
+        case 2: return m_f.CreateConstant(KOBWBValue(KOBWBCreateFraction(Pick(9) - 4, 1 + Pick(6), 1, 1)));
+        default: return m_variables[static_cast<size_t>(Pick(4))];
+        }
+    }
+
+    KOBWBFactory& m_f;
+    std::mt19937 m_random;
+    std::vector<KOBWBVariable*> m_variables;
+};
+
+TEST(KOBWBEquationPrinter, GeneratedGraphsReadBackIntoTheSameSystem) {
+    for (unsigned seed = 1; seed <= 40; ++seed) {
+        KOBWBFactory factory;
+        RandomGraphs graphs(factory, seed);
+        for (int i = 0; i < 5; ++i) {
+            KOBWBExpression* left = graphs.Make(5);
+            factory.AddEquation(left, graphs.Relation(), graphs.Make(3));
+        }
+        EXPECT_TRUE(RoundTrips(factory)) << "seed " << seed;
+    }
+}
+
+TEST(KOBWBEquationPrinter, PrintsDeepGraphsWithoutRecursion) {
+    KOBWBFactory f;
+    Variables v(f);
+    const int depth = 200000;
+    KOBWBExpression* sum = v.x;
+    KOBWBExpression* power = v.y;
+    for (int i = 0; i < depth; ++i) {
+        sum = f.CreateSum(sum, v.y);
+        power = f.CreatePower(v.x, power);
+    }
+    const std::string sums = Text(sum);
+    EXPECT_EQ(sums.size(), 1 + 4 * static_cast<size_t>(depth));
+    EXPECT_EQ(sums.substr(0, 9), "x + y + y");
+    const std::string powers = Text(power);
+    EXPECT_EQ(powers.size(), 1 + 2 * static_cast<size_t>(depth));
+    EXPECT_EQ(powers.substr(powers.size() - 5), "x^x^y");
+}
+
+} // namespace
