@@ -41,8 +41,9 @@ public:
             break;
         }
         case 4: {
-            KOBWBVariable* variable = m_factory.GetVariable(m_input.Below(8) - 1);
-            if (variable) variable->SetExprValue(FuzzDomain(m_input));
+            // Mostly a variable's domain, sometimes a value forced onto any node.
+            KOBWBExpression* node = m_input.Below(4) ? m_factory.GetVariable(m_input.Below(8) - 1) : m_graph.Pick(false);
+            if (node) node->SetExprValue(FuzzDomain(m_input));
             break;
         }
         case 5:

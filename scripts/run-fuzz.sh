@@ -2,7 +2,8 @@
 # Builds the libFuzzer targets of fuzz/ with clang (AddressSanitizer and
 # UndefinedBehaviorSanitizer) and runs each for SECONDS (default 60), starting from its
 # committed seed corpus. A finding stops the script with the target's failure; inputs
-# that crash are left in _build/fuzz/findings.
+# that crash are left in _build/fuzz/findings. The targets' standard output (the model
+# scanner reports invalid characters there) is closed.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 seconds=${1:-60}
@@ -19,7 +20,7 @@ for seeds in fuzz/corpus/*/; do
     mkdir -p "$work"
     ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
         "_build/fuzz/fuzz/kobwbx-fuzz-$name" -max_total_time="$seconds" -print_final_stats=1 \
-        -max_len=4096 -timeout=10 -artifact_prefix="_build/fuzz/findings/$name-" \
+        -max_len=4096 -timeout=10 -close_fd_mask=1 -artifact_prefix="_build/fuzz/findings/$name-" \
         "$work" "$seeds" 2>"_build/fuzz/$name.log" || {
         tail -n 60 "_build/fuzz/$name.log"
         echo "$name: finding, input in _build/fuzz/findings" >&2
