@@ -49,13 +49,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!simplified) std::abort();
     for (int point = 0; point < 3; ++point) {
         for (int i = 0; i < factory.GetNbOfVariables(); ++i)
-            factory.GetVariable(i)->SetExprValue(KOBWBValue(static_cast<double>((point * 7 + i * 3) % 5 - 2)));
+            factory.GetVariable(i)->SetExprValue(
+                KOBWBValue(static_cast<double>((point * 7 + i * 3) % 5 - 2)));
         const double before = Midpoint(original);
         const double after = Midpoint(simplified);
         const double scale = Scale(graph.Pool(), simplified);
         if (!std::isfinite(before) || !(scale < exactBelow)) continue;
         if (before != after) {
-            std::fprintf(stderr, "point %d: original %.17g, simplified %.17g\n", point, before, after);
+            std::fprintf(stderr, "point %d: original %.17g, simplified %.17g\n", point, before,
+                         after);
             std::abort();
         }
     }

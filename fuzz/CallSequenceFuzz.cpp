@@ -28,7 +28,9 @@ public:
         auto& pool = m_graph.Pool();
         switch (m_input.Below(16)) {
         case 0:
-        case 1: Made(m_graph.Create(false, true)); break;
+        case 1:
+            Made(m_graph.Create(false, true));
+            break;
         case 2: {
             KOBWBExpression* root = m_graph.Pick(true);
             KOBWBExpression* right = m_input.Below(2) ? m_graph.Pick(true) : nullptr;
@@ -42,40 +44,55 @@ public:
         }
         case 4: {
             // Mostly a variable's domain, sometimes a value forced onto any node.
-            KOBWBExpression* node = m_input.Below(4) ? m_factory.GetVariable(m_input.Below(8) - 1) : m_graph.Pick(false);
+            KOBWBExpression* node = m_input.Below(4) ? m_factory.GetVariable(m_input.Below(8) - 1)
+                                                     : m_graph.Pick(false);
             if (node) node->SetExprValue(FuzzDomain(m_input));
             break;
         }
         case 5:
             if (KOBWBExpression* node = m_graph.Pick(false)) node->GetValue();
             break;
-        case 6: ReplaceChild(); break;
+        case 6:
+            ReplaceChild();
+            break;
         case 7:
-            if (KOBWBExpression* node = m_graph.Pick(false)) node->RemoveChild(m_input.Below(5) - 1);
+            if (KOBWBExpression* node = m_graph.Pick(false))
+                node->RemoveChild(m_input.Below(5) - 1);
             break;
         case 8: {
             KOBWBExpression* parent = m_graph.Pick(false);
-            const int at = pool.empty() ? 0 : static_cast<int>(std::find(pool.begin(), pool.end(), parent) - pool.begin());
+            const int at =
+                pool.empty()
+                    ? 0
+                    : static_cast<int>(std::find(pool.begin(), pool.end(), parent) - pool.begin());
             if (parent && at > 0) parent->AddChild(pool[m_input.Below(at)]);
             break;
         }
-        case 9: SwitchTemporaryStorage(); break;
+        case 9:
+            SwitchTemporaryStorage();
+            break;
         case 10: {
             KOBWBVariable* variables[2] = {m_factory.GetVariable(m_input.Below(4) - 1),
                                            m_factory.GetVariable(m_input.Below(4) - 1)};
             Made(m_factory.CreateDerivative(m_graph.Pick(true), 1 + m_input.Below(2), variables));
             break;
         }
-        case 11: Clone(); break;
+        case 11:
+            Clone();
+            break;
         case 12:
-            if (KOBWBEquation* equation = PickEquation(m_factory, m_input)) equation->DuplicateRoot();
+            if (KOBWBEquation* equation = PickEquation(m_factory, m_input))
+                equation->DuplicateRoot();
             break;
         case 13: {
-            KOBWBExpression* nodes[3] = {m_graph.Pick(true), m_graph.Pick(true), m_graph.Pick(true)};
+            KOBWBExpression* nodes[3] = {m_graph.Pick(true), m_graph.Pick(true),
+                                         m_graph.Pick(true)};
             m_factory.EvaluateExpressions(1 + m_input.Below(3), nodes);
             break;
         }
-        case 14: m_factory.ResetBuffer(m_graph.Pick(true)); break;
+        case 14:
+            m_factory.ResetBuffer(m_graph.Pick(true));
+            break;
         default:
             if (KOBWBEquation* equation = PickEquation(m_factory, m_input))
                 if (equation->GetRoot()) equation->GetRoot()->GetValue();

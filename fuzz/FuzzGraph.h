@@ -25,10 +25,13 @@ public:
     }
 
     // A variable, a constant, or an operator over nodes of the pool; added to the pool
-    // when it is not there yet (a factory call may answer an existing node). polynomial keeps to sums, products, differences and integer powers.
+    // when it is not there yet (a factory call may answer an existing node). polynomial
+    // keeps to sums, products, differences and integer powers.
     KOBWBExpression* Create(bool polynomial, bool allowNull) {
-        KOBWBExpression* made = polynomial ? CreatePolynomialNode(allowNull) : CreateAnyNode(allowNull);
-        if (made && std::find(m_pool.begin(), m_pool.end(), made) == m_pool.end()) m_pool.push_back(made);
+        KOBWBExpression* made =
+            polynomial ? CreatePolynomialNode(allowNull) : CreateAnyNode(allowNull);
+        if (made && std::find(m_pool.begin(), m_pool.end(), made) == m_pool.end())
+            m_pool.push_back(made);
         return made;
     }
 
@@ -38,10 +41,13 @@ private:
     KOBWBExpression* CreateLeaf(bool integral) {
         switch (m_input.Below(4)) {
         case 0:
-            if (m_factory.GetNbOfVariables() > 0) return m_factory.GetVariable(m_input.Below(m_factory.GetNbOfVariables()));
+            if (m_factory.GetNbOfVariables() > 0)
+                return m_factory.GetVariable(m_input.Below(m_factory.GetNbOfVariables()));
             return m_factory.CreateVariable();
-        case 1: return m_factory.CreateVariable();
-        case 2: return m_factory.CreateIntegerConstant(static_cast<int>(m_input.Number()));
+        case 1:
+            return m_factory.CreateVariable();
+        case 2:
+            return m_factory.CreateIntegerConstant(static_cast<int>(m_input.Number()));
         default: {
             const double value = m_input.Number();
             return m_factory.CreateRealConstant(integral ? std::trunc(value) : value);
@@ -52,13 +58,20 @@ private:
     KOBWBExpression* CreatePolynomialNode(bool allowNull) {
         if (m_pool.empty()) return CreateLeaf(true);
         switch (m_input.Below(7)) {
-        case 0: return CreateLeaf(true);
-        case 1: return m_factory.CreateSum(Pick(allowNull), Pick(allowNull));
-        case 2: return m_factory.CreateProduct(Pick(allowNull), Pick(allowNull));
-        case 3: return m_factory.CreateSub(Pick(allowNull), Pick(allowNull));
-        case 4: return m_factory.CreatePower(Pick(allowNull), m_input.Below(5));
-        case 5: return m_factory.CreateOpposite(Pick(allowNull));
-        default: return CreateNary(m_input.Below(2) == 0, allowNull);
+        case 0:
+            return CreateLeaf(true);
+        case 1:
+            return m_factory.CreateSum(Pick(allowNull), Pick(allowNull));
+        case 2:
+            return m_factory.CreateProduct(Pick(allowNull), Pick(allowNull));
+        case 3:
+            return m_factory.CreateSub(Pick(allowNull), Pick(allowNull));
+        case 4:
+            return m_factory.CreatePower(Pick(allowNull), m_input.Below(5));
+        case 5:
+            return m_factory.CreateOpposite(Pick(allowNull));
+        default:
+            return CreateNary(m_input.Below(2) == 0, allowNull);
         }
     }
 
@@ -73,27 +86,38 @@ private:
     KOBWBExpression* CreateAnyNode(bool allowNull) {
         if (m_pool.empty() || m_input.Below(5) == 0) return CreateLeaf(false);
         static const KOBWBExpressionType unary[] = {
-            KOBWBSqrtType, KOBWBLogType,   KOBWBLnType,   KOBWBExpType,   KOBWBSinType,   KOBWBCosType,
-            KOBWBTanType,  KOBWBAsinType,  KOBWBAcosType, KOBWBAtanType,  KOBWBSinhType,  KOBWBCoshType,
-            KOBWBTanhType, KOBWBAsinhType, KOBWBAcoshType, KOBWBAtanhType, KOBWBAbsType,  KOBWBCeilType,
-            KOBWBFloorType, KOBWBRoundType, KOBWBTruncType, KOBWBNotType,  KOBWBOppositeType};
+            KOBWBSqrtType,  KOBWBLogType,  KOBWBLnType,      KOBWBExpType,   KOBWBSinType,
+            KOBWBCosType,   KOBWBTanType,  KOBWBAsinType,    KOBWBAcosType,  KOBWBAtanType,
+            KOBWBSinhType,  KOBWBCoshType, KOBWBTanhType,    KOBWBAsinhType, KOBWBAcoshType,
+            KOBWBAtanhType, KOBWBAbsType,  KOBWBCeilType,    KOBWBFloorType, KOBWBRoundType,
+            KOBWBTruncType, KOBWBNotType,  KOBWBOppositeType};
         static const KOBWBExpressionType binary[] = {
-            KOBWBSumType,   KOBWBProductType, KOBWBQuotientType, KOBWBPowerType, KOBWBRootType,
-            KOBWBAtan2Type, KOBWBDimType,     KOBWBSignType,     KOBWBModType,   KOBWBMinType,
-            KOBWBMaxType,   KOBWBOrType,      KOBWBAndType,      KOBWBEqualType, KOBWBNotEqualType,
-            KOBWBLessEqualType, KOBWBImplicationType};
+            KOBWBSumType,        KOBWBProductType, KOBWBQuotientType, KOBWBPowerType,
+            KOBWBRootType,       KOBWBAtan2Type,   KOBWBDimType,      KOBWBSignType,
+            KOBWBModType,        KOBWBMinType,     KOBWBMaxType,      KOBWBOrType,
+            KOBWBAndType,        KOBWBEqualType,   KOBWBNotEqualType, KOBWBLessEqualType,
+            KOBWBImplicationType};
         switch (m_input.Below(8)) {
-        case 0: return m_factory.CreateOperator(unary[m_input.Below(sizeof unary / sizeof *unary)], Pick(allowNull));
+        case 0:
+            return m_factory.CreateOperator(unary[m_input.Below(sizeof unary / sizeof *unary)],
+                                            Pick(allowNull));
         case 1: {
             KOBWBExpression* children[2] = {Pick(allowNull), Pick(allowNull)};
-            return m_factory.CreateOperator(binary[m_input.Below(sizeof binary / sizeof *binary)], 2, children);
+            return m_factory.CreateOperator(binary[m_input.Below(sizeof binary / sizeof *binary)],
+                                            2, children);
         }
-        case 2: return m_factory.CreatePower(Pick(allowNull), m_input.Below(9) - 4);
-        case 3: return m_factory.CreateRoot(Pick(allowNull), m_input.Below(9) - 4);
-        case 4: return m_factory.CreateIfThenElse(Pick(allowNull), Pick(allowNull), Pick(allowNull));
-        case 5: return m_factory.CreateSub(Pick(allowNull), Pick(allowNull));
-        case 6: return m_factory.CreateOpposite(Pick(allowNull));
-        default: return CreateNary(m_input.Below(2) == 0, allowNull);
+        case 2:
+            return m_factory.CreatePower(Pick(allowNull), m_input.Below(9) - 4);
+        case 3:
+            return m_factory.CreateRoot(Pick(allowNull), m_input.Below(9) - 4);
+        case 4:
+            return m_factory.CreateIfThenElse(Pick(allowNull), Pick(allowNull), Pick(allowNull));
+        case 5:
+            return m_factory.CreateSub(Pick(allowNull), Pick(allowNull));
+        case 6:
+            return m_factory.CreateOpposite(Pick(allowNull));
+        default:
+            return CreateNary(m_input.Below(2) == 0, allowNull);
         }
     }
 

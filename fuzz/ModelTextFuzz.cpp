@@ -17,7 +17,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     KOBWBModelCheck(model, messenger).Run();
     KOBWBModelHomogeneity::CheckHomogeneity(model);
     for (int i = 0; i < ids.Size(); ++i)
-        if (KOBWBEqNode* node = model.GetEquationById(ids[i])) KOBWBModelHomogeneity::CheckHomogeneity(*node);
+        if (KOBWBEqNode* node = model.GetEquationById(ids[i]))
+            KOBWBModelHomogeneity::CheckHomogeneity(*node);
 
     KOBWBFactory factory;
     KOBLVRIntArray converted = ids;
@@ -28,7 +29,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const double lower = size ? data[i % size] % 16 - 8 : 0;
         variables[i]->SetExprValue(KOBWBValue(KOBWBCreateRealInterval(lower, lower + i % 3)));
     }
-    for (KOBWBEquation* equation = factory.GetFirstEquation(); equation; equation = equation->GetNext())
+    for (KOBWBEquation* equation = factory.GetFirstEquation(); equation;
+         equation = equation->GetNext())
         if (equation->GetRoot()) equation->GetRoot()->GetValue();
     return 0;
 }

@@ -12,7 +12,9 @@
 namespace {
 
 struct Remover {
-    void operator()(KOBWBSymbolicTransformations* transformations) const { KOBRemove(transformations); }
+    void operator()(KOBWBSymbolicTransformations* transformations) const {
+        KOBRemove(transformations);
+    }
 };
 
 } // namespace
@@ -39,7 +41,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     transformations->AreInequalitiesInconsistent();
     for (int i = 0; i < factory.GetNbOfVariables(); ++i)
         transformations->GetVariableExpression(i);
-    for (KOBWBEquation* equation = factory.GetFirstEquation(); equation; equation = equation->GetNext())
+    for (KOBWBEquation* equation = factory.GetFirstEquation(); equation;
+         equation = equation->GetNext())
         if (equation->GetRoot()) equation->GetRoot()->GetValue();
     return 0;
 }
