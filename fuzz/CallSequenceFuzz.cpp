@@ -20,6 +20,8 @@ KOBWBEquation* PickEquation(KOBWBFactory& factory, FuzzInput& input) {
     return equation;
 }
 
+constexpr int maxDerivatives = 3;
+
 class Sequence {
 public:
     explicit Sequence(FuzzInput& input) : m_input(input), m_graph(m_factory, input) {}
@@ -72,6 +74,9 @@ public:
             SwitchTemporaryStorage();
             break;
         case 10: {
+            // Each derivative can triple the graph it differentiates, so a sequence
+            // takes a few of them: more would only time out.
+            if (++m_derivatives > maxDerivatives) break;
             KOBWBVariable* variables[2] = {m_factory.GetVariable(m_input.Below(4) - 1),
                                            m_factory.GetVariable(m_input.Below(4) - 1)};
             Made(m_factory.CreateDerivative(m_graph.Pick(true), 1 + m_input.Below(2), variables));
@@ -143,6 +148,7 @@ private:
     KOBWBFactory m_factory;
     FuzzGraph m_graph;
     std::vector<KOBWBExpression*> m_temporary;
+    int m_derivatives = 0;
 };
 
 } // namespace
