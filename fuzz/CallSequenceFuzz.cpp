@@ -20,7 +20,12 @@ KOBWBEquation* PickEquation(KOBWBFactory& factory, FuzzInput& input) {
     return equation;
 }
 
-constexpr int maxDerivatives = 3;
+// Bounds on the graphs a sequence makes. A derivative's graph is larger than the graph it
+// differentiates by about the widest node's number of children, so nested derivatives
+// of wide nodes grow geometrically: that is the cost of the calls, not a fault, and
+// would only time out.
+constexpr int maxDerivatives = 2;
+constexpr int maxChildrenAdded = 8;
 
 class Sequence {
 public:
@@ -67,19 +72,19 @@ public:
                 pool.empty()
                     ? 0
                     : static_cast<int>(std::find(pool.begin(), pool.end(), parent) - pool.begin());
-            if (parent && at > 0) parent->AddChild(pool[m_input.Below(at)]);
+            if (parent && at > 0 && parent->GetNbOfChildren() < maxChildrenAdded)
+                parent->AddChild(pool[m_input.Below(at)]);
             break;
         }
         case 9:
             SwitchTemporaryStorage();
             break;
         case 10: {
-            // Each derivative can triple the graph it differentiates, so a sequence
-            // takes a few of them: more would only time out.
             if (++m_derivatives > maxDerivatives) break;
             KOBWBVariable* variables[2] = {m_factory.GetVariable(m_input.Below(4) - 1),
                                            m_factory.GetVariable(m_input.Below(4) - 1)};
-            Made(m_factory.CreateDerivative(m_graph.Pick(true), 1 + m_input.Below(2), variables));
+            const int order = m_derivatives == 1 ? 1 + m_input.Below(2) : 1;
+            Made(m_factory.CreateDerivative(m_graph.Pick(true), order, variables));
             break;
         }
         case 11:
