@@ -1,9 +1,9 @@
 // Algebra: a polynomial expression graph built from the bytes is simplified, and the
 // simplified graph must agree with the original at a few points. Constants and points
 // are integers, so both evaluations are exact while every value they pass through stays
-// below 2^53: the largest value of a node of the original and the sum of the
-// magnitudes of the simplified form's terms. Points beyond that, and points where the
-// original has no value (an integer overflow gives the Nil interval), are not compared.
+// below 2^53: the value of every node, and for sums the sum of their terms' magnitudes. Points
+// beyond that, and points where the original has no value (an integer overflow gives the Nil
+// interval), are not compared.
 
 #include "FuzzGraph.h"
 
@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <set>
 
 namespace {
 
@@ -24,15 +25,17 @@ double Midpoint(KOBWBExpression* expression) {
     return value.lower <= value.upper ? (value.lower + value.upper) / 2 : std::nan("");
 }
 
-// The size of the values whose rounding the two evaluations may carry.
-double Scale(std::vector<KOBWBExpression*>& original, KOBWBExpression* simplified) {
-    double scale = 0;
-    for (KOBWBExpression* node : original)
-        scale = std::max(scale, std::fabs(Midpoint(node)));
-    if (simplified->GetType() != KOBWBSumType) return scale + std::fabs(Midpoint(simplified));
-    for (int i = 0; i < simplified->GetNbOfChildren(); ++i)
-        scale += std::fabs(Midpoint(simplified->GetChild(i)));
-    return scale;
+// The largest value an evaluation of the graph passes through: the value of each node,
+// and for a sum the sum of its children's magnitudes, which bounds its partial sums.
+double Scale(KOBWBExpression* node, std::set<KOBWBExpression*>& seen) {
+    if (!node || !seen.insert(node).second) return 0;
+    double scale = std::fabs(Midpoint(node));
+    double terms = 0;
+    for (int i = 0; i < node->GetNbOfChildren(); ++i) {
+        scale = std::max(scale, Scale(node->GetChild(i), seen));
+        terms += std::fabs(Midpoint(node->GetChild(i)));
+    }
+    return node->GetType() == KOBWBSumType ? std::max(scale, terms) : scale;
 }
 
 } // namespace
@@ -53,7 +56,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                 KOBWBValue(static_cast<double>((point * 7 + i * 3) % 5 - 2)));
         const double before = Midpoint(original);
         const double after = Midpoint(simplified);
-        const double scale = Scale(graph.Pool(), simplified);
+        std::set<KOBWBExpression*> seen;
+        const double scale = std::max(Scale(original, seen), Scale(simplified, seen));
         if (!std::isfinite(before) || !(scale < exactBelow)) continue;
         if (before != after) {
             std::fprintf(stderr, "point %d: original %.17g, simplified %.17g\n", point, before,
