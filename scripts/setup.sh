@@ -11,6 +11,13 @@ command -v bison >/dev/null || missing+=(bison)
 command -v pkg-config >/dev/null || missing+=(pkg-config)
 [ -f /usr/include/gtest/gtest.h ] || missing+=(libgtest-dev)
 [ -f /usr/include/benchmark/benchmark.h ] || missing+=(libbenchmark-dev)
+# clang and its libFuzzer only when fuzzing is asked for (FUZZ=1, scripts/run-fuzz.sh).
+if [ "${FUZZ:-0}" = 1 ]; then
+    command -v clang++ >/dev/null || missing+=(clang)
+    ls /usr/lib/llvm-*/lib/clang/*/lib/linux/libclang_rt.fuzzer-x86_64.a >/dev/null 2>&1 ||
+        ls /usr/lib/llvm-*/lib/clang/*/lib/x86_64-pc-linux-gnu/libclang_rt.fuzzer.a >/dev/null 2>&1 ||
+        missing+=(libclang-rt-dev)
+fi
 { [ -f /usr/include/gmp.h ] || ls /usr/include/*/gmp.h >/dev/null 2>&1; } || missing+=(libgmp-dev)
 
 if [ ${#missing[@]} -gt 0 ]; then

@@ -51,7 +51,8 @@ KOBWBX_API KOBWBValue KOBWBAtan(const KOBWBEnvironment& environment, const KOBWB
 
 // The angle of the point (x, y), ordinate first as in std::atan2, over the box y, x
 // without the origin. A box with the origin strictly inside (or a segment through it)
-// gives every angle; the origin alone sets bit 1 and gives KOBWBReal_Nil. Otherwise
+// gives every angle; a segment that only ends at the origin gives the angle of its other
+// points; the origin alone sets bit 1 and gives KOBWBReal_Nil. Otherwise
 // the angles form one arc whose ends are angles of corners; on the principal branch,
 // an arc that crosses the negative x axis gives [-Pi, Pi].
 KOBWBX_API KOBWBRealInterval KOBWBAtan2(const KOBWBEnvironment& environment,

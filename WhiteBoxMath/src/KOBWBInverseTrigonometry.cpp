@@ -117,10 +117,13 @@ KOBWBRealInterval KOBWBAtan2(const KOBWBEnvironment& environment, const KOBWBRea
         environment.SetError(kobwb::errorEmptyArgument);
         return KOBWBReal_Nil;
     }
-    const bool flat = ys.lower == ys.upper || xs.lower == xs.upper;
     const bool interior = ys.lower < 0 && ys.upper > 0 && xs.lower < 0 && xs.upper > 0;
+    // A segment on an axis goes through the origin when the origin lies strictly between
+    // its ends; one that ends at the origin has the single angle of its other points.
+    const bool throughOrigin = (ys.lower == 0 && ys.upper == 0 && xs.lower < 0 && xs.upper > 0) ||
+                               (xs.lower == 0 && xs.upper == 0 && ys.lower < 0 && ys.upper > 0);
     const KOBWBRealInterval circle = {-pi, pi};
-    if (interior || (holdsOrigin && flat))
+    if (interior || throughOrigin)
         return hint ? Branches(environment, &circle, 1, 2 * piLong, *hint) : circle;
     if (hint) {
         const KOBWBRealInterval arc = CornerArc(ys, xs);

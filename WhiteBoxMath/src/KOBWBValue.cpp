@@ -280,7 +280,8 @@ KOBWBIntegerInterval KOBWBValue::GetAsIntegerInterval() const {
     case KOBWBIntegerIntervalValue: return m_payload.integer;
     case KOBWBIntegerEnumValue: return m_integerEnum.GetAsIntegerInterval();
     case KOBWBBooleanValue: return BooleanAsIntegerInterval(m_payload.boolean);
-    case KOBWBFractionValue: return Simplified(*this, false).GetAsIntegerInterval();
+    // A fraction that does not reduce to an integer is read through its real value.
+    case KOBWBFractionValue: return Simplified(*this, true).GetAsIntegerInterval();
     default: return KOBWBCreateIntegerInterval(GetAsRealInterval());
     }
 }
@@ -363,7 +364,11 @@ KOBWBBoolean KOBWBValue::GetAsBoolean() const {
     case KOBWBBooleanValue: return m_payload.boolean;
     case KOBWBIntegerIntervalValue: return IntervalAsBoolean(m_payload.integer);
     case KOBWBIntegerEnumValue: return IntervalAsBoolean(m_integerEnum.GetAsIntegerInterval());
-    case KOBWBFractionValue: return Simplified(*this, false).GetAsBoolean();
+    case KOBWBFractionValue: {
+        // A fraction left after reduction is not a whole number, so it is not 0.
+        const KOBWBValue reduced = Simplified(*this, false);
+        return reduced.m_type == KOBWBFractionValue ? KOBWBTrue : reduced.GetAsBoolean();
+    }
     default:
         KOBLVRAssertError("0", "WhiteBoxMath/src/KOBWBValue", realAsBooleanLine);
         return m_payload.boolean;

@@ -225,6 +225,12 @@ TEST(KOBWBElementary, Atan2OverBoxes) {
     // Across the negative x axis the principal angles jump: everything.
     ExpectInterval(KOBWBAtan2(env, RI{-1, 1}, RI{-2, -1}), -pi, pi);
     ExpectInterval(KOBWBAtan2(env, RI{-0.0, 1}, RI{-2, -1}), std::atan2(1.0, -1.0), pi);
+    // A segment that ends at the origin keeps the one angle of its other points; one
+    // through the origin gives everything.
+    ExpectInterval(KOBWBAtan2(env, RI{0, 0}, RI{0, 1}), 0, 0);
+    ExpectInterval(KOBWBAtan2(env, RI{-0.0, 0}, RI{-2, 0}), pi, pi);
+    ExpectInterval(KOBWBAtan2(env, RI{-2, 0}, RI{0, 0}), -pi / 2, -pi / 2);
+    ExpectInterval(KOBWBAtan2(env, RI{0, 0}, RI{-2, 1}), -pi, pi);
     EXPECT_EQ(env.GetError(), 0u);
     EXPECT_TRUE(IsNil(KOBWBAtan2(env, RI{0, 0}, RI{0, 0})));
     EXPECT_EQ(env.GetError(), 1u);

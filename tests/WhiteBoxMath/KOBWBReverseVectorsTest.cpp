@@ -3,19 +3,14 @@
 #include "KOBWBLimits.h"
 #include "KOBWBPowerProjections.h"
 #include "KOBWBTrigonometryProjections.h"
+#include "ItlVectors.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cctype>
-#include <cfloat>
 #include <cmath>
-#include <cstdlib>
-#include <fstream>
 #include <functional>
 #include <iostream>
 #include <map>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -31,10 +26,7 @@
 //   the exponents, to KOBWBInversePow2. That power is exp(y ln x) on bases x > 0, computed
 //   in double: cases whose base or result domain reaches 0 (0^y, and results that
 //   underflow to 0) are skipped, counted.
-// - infinity is the library's real infinity KOBWBMaxReal and [entire] the whole
-//   clamped line; a finite number beyond KOBWBMaxReal has no counterpart and its case is
-//   skipped, counted. [empty] is the Nil interval.
-// - Decorated cases (_com, _dac, _def, _trv), [nai] and signals are skipped, counted.
+// - Infinities, [entire], [empty] and decorations are read as ItlVectors.h says.
 // - The library does not round outwards but widens inverted results by a few units of
 //   rounding, so a result passes when it contains the expected interval shrunk by the
 //   tolerance and lies in the expected interval widened by it, the tolerance being 64
@@ -51,84 +43,8 @@
 
 namespace {
 
-using RI = KOBWBRealInterval;
+using namespace itl;
 using Env = KOBWBEnvironment;
-
-struct Case {
-    std::string file;
-    int line;
-    std::string operation;
-    std::vector<RI> intervals;
-    int exponent = 0;
-    std::vector<RI> expected;
-};
-
-struct Counts {
-    int run = 0;
-    int passed = 0;
-    int loose = 0;
-    int skipped = 0;
-};
-
-std::string VectorsFolder() {
-    return std::string(KOBWBX_PROJECT_ROOT) + "/../shared/itf1788";
-}
-
-bool ParseNumber(const std::string& text, double& value) {
-    if (text == "infinity" || text == "+infinity") {
-        value = KOBWBMaxReal;
-        return true;
-    }
-    if (text == "-infinity") {
-        value = -KOBWBMaxReal;
-        return true;
-    }
-    char* end = nullptr;
-    value = std::strtod(text.c_str(), &end);
-    // Finite numbers beyond the library's infinity have no counterpart.
-    return end && *end == '\0' && std::fabs(value) <= KOBWBMaxReal;
-}
-
-// The intervals of a piece of the ITL line, false when one has no counterpart.
-bool ParseIntervals(const std::string& text, std::vector<RI>& intervals, int& exponent) {
-    std::size_t at = 0;
-    while (at < text.size()) {
-        if (std::isspace(static_cast<unsigned char>(text[at]))) {
-            ++at;
-            continue;
-        }
-        if (text[at] != '[') {
-            std::size_t end = at;
-            while (end < text.size() && !std::isspace(static_cast<unsigned char>(text[end])))
-                ++end;
-            exponent = std::atoi(text.substr(at, end - at).c_str());
-            at = end;
-            continue;
-        }
-        const std::size_t close = text.find(']', at);
-        std::string inside = text.substr(at + 1, close - at - 1);
-        at = close + 1;
-        inside.erase(std::remove(inside.begin(), inside.end(), ' '), inside.end());
-        if (inside == "empty") {
-            intervals.push_back(KOBWBReal_Nil);
-        } else if (inside == "entire") {
-            intervals.push_back(KOBWBReal_Any);
-        } else {
-            const std::size_t comma = inside.find(',');
-            double lower = 0;
-            double upper = 0;
-            if (comma == std::string::npos || !ParseNumber(inside.substr(0, comma), lower) ||
-                !ParseNumber(inside.substr(comma + 1), upper))
-                return false;
-            intervals.push_back({lower, upper});
-        }
-    }
-    return true;
-}
-
-bool IsEmpty(const RI& a) {
-    return !(a.lower <= a.upper);
-}
 
 // The library's power with a real exponent is exp(y ln x): its bases are positive and
 // its results, computed in double, underflow to 0. Cases of a base that reaches 0 or a
@@ -140,12 +56,6 @@ bool OutsideThePower(const Case& c) {
     if (c.operation == "powRev1") return c.intervals[1].lower <= 0;
     if (c.operation == "powRev2") return c.intervals[1].lower <= 0 || c.intervals[0].lower <= 0;
     return false;
-}
-
-RI Hull(const RI& a, const RI& b) {
-    if (IsEmpty(a)) return b;
-    if (IsEmpty(b)) return a;
-    return {std::min(a.lower, b.lower), std::max(a.upper, b.upper)};
 }
 
 // The projection of a case, or false when the operation is not one of those covered.
@@ -192,11 +102,6 @@ bool Project(const Case& c, RI& result) {
     return false;
 }
 
-double Tolerance(double bound, bool flat) {
-    if (flat) return 1e-7 * std::max(1.0, std::fabs(bound));
-    return 64 * DBL_EPSILON * std::fabs(bound) + KOBWBMinReal;
-}
-
 // Whether the result domain of a case touches a point where the function is flat.
 bool TouchesFlatPoint(const Case& c) {
     const RI& z = c.intervals[0];
@@ -208,81 +113,6 @@ bool TouchesFlatPoint(const Case& c) {
     if (name == "cosh") return touches(1);
     if (name == "sqr" || (name == "pown" && c.exponent % 2 == 0)) return touches(0);
     return false;
-}
-
-enum class Outcome { Passed, Loose, Failed };
-
-// Passed: the result holds the expected interval shrunk by the tolerance and lies in it
-// widened. Loose: it holds the expected interval shrunk but is wider, which keeps every
-// solution. Failed: it misses part of the expected interval.
-Outcome Compare(const RI& result, const RI& expected, bool flat) {
-    if (IsEmpty(expected)) return IsEmpty(result) ? Outcome::Passed : Outcome::Loose;
-    if (IsEmpty(result)) return Outcome::Failed;
-    const double lowerTolerance = Tolerance(expected.lower, flat);
-    const double upperTolerance = Tolerance(expected.upper, flat);
-    const bool holdsShrunk = result.lower <= expected.lower + lowerTolerance &&
-                             result.upper >= expected.upper - upperTolerance;
-    const bool insideWidened = result.lower >= expected.lower - lowerTolerance &&
-                               result.upper <= expected.upper + upperTolerance;
-    if (!holdsShrunk) return Outcome::Failed;
-    return insideWidened ? Outcome::Passed : Outcome::Loose;
-}
-
-std::string Text(const RI& a) {
-    if (IsEmpty(a)) return "[empty]";
-    std::ostringstream text;
-    text.precision(17);
-    text << "[" << a.lower << ", " << a.upper << "]";
-    return text.str();
-}
-
-// Reads the cases of a file; undecorated cases of covered form only, the others counted
-// as skipped under their operation.
-std::vector<Case> ReadCases(const std::string& path, const std::string& file,
-                            std::map<std::string, Counts>& counts) {
-    std::vector<Case> cases;
-    std::ifstream in(path);
-    std::string text;
-    int lineNumber = 0;
-    bool inComment = false;
-    while (std::getline(in, text)) {
-        ++lineNumber;
-        if (inComment) {
-            if (text.find("*/") != std::string::npos) inComment = false;
-            continue;
-        }
-        if (text.find("/*") != std::string::npos) {
-            inComment = text.find("*/") == std::string::npos;
-            continue;
-        }
-        const std::size_t comment = text.find("//");
-        if (comment != std::string::npos) text.erase(comment);
-        const std::size_t equals = text.find('=');
-        const std::size_t end = text.find(';');
-        if (equals == std::string::npos || end == std::string::npos) continue;
-        std::istringstream words(text);
-        Case c;
-        c.file = file;
-        c.line = lineNumber;
-        words >> c.operation;
-        const std::string arguments =
-            text.substr(text.find(c.operation) + c.operation.size(),
-                        equals - text.find(c.operation) - c.operation.size());
-        const std::string result = text.substr(equals + 1, end - equals - 1);
-        if (text.find("]_") != std::string::npos || text.find("nai") != std::string::npos ||
-            text.find("signal") != std::string::npos ||
-            !ParseIntervals(arguments, c.intervals, c.exponent)) {
-            ++counts[c.operation].skipped;
-            continue;
-        }
-        int unused = 0;
-        if (!ParseIntervals(result, c.expected, unused) || c.expected.empty()) {
-            ++counts[c.operation].skipped;
-            continue;
-        }
-        cases.push_back(c);
-    }
-    return cases;
 }
 
 TEST(KOBWBReverseVectorsTest, ProjectionsMatchTheReverseVectors) {

@@ -115,6 +115,23 @@ TEST(KOBWBValue, FractionSimplification) {
     EXPECT_EQ(piSquared.powerOfPi, 2);
 }
 
+TEST(KOBWBValue, NonIntegralFractionReadAsIntegerIntervalOrBoolean) {
+    const KOBWBValue half(KOBWBCreateFraction(1, 2, 0, 1));
+    const KOBWBIntegerInterval integers = half.GetAsIntegerInterval();
+    const KOBWBIntegerInterval viaReal = KOBWBCreateIntegerInterval(KOBWBRealInterval{0.5, 0.5});
+    EXPECT_EQ(integers.lower, viaReal.lower);
+    EXPECT_EQ(integers.upper, viaReal.upper);
+    EXPECT_EQ(half.GetAsBoolean(), KOBWBTrue);
+    const KOBWBValue threePiOverTwo(KOBWBCreateFraction(-3, 2, 1, 1));
+    EXPECT_EQ(threePiOverTwo.GetAsBoolean(), KOBWBTrue);
+    const KOBWBIntegerInterval nearPi = threePiOverTwo.GetAsIntegerInterval();
+    const KOBWBIntegerInterval nearPiViaReal = KOBWBCreateIntegerInterval(threePiOverTwo.GetAsRealInterval());
+    EXPECT_EQ(nearPi.lower, nearPiViaReal.lower);
+    EXPECT_EQ(nearPi.upper, nearPiViaReal.upper);
+    EXPECT_EQ(KOBWBValue(KOBWBCreateFraction(4, 2, 0, 1)).GetAsIntegerInterval().lower, 2);
+    EXPECT_EQ(KOBWBValue(KOBWBCreateFraction(0, 3, 1, 1)).GetAsBoolean(), KOBWBFalse);
+}
+
 TEST(KOBWBValue, Conversions) {
     EXPECT_EQ(KOBWBValue(KOBWBRealInterval{1, 1 + 1e-15}).GetAsReal(), 1);
     EXPECT_EQ(RealInterval(1, 2).GetAsReal(), KOBWBSingleReal_Any);
