@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 
@@ -236,7 +237,25 @@ KOBWBPolynomial InverseTerm(const KOBWBPolynomialTerm& term) {
     return inverse;
 }
 
-bool WithinExponents(const KOBWBPolynomial& p) { return p.GetMaxExponent() <= INT_MAX; }
+// The largest magnitude of a coefficient, as a double (infinite past the doubles).
+double LargestCoefficient(const KOBWBPolynomial& p) {
+    double largest = 0.0;
+    for (const KOBWBPolynomialTerm& term : p.GetTerms()) largest = std::max(largest, std::fabs(term.coefficient.ToDouble()));
+    return largest;
+}
+
+// An expanded product or power is kept when its exponents fit the library's integers and
+// its coefficients its reals: a coefficient past KOBWBMaxReal has no value to be written as.
+bool Writable(const KOBWBPolynomial& p) { return p.GetMaxExponent() <= INT_MAX && LargestCoefficient(p) <= KOBWBMaxReal; }
+
+// Whether base^exponent may stay within the reals: (terms x largest coefficient)^exponent
+// bounds every coefficient of the power, so a power past that is not expanded at all.
+bool PowerMayBeWritable(const KOBWBPolynomial& base, long long exponent) {
+    const double largest = LargestCoefficient(base);
+    const double terms = static_cast<double>(base.GetNbOfTerms());
+    if (base.GetNbOfTerms() == 1 && largest == 1.0) return true;
+    return static_cast<double>(exponent) * std::log(std::max(1.0, terms * largest)) <= std::log(KOBWBMaxReal);
+}
 
 } // namespace
 
@@ -271,16 +290,17 @@ KOBWBPolynomial Impl::Power(const KOBWBPolynomial& base, const KOBWBPolynomial& 
     KOBWBCoefficient constantBase;
     const bool zeroBase = base.IsConstant(constantBase) && constantBase.IsZero();
     if (e >= 0) {
-        if (base.Power(e, maxTerms, power) && WithinExponents(power)) return power;
+        if (PowerMayBeWritable(base, e) && base.Power(e, maxTerms, power) && Writable(power)) return power;
         return OperatorAtom(node, {&base, &exponent});
     }
     if (zeroBase) return OperatorAtom(node, {&base, &exponent});
     if (OnlyPi(base) || base.IsConstant(constantBase)) {
         const KOBWBPolynomial inverse = InverseTerm(base.GetTerm(0));
-        if (inverse.Power(-e, maxTerms, power) && WithinExponents(power)) return power;
+        if (PowerMayBeWritable(inverse, -e) && inverse.Power(-e, maxTerms, power) && Writable(power)) return power;
         return OperatorAtom(node, {&base, &exponent});
     }
-    if (!base.Power(-e, maxTerms, power) || !WithinExponents(power)) return OperatorAtom(node, {&base, &exponent});
+    if (!PowerMayBeWritable(base, -e) || !base.Power(-e, maxTerms, power) || !Writable(power))
+        return OperatorAtom(node, {&base, &exponent});
     return Quotient(KOBWBPolynomial(KOBWBCoefficient(1)), power, node);
 }
 
@@ -292,7 +312,7 @@ KOBWBPolynomial Impl::Product(KOBWBExpression* node, const std::vector<const KOB
         if (static_cast<long long>(product.GetNbOfTerms()) * factor.GetNbOfTerms() > maxWork)
             return OperatorAtom(node, factors);
         product = KOBWBPolynomial::Multiply(product, factor);
-        if (product.GetNbOfTerms() > maxTerms || !WithinExponents(product)) return OperatorAtom(node, factors);
+        if (product.GetNbOfTerms() > maxTerms || !Writable(product)) return OperatorAtom(node, factors);
     }
     return product;
 }

@@ -323,3 +323,26 @@ TEST(KOBWBSimplify, EveryOperatorFamilyKeepsItsValue) {
         }
     }
 }
+
+TEST(KOBWBSimplify, ExpansionsBeyondTheRealsStayUnexpanded) {
+    // (x (x + 10^13))^4 expands to coefficients up to 10^52, which no real constant holds:
+    // written expanded, 0 at x = 0 turned into the empty interval.
+    Vars s;
+    KOBWBFactory& f = s.factory;
+    KOBWBExpression* x = s.v[0];
+    KOBWBExpression* e = f.CreatePower(f.CreateProduct(x, f.CreateSum(x, f.CreateRealConstant(1e13))), 4);
+    KOBWBExpression* simplified = KOBWBPolynomialTools::Simplify(e);
+    s.Set({0.0, 0.0, 0.0});
+    const KOBWBRealInterval value = simplified->GetValue().GetAsRealInterval();
+    EXPECT_EQ(value.lower, 0.0);
+    EXPECT_EQ(value.upper, 0.0);
+    // A power whose coefficients would pass the reals is not even computed.
+    KOBWBExpression* huge = f.CreatePower(f.CreateSum(x, s.I(1)), 100000);
+    KOBWBPolynomialContext context(f);
+    KOBWBPolynomial polynomial;
+    ASSERT_TRUE(context.ToPolynomial(huge, polynomial));
+    EXPECT_EQ(polynomial.GetNbOfTerms(), 1);
+    KOBWBPolynomial small;
+    ASSERT_TRUE(context.ToPolynomial(f.CreatePower(f.CreateSum(x, s.I(1)), 100), small));
+    EXPECT_EQ(small.GetNbOfTerms(), 101);
+}
