@@ -265,3 +265,22 @@ TEST(KOBWBSymbolicTransformations, ARunReplaysFromItsInputReplay) {
     EXPECT_EQ(replayedText.substr(replayedText.find("#!VARIABLES", replayedText.find("#!MODE"))),
               original.substr(outputPart));
 }
+
+TEST(KOBWBSymbolicTransformations, LargePowersAreNotExpandedPastTheReals) {
+    // Expanding (x + 3)^3000 exactly took seconds of big-number products for coefficients
+    // that no real holds; the power now stays as it is.
+    KOBWBFactory factory;
+    KOBWBVariable* x = factory.CreateVariable();
+    KOBWBVariable* y = factory.CreateVariable();
+    factory.AddEquation(factory.CreatePower(factory.CreateSum(x, factory.CreateIntegerConstant(3)), 3000), KOBWBEqEqual, y);
+    Make(factory, 2 | 4 | 8)->Run();
+    // Not a linear form: the power is an atom, so nothing is eliminated.
+    ASSERT_EQ(factory.GetNbOfEquations(), 1);
+    KOBWBEquation* kept = factory.AddEquation(
+        factory.CreateProduct(factory.CreatePower(factory.CreateSum(x, factory.CreateIntegerConstant(3)), 3000), y),
+        KOBWBEqLessEqual);
+    Make(factory, 4)->Run();
+    x->SetExprValue(KOBWBValue(-3.0));
+    y->SetExprValue(KOBWBValue(2.0));
+    EXPECT_EQ(kept->GetRoot()->Eval(), 0.0);
+}
