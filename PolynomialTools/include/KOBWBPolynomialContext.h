@@ -30,8 +30,9 @@ class KOBWBVariable;
 // coefficient are never taken as equal.
 //
 // Expansion budget. Products and integer powers are expanded while no polynomial
-// formed on the way has more than GetMaxTerms() terms; past it the product or
-// power stays one atom over its expanded arguments.
+// formed on the way has more than GetMaxTerms() terms, and while every coefficient
+// stays within KOBWBMaxReal (a coefficient past it has no value in the library);
+// past either bound the product or power stays one atom over its expanded arguments.
 //
 // The canonical form written by ToExpression:
 //  1. Like terms are collected and terms whose coefficient is zero dropped; the
