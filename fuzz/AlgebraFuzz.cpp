@@ -29,11 +29,17 @@ double Midpoint(KOBWBExpression* expression) {
 // and for a sum the sum of its children's magnitudes, which bounds its partial sums.
 double Scale(KOBWBExpression* node, std::set<KOBWBExpression*>& seen) {
     if (!node || !seen.insert(node).second) return 0;
-    double scale = std::fabs(Midpoint(node));
+    // An empty value is a real past the library's range (an expanded term can pass it
+    // where the factored form does not): no exact comparison there.
+    const auto magnitude = [](KOBWBExpression* n) {
+        const double m = Midpoint(n);
+        return std::isnan(m) ? HUGE_VAL : std::fabs(m);
+    };
+    double scale = magnitude(node);
     double terms = 0;
     for (int i = 0; i < node->GetNbOfChildren(); ++i) {
         scale = std::max(scale, Scale(node->GetChild(i), seen));
-        terms += std::fabs(Midpoint(node->GetChild(i)));
+        terms += magnitude(node->GetChild(i));
     }
     return node->GetType() == KOBWBSumType ? std::max(scale, terms) : scale;
 }
