@@ -35,21 +35,9 @@ bool KOBWBSymbolicTransformationsImp::Covers(const KOBWBEquation& equation, bool
     return all || m_equationsToSimplify.BinarySearch(equation.GetId()) >= 0;
 }
 
-namespace {
-
-bool IsIntegerZero(const KOBWBExpression* node) {
-    if (!node || node->GetType() != KOBWBConstantType) return false;
-    const KOBWBValue& value = node->GetExprValue();
-    return !value.IsAFraction() && value.GetType() == KOBWBIntegerValue && value.GetAsInteger() == 0;
-}
-
-} // namespace
-
 KOBWBExpression* KOBWBSymbolicTransformationsImp::SimplifyExpression(KOBWBPolynomialContext& context,
                                                                      KOBWBEquation& equation) {
-    KOBWBExpression* simplified = context.Simplify(equation.GetRoot());
-    if (!simplified) return equation.GetRoot();
-    return IsIntegerZero(simplified) && equation.GetType() == KOBWBEqEqual ? nullptr : simplified;
+    return kobwb::SimplifyRoot(context, equation);
 }
 
 int KOBWBSymbolicTransformationsImp::DoRun() {

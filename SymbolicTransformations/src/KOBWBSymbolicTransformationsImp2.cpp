@@ -17,16 +17,6 @@ KOBWBSymbolicTransformationsImp2::KOBWBSymbolicTransformationsImp2(unsigned leve
 
 KOBWBSymbolicTransformationsImp2::~KOBWBSymbolicTransformationsImp2() = default;
 
-namespace {
-
-bool IsIntegerZero(const KOBWBExpression* node) {
-    if (!node || node->GetType() != KOBWBConstantType) return false;
-    const KOBWBValue& value = node->GetExprValue();
-    return !value.IsAFraction() && value.GetType() == KOBWBIntegerValue && value.GetAsInteger() == 0;
-}
-
-} // namespace
-
 int KOBWBSymbolicTransformationsImp2::DoRun() {
     KOBWBFactory& factory = GetFactory();
     const KOBLVRGlobalParameters& parameters = GetGlobalParameters();
@@ -48,12 +38,11 @@ int KOBWBSymbolicTransformationsImp2::DoRun() {
                 if (trace) *trace << "After: " << kobwb::TraceExpression(root).c_str() << lvrendl;
             }
             if (mode & 4) {
-                KOBWBExpression* simplified = context.Simplify(root);
-                if (IsIntegerZero(simplified) && equation->GetType() == KOBWBEqEqual) {
-                    factory.RemoveEquation(equation);
-                } else if (simplified) {
+                if (KOBWBExpression* simplified = kobwb::SimplifyRoot(context, *equation)) {
                     SetProperties(simplified);
                     equation->SetRoot(simplified);
+                } else {
+                    factory.RemoveEquation(equation);
                 }
             }
             equation = previous;

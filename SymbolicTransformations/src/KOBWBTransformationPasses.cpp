@@ -5,6 +5,7 @@
 #include "KOBWBConstant.h"
 #include "KOBWBEquation.h"
 #include "KOBWBFactory.h"
+#include "KOBWBPolynomialContext.h"
 #include "KOBWBVariable.h"
 
 #include <cstdio>
@@ -80,6 +81,15 @@ KOBWBExpression* CanonicalizeConstants(KOBWBFactory& factory, KOBWBExpression* r
         }
     });
     return root;
+}
+
+KOBWBExpression* SimplifyRoot(KOBWBPolynomialContext& context, KOBWBEquation& equation) {
+    KOBWBExpression* simplified = context.Simplify(equation.GetRoot());
+    if (!simplified) return equation.GetRoot();
+    const bool zero = simplified->GetType() == KOBWBConstantType && !simplified->GetExprValue().IsAFraction() &&
+                      simplified->GetExprValue().GetType() == KOBWBIntegerValue &&
+                      simplified->GetExprValue().GetAsInteger() == 0;
+    return zero && equation.GetType() == KOBWBEqEqual ? nullptr : simplified;
 }
 
 bool CanHold(const KOBWBEnvironment& environment, KOBWBEquation& equation, bool constantRoot) {

@@ -11,6 +11,7 @@
 class KOBWBEnvironment;
 class KOBWBEquation;
 class KOBWBFactory;
+class KOBWBPolynomialContext;
 class KOBLVRStream;
 
 // The passes of the symbolic transformations over one expression graph. Each walks
@@ -57,6 +58,10 @@ void BinarizeOperators(KOBWBFactory& factory, KOBWBExpression* root);
 // the degree and radian constants, n/d x Pi^k as quotients and products of integer
 // constants and Pi. Returns the node to use in place of root.
 KOBWBExpression* CanonicalizeConstants(KOBWBFactory& factory, KOBWBExpression* root);
+
+// The equation's root simplified on the algebra engine; the root itself when it cannot
+// be read; null when the equation is an equality whose root is exactly 0.
+KOBWBExpression* SimplifyRoot(KOBWBPolynomialContext& context, KOBWBEquation& equation);
 
 // Whether a constant inequality's root can stand in its relation to 0: false when
 // the comparison of its value with 0 is not certainly true. Equalities, objectives
