@@ -1,5 +1,6 @@
 #include "KobwbCommands.h"
 
+#include "KobwbActions.h"
 #include "KobwbInput.h"
 
 #include <cstdlib>
@@ -15,31 +16,35 @@ struct Usage {
 };
 
 const Usage usages[] = {
-    {"check", "usage: kobwb check FILE...\n"
+    {"check", "usage: kobwb check FILE... [--json]\n"
               "Parses each model, checks its units and the homogeneity of its equations, and\n"
               "writes each problem as FILE:LINE:COL: error|warning: message (line and column\n"
-              "from 1). Exit status 0 when clean, 1 when problems were found, 2 on a usage or\n"
-              "input error. FILE - reads standard input.\n"},
-    {"eval", "usage: kobwb eval FILE [--domain NAME=[LOW,HIGH] | --domain NAME=VALUE]...\n"
+              "from 1) on standard error; with --json, one JSON list of the files and their\n"
+              "problems on standard output. Exit status 0 when clean, 1 when problems were\n"
+              "found, 2 on a usage or input error. FILE - reads standard input.\n"},
+    {"eval", "usage: kobwb eval FILE [--domain NAME=[LOW,HIGH] | --domain NAME=VALUE]... [--json]\n"
              "Evaluates every equation's root over the domains given (other variables range\n"
              "over everything) and tells whether the equation can still hold.\n"},
     {"print", "usage: kobwb print FILE [--format text|json|dot]\n"
               "Writes the model's equations, as converted into a factory: in the model language\n"
               "(text, the default), or their graph as JSON or Graphviz DOT, shared nodes once.\n"},
-    {"diff", "usage: kobwb diff FILE --by NAME\n"
+    {"diff", "usage: kobwb diff FILE --by NAME [--json]\n"
              "Writes the derivative of every equation's root by the variable NAME.\n"},
     {"simplify", "usage: kobwb simplify FILE [--mode N]\n"
                  "Runs the symbolic transformations with mode N (default 4: simplify each\n"
                  "equation) and writes the equations that result.\n"},
-    {"classify", "usage: kobwb classify FILE\n"
+    {"classify", "usage: kobwb classify FILE [--json]\n"
                  "Tells for every equation whether its root is linear, quadratic or neither.\n"},
+    {"contract", "usage: kobwb contract FILE [--domain NAME=[LOW,HIGH] | --domain NAME=VALUE]... [--json]\n"
+                 "Narrows the variables' domains with the equations (other variables start from\n"
+                 "every real) and writes the outcome and every variable's domain. Exit status 1\n"
+                 "when the system has no solution in the domains.\n"},
+    {"edit", "usage: kobwb edit [FILE]\n"
+             "A session over the equations of FILE (none when left out): commands are read\n"
+             "one a line from standard input, answers written to standard output, errors as\n"
+             "\"error: ...\" lines. Type help in the session for its commands. Exit status 1\n"
+             "when a command failed, so that a script can tell.\n"},
 };
-
-const char* UsageOf(const char* command) {
-    for (const Usage& usage : usages)
-        if (std::string(usage.command) == command) return usage.text;
-    return "";
-}
 
 bool WantsHelp(const std::vector<std::string>& arguments) {
     for (const std::string& argument : arguments)
@@ -52,213 +57,176 @@ int UsageError(const char* command, const std::string& problem) {
     return exitUsage;
 }
 
-// One file and the options NAME VALUE that the command allows, the values in
-// the order given.
+// The files and the options of one command line. Options are "--NAME VALUE", in
+// the order given, or flags without a value.
 struct Options {
-    std::string file;
+    std::vector<std::string> files;
     std::vector<std::pair<std::string, std::string>> values;
+    bool json = false;
 };
 
-bool ReadOptions(const char* command, const std::vector<std::string>& arguments,
-                 const std::vector<std::string>& allowed, Options& options, int& status) {
+// What a command takes: the options with a value, whether --json, and how many files.
+struct Accepts {
+    std::vector<std::string> valued;
+    bool json = false;
+    bool manyFiles = false;
+};
+
+bool ReadOptions(const char* command, const std::vector<std::string>& arguments, const Accepts& accepts,
+                 Options& options, int& status) {
     for (size_t i = 0; i < arguments.size(); ++i) {
         const std::string& argument = arguments[i];
         if (argument.size() > 2 && argument.compare(0, 2, "--") == 0) {
+            if (accepts.json && argument == "--json") {
+                options.json = true;
+                continue;
+            }
             bool known = false;
-            for (const std::string& name : allowed) known = known || name == argument;
+            for (const std::string& name : accepts.valued) known = known || name == argument;
             if (!known) return status = UsageError(command, "unknown option " + argument), false;
             if (i + 1 == arguments.size()) return status = UsageError(command, argument + " needs a value"), false;
             options.values.emplace_back(argument, arguments[++i]);
-        } else if (options.file.empty()) {
-            options.file = argument;
+        } else if (options.files.empty() || accepts.manyFiles) {
+            options.files.push_back(argument);
         } else {
             return status = UsageError(command, "one file only"), false;
         }
     }
-    if (options.file.empty()) return status = UsageError(command, "no file given"), false;
+    if (options.files.empty()) return status = UsageError(command, "no file given"), false;
     return true;
 }
 
-std::string EquationLabel(const KOBWBEquation* equation) { return "[" + std::to_string(equation->GetId()) + "] "; }
-
-bool ParseNumber(const std::string& text, double& value) {
-    char* end = nullptr;
-    value = std::strtod(text.c_str(), &end);
-    return !text.empty() && end == text.c_str() + text.size();
+// Reads the one file of the options into the factory and gives the domains of
+// the --domain options, every other variable ranging over the reals.
+int LoadWithDomains(const char* command, const Options& options, KOBWBFactory& factory) {
+    if (const int loaded = LoadFactory(options.files.front(), factory)) return loaded;
+    OpenUnsetVariables(factory);
+    for (const auto& option : options.values) {
+        const std::string problem = SetDomain(factory, option.second);
+        if (!problem.empty()) return UsageError(command, problem);
+    }
+    return exitClean;
 }
 
-// NAME=[LOW,HIGH] or NAME=VALUE.
-bool ParseDomain(const std::string& text, std::string& name, KOBWBRealInterval& domain) {
-    const size_t equals = text.find('=');
-    if (equals == std::string::npos || equals == 0) return false;
-    name = text.substr(0, equals);
-    const std::string value = text.substr(equals + 1);
-    if (value.size() >= 2 && value.front() == '[' && value.back() == ']') {
-        const size_t comma = value.find(',');
-        if (comma == std::string::npos) return false;
-        return ParseNumber(value.substr(1, comma - 1), domain.lower) &&
-               ParseNumber(value.substr(comma + 1, value.size() - comma - 2), domain.upper) &&
-               domain.lower <= domain.upper;
-    }
-    if (!ParseNumber(value, domain.lower)) return false;
-    domain.upper = domain.lower;
-    return true;
-}
-
-// Whether the relation of the equation can hold for a root in the interval.
-const char* CanHold(KOBWBEquationType type, const KOBWBRealInterval& root) {
-    if (root.lower != root.lower || root.upper != root.upper) return "unknown";
-    bool possible = true;
-    switch (type) {
-    case KOBWBEqEqual: possible = root.lower <= 0 && 0 <= root.upper; break;
-    case KOBWBEqNotEqual: possible = !(root.lower == 0 && root.upper == 0); break;
-    case KOBWBEqLessEqual: possible = root.lower <= 0; break;
-    case KOBWBEqLess: possible = root.lower < 0; break;
-    case KOBWBEqGreaterEqual: possible = root.upper >= 0; break;
-    case KOBWBEqGreater: possible = root.upper > 0; break;
-    default: return "unknown";
-    }
-    return possible ? "possible" : "impossible";
+int Answer(const std::string& out, int status = exitClean) {
+    std::cout << out;
+    return status;
 }
 
 } // namespace
 
+const char* UsageOf(const std::string& command) {
+    for (const Usage& usage : usages)
+        if (command == usage.command) return usage.text;
+    return "";
+}
+
 int Check(const std::vector<std::string>& arguments) {
-    if (WantsHelp(arguments)) return std::cout << UsageOf("check"), exitClean;
-    if (arguments.empty()) return UsageError("check", "no file given");
+    if (WantsHelp(arguments)) return Answer(UsageOf("check"));
+    Options options;
     int status = exitClean;
-    for (const std::string& file : arguments) {
+    if (!ReadOptions("check", arguments, {{}, true, true}, options, status)) return status;
+    std::string json = "[";
+    for (const std::string& file : options.files) {
         LoadedModel loaded;
         if (!LoadModel(file, loaded)) {
             status = exitUsage;
             continue;
         }
+        if (options.json) {
+            if (json.size() > 1) json += ",\n ";
+            AppendDiagnosticsJson(loaded, json);
+        } else {
+            WriteDiagnostics(loaded, std::cerr);
+        }
         if ((loaded.errors > 0 || loaded.warnings > 0) && status == exitClean) status = exitProblems;
     }
+    if (options.json) std::cout << json << "]\n";
     return status;
 }
 
 int Eval(const std::vector<std::string>& arguments) {
-    if (WantsHelp(arguments)) return std::cout << UsageOf("eval"), exitClean;
+    if (WantsHelp(arguments)) return Answer(UsageOf("eval"));
     Options options;
     int status = exitClean;
-    if (!ReadOptions("eval", arguments, {"--domain"}, options, status)) return status;
+    if (!ReadOptions("eval", arguments, {{"--domain"}, true}, options, status)) return status;
     KOBWBFactory factory;
-    if (const int loaded = LoadFactory(options.file, factory)) return loaded;
-    // A variable that neither the model nor a --domain gives a value ranges over
-    // every real.
-    KOBWBValue everything(KOBWBCreateRealInterval(0, 0));
-    everything.SetIndefinite();
-    for (int i = 0; i < factory.GetNbOfVariables(); ++i) {
-        KOBWBVariable* variable = factory.GetVariable(i);
-        if (variable && variable->GetExprValue().GetType() == KOBWBUndefinedValue) variable->SetExprValue(everything);
-    }
-    for (const auto& option : options.values) {
-        std::string name;
-        KOBWBRealInterval domain{0, 0};
-        if (!ParseDomain(option.second, name, domain)) return UsageError("eval", "bad domain " + option.second);
-        KOBWBVariable* variable = factory.GetVariable(KOBLVRString(name.c_str()));
-        if (!variable) return UsageError("eval", "no variable " + name + " in the model");
-        variable->SetExprValue(KOBWBValue(domain));
-    }
-    std::string line;
-    for (KOBWBEquation* equation = factory.GetFirstEquation(); equation; equation = factory.GetNextEquation(equation)) {
-        const KOBWBValue& value = equation->GetRoot()->GetValue();
-        line = EquationLabel(equation);
-        KOBWBEquationPrinter::PrintEquation(equation, line);
-        line += "\n    root in ";
-        KOBWBEquationPrinter::PrintValue(value, line);
-        line += ", can hold: ";
-        line += CanHold(equation->GetType(), value.GetAsRealInterval());
-        std::cout << line << '\n';
-    }
-    return exitClean;
+    if (const int loaded = LoadWithDomains("eval", options, factory)) return loaded;
+    std::string out;
+    WriteEvaluation(factory, options.json, out);
+    return Answer(out);
+}
+
+int Contract(const std::vector<std::string>& arguments) {
+    if (WantsHelp(arguments)) return Answer(UsageOf("contract"));
+    Options options;
+    int status = exitClean;
+    if (!ReadOptions("contract", arguments, {{"--domain"}, true}, options, status)) return status;
+    KOBWBFactory factory;
+    if (const int loaded = LoadWithDomains("contract", options, factory)) return loaded;
+    std::string out;
+    const bool solvable = RunContract(factory, options.json, out);
+    return Answer(out, solvable ? exitClean : exitProblems);
 }
 
 int Print(const std::vector<std::string>& arguments) {
-    if (WantsHelp(arguments)) return std::cout << UsageOf("print"), exitClean;
+    if (WantsHelp(arguments)) return Answer(UsageOf("print"));
     Options options;
     int status = exitClean;
-    if (!ReadOptions("print", arguments, {"--format"}, options, status)) return status;
+    if (!ReadOptions("print", arguments, {{"--format"}}, options, status)) return status;
     std::string format = "text";
     for (const auto& option : options.values) format = option.second;
-    if (format != "text" && format != "json" && format != "dot") return UsageError("print", "unknown format " + format);
+    if (!IsSystemFormat(format)) return UsageError("print", "unknown format " + format + " (" + SystemFormats() + ")");
     KOBWBFactory factory;
-    if (const int loaded = LoadFactory(options.file, factory)) return loaded;
-    std::string text;
-    if (format == "json")
-        KOBWBGraphPrinter::PrintJson(factory, text);
-    else if (format == "dot")
-        KOBWBGraphPrinter::PrintDot(factory, text);
-    else
-        KOBWBEquationPrinter::PrintFactory(factory, text);
-    std::cout << text;
-    return exitClean;
+    if (const int loaded = LoadFactory(options.files.front(), factory)) return loaded;
+    std::string out;
+    WriteSystem(factory, format, out);
+    return Answer(out);
 }
 
 int Diff(const std::vector<std::string>& arguments) {
-    if (WantsHelp(arguments)) return std::cout << UsageOf("diff"), exitClean;
+    if (WantsHelp(arguments)) return Answer(UsageOf("diff"));
     Options options;
     int status = exitClean;
-    if (!ReadOptions("diff", arguments, {"--by"}, options, status)) return status;
+    if (!ReadOptions("diff", arguments, {{"--by"}, true}, options, status)) return status;
     if (options.values.size() != 1) return UsageError("diff", "give one --by NAME");
     KOBWBFactory factory;
-    if (const int loaded = LoadFactory(options.file, factory)) return loaded;
+    if (const int loaded = LoadFactory(options.files.front(), factory)) return loaded;
     const std::string& name = options.values.front().second;
-    KOBWBVariable* variable = factory.GetVariable(KOBLVRString(name.c_str()));
-    if (!variable) return UsageError("diff", "no variable " + name + " in the model");
-    std::string line;
-    for (KOBWBEquation* equation = factory.GetFirstEquation(); equation; equation = factory.GetNextEquation(equation)) {
-        line = EquationLabel(equation);
-        KOBWBExpression* derivative = factory.CreateDerivative(equation->GetRoot(), 1, &variable);
-        if (derivative)
-            KOBWBEquationPrinter::PrintExpression(derivative, line);
-        else
-            line += "(no derivative)";
-        std::cout << line << '\n';
-    }
-    return exitClean;
+    std::string out;
+    if (!WriteDerivatives(factory, name, options.json, out)) return UsageError("diff", "no variable " + name + " in the model");
+    return Answer(out);
 }
 
 int Simplify(const std::vector<std::string>& arguments) {
-    if (WantsHelp(arguments)) return std::cout << UsageOf("simplify"), exitClean;
+    if (WantsHelp(arguments)) return Answer(UsageOf("simplify"));
     Options options;
     int status = exitClean;
-    if (!ReadOptions("simplify", arguments, {"--mode"}, options, status)) return status;
+    if (!ReadOptions("simplify", arguments, {{"--mode"}}, options, status)) return status;
     unsigned mode = 4;
     for (const auto& option : options.values) {
-        double value = 0;
-        if (!ParseNumber(option.second, value) || value < 0 || value > 31 || value != static_cast<unsigned>(value))
+        char* end = nullptr;
+        const long value = std::strtol(option.second.c_str(), &end, 10);
+        if (option.second.empty() || *end != '\0' || value < 0 || value > 31)
             return UsageError("simplify", "bad mode " + option.second);
         mode = static_cast<unsigned>(value);
     }
     KOBWBFactory factory;
-    if (const int loaded = LoadFactory(options.file, factory)) return loaded;
-    KOBWBSymbolicTransformations* transformations = KOBCreateWBSymbolicTransformations(0, factory);
-    if (!transformations) return std::cerr << "kobwb simplify: out of memory\n", exitProblems;
-    transformations->SetMode(mode);
-    transformations->Run();
-    KOBRemove(transformations);
-    std::cout << KOBWBEquationPrinter::ToText(factory);
-    return exitClean;
+    if (const int loaded = LoadFactory(options.files.front(), factory)) return loaded;
+    if (!RunSimplify(factory, mode)) return std::cerr << "kobwb simplify: out of memory\n", exitProblems;
+    return Answer(KOBWBEquationPrinter::ToText(factory));
 }
 
 int Classify(const std::vector<std::string>& arguments) {
-    if (WantsHelp(arguments)) return std::cout << UsageOf("classify"), exitClean;
+    if (WantsHelp(arguments)) return Answer(UsageOf("classify"));
     Options options;
     int status = exitClean;
-    if (!ReadOptions("classify", arguments, {}, options, status)) return status;
+    if (!ReadOptions("classify", arguments, {{}, true}, options, status)) return status;
     KOBWBFactory factory;
-    if (const int loaded = LoadFactory(options.file, factory)) return loaded;
-    std::string line;
-    for (KOBWBEquation* equation = factory.GetFirstEquation(); equation; equation = factory.GetNextEquation(equation)) {
-        const KOBWBExpression* root = equation->GetRoot();
-        line = EquationLabel(equation);
-        line += root->IsLinear() ? "linear    " : root->IsQuadratic() ? "quadratic " : "nonlinear ";
-        KOBWBEquationPrinter::PrintEquation(equation, line);
-        std::cout << line << '\n';
-    }
-    return exitClean;
+    if (const int loaded = LoadFactory(options.files.front(), factory)) return loaded;
+    std::string out;
+    WriteClassification(factory, options.json, out);
+    return Answer(out);
 }
 
 } // namespace kobwb_tool

@@ -14,6 +14,11 @@ int Print(const std::vector<std::string>& arguments);
 int Diff(const std::vector<std::string>& arguments);
 int Simplify(const std::vector<std::string>& arguments);
 int Classify(const std::vector<std::string>& arguments);
+int Contract(const std::vector<std::string>& arguments);
+int Edit(const std::vector<std::string>& arguments);
+
+// The usage text of a command, empty for an unknown one.
+const char* UsageOf(const std::string& command);
 
 } // namespace kobwb_tool
 

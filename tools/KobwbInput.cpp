@@ -1,5 +1,10 @@
 #include "KobwbInput.h"
 
+#include "KobwbJson.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <cstring>
 #include <iostream>
@@ -18,18 +23,21 @@ bool ReadInput(const std::string& name, std::string& text) {
     return !failed;
 }
 
+std::string ShownName(const std::string& name) { return name == "-" ? "<stdin>" : name; }
+
 namespace {
 
-const char* ShownName(const std::string& name) { return name == "-" ? "<stdin>" : name.c_str(); }
+// A binary file holds invalid characters by the thousand: the first few are
+// shown, then how many more there were.
+constexpr int shownInvalidCharacters = 10;
 
-void Report(const std::string& name, int line, int column, const char* kind, const char* message) {
-    std::cerr << ShownName(name);
-    if (line > 0) std::cerr << ':' << line << ':' << column;
-    std::cerr << ": " << kind << ": " << message << '\n';
+void Add(LoadedModel& loaded, int line, int column, bool error, std::string message) {
+    loaded.diagnostics.push_back({line, column, error, std::move(message)});
+    ++(error ? loaded.errors : loaded.warnings);
 }
 
-// Reports a problem at a byte of the text.
-void ReportAt(const std::string& name, const std::string& text, size_t at, const char* kind, const char* message) {
+// A problem at a byte of the text.
+void AddAt(LoadedModel& loaded, const std::string& text, size_t at, bool error, std::string message) {
     int line = 1;
     size_t lineStart = 0;
     for (size_t i = 0; i < at; ++i)
@@ -37,26 +45,81 @@ void ReportAt(const std::string& name, const std::string& text, size_t at, const
             ++line;
             lineStart = i + 1;
         }
-    Report(name, line, static_cast<int>(at - lineStart) + 1, kind, message);
+    Add(loaded, line, static_cast<int>(at - lineStart) + 1, error, std::move(message));
 }
 
 // Comments do not nest and the language has no quoted text, so a "/*" without
 // a "*/" after it is the start of a comment that swallows the rest of the text.
-void ReportUnterminatedComment(const std::string& name, const std::string& text, int& warnings) {
+void CheckComments(const std::string& text, LoadedModel& loaded) {
     size_t at = 0;
     while ((at = text.find("/*", at)) != std::string::npos) {
         const size_t end = text.find("*/", at + 2);
-        if (end != std::string::npos) {
-            at = end + 2;
-            continue;
-        }
-        ReportAt(name, text, at, "warning", "unterminated comment: the rest of the text is not read");
-        ++warnings;
-        return;
+        if (end == std::string::npos)
+            return AddAt(loaded, text, at, false, "unterminated comment: the rest of the text is not read");
+        at = end + 2;
+    }
+}
+
+void CollectMessengerReports(LoadedModel& loaded) {
+    const KOBWBParserMessenger& messenger = loaded.messenger;
+    for (int i = 0; i < messenger.GetErrorNumber(); ++i) {
+        int code = 0;
+        KOBWBLocation location;
+        messenger.GetError(i, code, location);
+        Add(loaded, location.GetFirstLine(), location.GetFirstColumn() + 1, true, messenger.GetErrorMessage(i).str());
+    }
+    const int invalid = messenger.GetNbOfInvalidCharacters();
+    for (int i = 0; i < invalid && i < shownInvalidCharacters; ++i) {
+        int line = 0;
+        int column = 0;
+        messenger.GetInvalidCharacter(i, line, column);
+        Add(loaded, line, column + 1, false, "invalid character, skipped");
+    }
+    if (invalid > shownInvalidCharacters)
+        Add(loaded, 0, 0, false, std::to_string(invalid - shownInvalidCharacters) + " more invalid characters");
+}
+
+// Homogeneity also fails the equations whose kinds it cannot decide (any function
+// of a length or an angle): only a side that is decided to mix kinds, or two
+// decided sides that differ, is a problem.
+void CheckHomogeneity(LoadedModel& loaded) {
+    for (KOBWBEqNode* equation = loaded.model.GetFirstEquation(); equation;
+         equation = loaded.model.GetNextEquation(equation)) {
+        if (!equation->GetRightTerm() || KOBWBModelHomogeneity::CheckHomogeneity(*equation) != 1) continue;
+        const KOBLVRString left = KOBWBModelHomogeneity::FillHomogeneity(equation->GetLeftTerm());
+        const KOBLVRString right = KOBWBModelHomogeneity::FillHomogeneity(equation->GetRightTerm());
+        if (left == KOBWBUnitClassUnsolved || right == KOBWBUnitClassUnsolved) continue;
+        const KOBWBLocation& location = equation->GetLocation();
+        Add(loaded, location.GetFirstLine(), location.GetFirstColumn() + 1, false,
+            std::string("the two sides are not the same kind of quantity (") + left.str() + " and " + right.str() +
+                ")");
     }
 }
 
 } // namespace
+
+void LoadModelText(const std::string& name, std::string text, LoadedModel& loaded) {
+    loaded.file = name;
+    loaded.messenger.SetEchoToStandardError(false);
+    // The model language has no NUL character: the text from the first one on
+    // is not read.
+    const size_t nul = text.find('\0');
+    if (nul != std::string::npos) {
+        AddAt(loaded, text, nul, true, "a NUL byte: the input is not model text");
+        text.resize(nul);
+    }
+    CheckComments(text, loaded);
+    KOBWBParser::Parse(text.c_str(), loaded.model, loaded.ids, loaded.messenger, nullptr);
+    CollectMessengerReports(loaded);
+    CheckHomogeneity(loaded);
+    // In text order; what has no place comes last.
+    std::stable_sort(loaded.diagnostics.begin(), loaded.diagnostics.end(),
+                     [](const Diagnostic& a, const Diagnostic& b) {
+                         const int lineA = a.line > 0 ? a.line : INT_MAX;
+                         const int lineB = b.line > 0 ? b.line : INT_MAX;
+                         return lineA != lineB ? lineA < lineB : a.column < b.column;
+                     });
+}
 
 bool LoadModel(const std::string& name, LoadedModel& loaded) {
     std::string text;
@@ -64,55 +127,56 @@ bool LoadModel(const std::string& name, LoadedModel& loaded) {
         std::cerr << "kobwb: cannot read " << ShownName(name) << ": " << std::strerror(errno) << '\n';
         return false;
     }
-    loaded.messenger.SetEchoToStandardError(false);
-    // The model language has no NUL character: the text from the first one on
-    // is not read.
-    const size_t nul = text.find('\0');
-    if (nul != std::string::npos) {
-        ReportAt(name, text, nul, "error", "a NUL byte: the input is not model text");
-        ++loaded.errors;
-        text.resize(nul);
-    }
-    ReportUnterminatedComment(name, text, loaded.warnings);
-    KOBWBParser::Parse(text.c_str(), loaded.model, loaded.ids, loaded.messenger, nullptr);
-    for (int i = 0; i < loaded.messenger.GetErrorNumber(); ++i) {
-        int code = 0;
-        KOBWBLocation location;
-        loaded.messenger.GetError(i, code, location);
-        Report(name, location.GetFirstLine(), location.GetFirstColumn() + 1, "error",
-               loaded.messenger.GetErrorMessage(i).str());
-        ++loaded.errors;
-    }
-    for (KOBWBEqNode* equation = loaded.model.GetFirstEquation(); equation;
-         equation = loaded.model.GetNextEquation(equation)) {
-        if (!equation->GetRightTerm() || KOBWBModelHomogeneity::CheckHomogeneity(*equation) != 1) continue;
-        // The check also fails the equations whose kinds it cannot decide (any
-        // function of a length or an angle): only a side that is decided to mix
-        // kinds, or two decided sides that differ, is a problem.
-        const KOBLVRString left = KOBWBModelHomogeneity::FillHomogeneity(equation->GetLeftTerm());
-        const KOBLVRString right = KOBWBModelHomogeneity::FillHomogeneity(equation->GetRightTerm());
-        if (left == KOBWBUnitClassUnsolved || right == KOBWBUnitClassUnsolved) continue;
-        const std::string message = std::string("the two sides are not the same kind of quantity (") + left.str() +
-                                    " and " + right.str() + ")";
-        const KOBWBLocation& location = equation->GetLocation();
-        Report(name, location.GetFirstLine(), location.GetFirstColumn() + 1, "warning", message.c_str());
-        ++loaded.warnings;
-    }
+    LoadModelText(name, std::move(text), loaded);
     return true;
+}
+
+void WriteDiagnostics(const LoadedModel& loaded, std::ostream& out) {
+    const std::string shown = ShownName(loaded.file);
+    for (const Diagnostic& problem : loaded.diagnostics) {
+        out << shown;
+        if (problem.line > 0) out << ':' << problem.line << ':' << problem.column;
+        out << ": " << (problem.error ? "error" : "warning") << ": " << problem.message << '\n';
+    }
+}
+
+void AppendDiagnosticsJson(const LoadedModel& loaded, std::string& out) {
+    out += "{\"file\": ";
+    AppendJsonString(out, ShownName(loaded.file));
+    out += ", \"errors\": " + std::to_string(loaded.errors) + ", \"warnings\": " + std::to_string(loaded.warnings) +
+           ", \"problems\": [";
+    const char* separator = "";
+    for (const Diagnostic& problem : loaded.diagnostics) {
+        out += separator;
+        out += "{\"line\": " + std::to_string(problem.line) + ", \"column\": " + std::to_string(problem.column) +
+               ", \"severity\": ";
+        out += problem.error ? "\"error\"" : "\"warning\"";
+        out += ", \"message\": ";
+        AppendJsonString(out, problem.message);
+        out += '}';
+        separator = ", ";
+    }
+    out += "]}";
+}
+
+int ConvertModel(LoadedModel& loaded, KOBWBFactory& factory, KOBLVRListPKOBWBVarNode& variableNodes,
+                 KOBLVRListPKOBWBVariable& factoryVariables) {
+    if (loaded.errors > 0) return exitProblems;
+    const int parsed = loaded.ids.Size();
+    if (loaded.model.FillFactory(factory, loaded.ids, -1, variableNodes, factoryVariables) != parsed) {
+        std::cerr << ShownName(loaded.file) << ": error: some equations could not be converted\n";
+        return exitProblems;
+    }
+    return exitClean;
 }
 
 int LoadFactory(const std::string& name, KOBWBFactory& factory) {
     LoadedModel loaded;
     if (!LoadModel(name, loaded)) return exitUsage;
-    if (loaded.errors > 0) return exitProblems;
+    WriteDiagnostics(loaded, std::cerr);
     KOBLVRListPKOBWBVarNode variableNodes;
     KOBLVRListPKOBWBVariable factoryVariables;
-    const int parsed = loaded.ids.Size();
-    if (loaded.model.FillFactory(factory, loaded.ids, -1, variableNodes, factoryVariables) != parsed) {
-        std::cerr << ShownName(name) << ": error: some equations could not be converted\n";
-        return exitProblems;
-    }
-    return exitClean;
+    return ConvertModel(loaded, factory, variableNodes, factoryVariables);
 }
 
 } // namespace kobwb_tool

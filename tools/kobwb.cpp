@@ -24,6 +24,8 @@ const Entry commands[] = {
     {"diff", kobwb_tool::Diff, "differentiate every equation by a variable"},
     {"simplify", kobwb_tool::Simplify, "run the symbolic transformations"},
     {"classify", kobwb_tool::Classify, "tell linear, quadratic and other equations apart"},
+    {"contract", kobwb_tool::Contract, "narrow the variables' domains with the equations"},
+    {"edit", kobwb_tool::Edit, "a session over a model's equations, from a terminal or a script"},
 };
 
 void Help(std::ostream& out) {

@@ -23,8 +23,9 @@ public:
     // unless the echo is off. Returns 0.
     long ReportError(const KOBWBLocation* location, const KOBLVRString& message);
     int GetErrorNumber() const { return m_nbOfErrors; }
-    // Whether reports are also written to standard error; on by default. An
-    // application that shows the errors its own way turns it off.
+    // Whether reports are also written to standard error, and invalid characters
+    // announced on standard output; on by default. An application that shows the
+    // errors its own way turns it off, and nothing is written.
     void SetEchoToStandardError(bool echo) { m_echo = echo; }
     bool IsEchoingToStandardError() const { return m_echo; }
     // The message of the i-th error, from 0 in report order, as reported
@@ -35,6 +36,14 @@ public:
     // Empties both outputs (deleting the locations the list holds), then fills
     // them with the code and a new copy of the location of every error. Returns 0.
     long GetErrors(KOBLVRIntArray& codes, KOBLVRListPKOBWBLocation& locations) const;
+    // A character the scanner could not use and skipped. It is not an error: the
+    // error count and lists do not change; it is only kept to be read back.
+    void NoteInvalidCharacter(const KOBWBLocation& location);
+    int GetNbOfInvalidCharacters() const { return m_invalidCharacters.Size() / 2; }
+    // Line and column (from 1 and from 0, as locations count) of the i-th invalid
+    // character, from 0 in text order; fails outside.
+    long GetInvalidCharacter(int i, int& line, int& column) const;
+
     // The messages of the errors reported with a location, one a line.
     KOBLVRString GetString() const { return m_text; }
 
@@ -46,6 +55,7 @@ private:
     KOBLVRListPKOBWBLocation m_locations;
     KOBLVRIntArray m_codes;
     KOBLVRArrayKOBLVRString m_messages;
+    KOBLVRIntArray m_invalidCharacters; // line, column of each
     int m_nbOfErrors = 0;
     bool m_echo = true;
     KOBLVRString m_text;

@@ -1,6 +1,7 @@
 #include "KOBWBModelScannerSupport.h"
 
 #include "KOBWBModel.h"
+#include "KOBWBParserMessenger.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -61,8 +62,9 @@ int KOBWBIdentifierToken(KOBWBMODELLANGSTYPE* value, KOBWBScanContext& context, 
     return TOKEN_IDENTIFIER;
 }
 
-void KOBWBInvalidCharacter() {
-    std::fputs("Invalid character\n", stdout);
+void KOBWBInvalidCharacter(KOBWBScanContext& context, const KOBWBLocation& location) {
+    context.messenger.NoteInvalidCharacter(location);
+    if (context.messenger.IsEchoingToStandardError()) std::fputs("Invalid character\n", stdout);
 }
 
 void KOBWBForeseeStatement(const KOBWBModel& model, const char* text) {

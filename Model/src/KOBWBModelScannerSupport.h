@@ -4,13 +4,18 @@
 #include "KOBWBModelGrammar.h"
 #include "KOBWBTextStore.h"
 
+class KOBWBLocation;
 class KOBWBModel;
+class KOBWBParserMessenger;
 
-// What the scanner works for (its extra data): the model being read, and the
-// copies of the identifiers, which stay until the scan ends.
+// What the scanner works for (its extra data): the model being read, the
+// messenger that hears of invalid characters, and the copies of the
+// identifiers, which stay until the scan ends.
 struct KOBWBScanContext {
-    explicit KOBWBScanContext(const KOBWBModel& readModel) : model(readModel) {}
+    KOBWBScanContext(const KOBWBModel& readModel, KOBWBParserMessenger& readMessenger)
+        : model(readModel), messenger(readMessenger) {}
     const KOBWBModel& model;
+    KOBWBParserMessenger& messenger;
     KOBWBTextStore identifiers;
 };
 
@@ -24,8 +29,10 @@ int KOBWBRealToken(KOBWBMODELLANGSTYPE* value, const char* text);
 // An "identifier" carrying a copy of its text kept in the scan context.
 int KOBWBIdentifierToken(KOBWBMODELLANGSTYPE* value, KOBWBScanContext& context, const char* text,
                          int length);
-// Writes "Invalid character\n" on standard output; the character is skipped.
-void KOBWBInvalidCharacter();
+// Notes the character at location with the messenger (not as an error) and,
+// while the messenger echoes, writes "Invalid character\n" on standard output;
+// the character is skipped.
+void KOBWBInvalidCharacter(KOBWBScanContext& context, const KOBWBLocation& location);
 // Gives the model the words of the statement that starts at text (up to the
 // next ";", the end of the text or a few hundred characters), so that looking up
 // its variables while the parser reads it finds them in cache. Keywords, units,

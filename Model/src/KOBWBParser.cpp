@@ -23,7 +23,7 @@ int Finish(yyscan_t scanner, KOBWBModel& model, KOBWBParserMessenger& messenger)
 
 int KOBWBParser::Parse(FILE* file, KOBWBModel& model, KOBLVRIntArray& ids,
                        KOBWBParserMessenger& messenger, KOBLVRListPKOBWBBlackBox* blackBoxes) {
-    KOBWBScanContext context(model);
+    KOBWBScanContext context(model, messenger);
     yyscan_t scanner = nullptr;
     if (KOBWBModelLanglex_init_extra(&context, &scanner) != 0) return messenger.GetErrorNumber();
     if (file) {
@@ -35,7 +35,7 @@ int KOBWBParser::Parse(FILE* file, KOBWBModel& model, KOBLVRIntArray& ids,
 
 int KOBWBParser::Parse(const char* text, KOBWBModel& model, KOBLVRIntArray& ids,
                        KOBWBParserMessenger& messenger, KOBLVRListPKOBWBBlackBox* blackBoxes) {
-    KOBWBScanContext context(model);
+    KOBWBScanContext context(model, messenger);
     yyscan_t scanner = nullptr;
     if (KOBWBModelLanglex_init_extra(&context, &scanner) != 0) return messenger.GetErrorNumber();
     if (text) {

@@ -69,6 +69,18 @@ long KOBWBParserMessenger::GetError(int i, int& code, KOBWBLocation& location) c
     return 0;
 }
 
+void KOBWBParserMessenger::NoteInvalidCharacter(const KOBWBLocation& location) {
+    m_invalidCharacters.Append(location.GetFirstLine());
+    m_invalidCharacters.Append(location.GetFirstColumn());
+}
+
+long KOBWBParserMessenger::GetInvalidCharacter(int i, int& line, int& column) const {
+    if (i < 0 || i >= GetNbOfInvalidCharacters()) return KOBWBModelFailure;
+    line = m_invalidCharacters[2 * i];
+    column = m_invalidCharacters[2 * i + 1];
+    return 0;
+}
+
 KOBLVRString KOBWBParserMessenger::GetErrorMessage(int i) const {
     if (i < 0 || i >= m_nbOfErrors) return KOBLVRString();
     return m_messages[i];

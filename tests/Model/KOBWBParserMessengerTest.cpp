@@ -58,9 +58,12 @@ TEST(KOBWBParserMessenger, KeepsItsReportsToItselfWhenToldAndHandsBackEachMessag
     messenger.SetEchoToStandardError(false);
     KOBWBModel model;
     KOBLVRIntArray ids;
+    testing::internal::CaptureStdout();
     testing::internal::CaptureStderr();
-    const int errors = KOBWBParser::Parse("x = 2 furlong;\ny = (3;\n", model, ids, messenger, nullptr);
+    const int errors = KOBWBParser::Parse("x = 2 furlong;\ny = (3 $;\n", model, ids, messenger, nullptr);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(messenger.GetNbOfInvalidCharacters(), 1);
     ASSERT_EQ(errors, 2);
     EXPECT_EQ(std::string(messenger.GetErrorMessage(0).str()), "syntax error, unexpected semi-colon");
     EXPECT_EQ(std::string(messenger.GetErrorMessage(1).str()), "semantic error, unknown unit");

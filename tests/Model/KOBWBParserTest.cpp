@@ -218,6 +218,18 @@ TEST(KOBWBParser, PrintsInvalidCharactersAndGoesOn) {
     EXPECT_EQ(parsed.out, "Invalid character\nInvalid character\nInvalid character\n");
     EXPECT_EQ(parsed.Right(0), "5");
     EXPECT_EQ(parsed.Codes(), (std::vector<int>{3}));
+    // The messenger keeps where each one was, apart from the errors.
+    ASSERT_EQ(parsed.messenger.GetNbOfInvalidCharacters(), 3);
+    int line = 0;
+    int column = 0;
+    EXPECT_EQ(parsed.messenger.GetInvalidCharacter(1, line, column), 0);
+    EXPECT_EQ(line, 2);
+    EXPECT_EQ(column, 6);
+    EXPECT_EQ(parsed.messenger.GetInvalidCharacter(2, line, column), 0);
+    EXPECT_EQ(line, 2);
+    EXPECT_EQ(column, 11);
+    EXPECT_EQ(parsed.messenger.GetInvalidCharacter(3, line, column), KOBWBModelFailure);
+    EXPECT_EQ(parsed.messenger.GetInvalidCharacter(-1, line, column), KOBWBModelFailure);
 }
 
 TEST(KOBWBParser, CountsLinesOutsideAndInsideComments) {

@@ -101,12 +101,81 @@ TEST(KobwbTool, CommandsWorkOnTheEquationsOfAModel) {
 
     EXPECT_EQ(Kobwb("print -", "x = ;").status, 1);
     EXPECT_EQ(Kobwb("print /nonexistent/model").status, 2);
-    for (const char* command : {"check", "eval", "print", "diff", "simplify", "classify"}) {
+    for (const char* command : {"check", "eval", "print", "diff", "simplify", "classify", "contract", "edit"}) {
         const Outcome help = Kobwb(std::string(command) + " --help");
         EXPECT_EQ(help.status, 0) << command;
         EXPECT_TRUE(Has(help, std::string("usage: kobwb ") + command)) << command;
     }
     EXPECT_EQ(Kobwb("--help").status, 0);
+}
+
+TEST(KobwbTool, ContractsAndAnswersInJson) {
+    const std::string system = "x + y = 10;\\nx - y = 2;\\n";
+    const Outcome narrowed = Kobwb("contract - --domain x=[0,100] --domain y=[0,100]", system);
+    EXPECT_EQ(narrowed.status, 0) << narrowed.output;
+    EXPECT_TRUE(Has(narrowed, "fixed point after ")) << narrowed.output;
+    EXPECT_TRUE(Has(narrowed, "y in [0.0, 8.0")) << narrowed.output;
+    const Outcome none = Kobwb("contract - --domain x=[0,1] --domain y=[0,1] --json", system);
+    EXPECT_EQ(none.status, 1) << none.output;
+    EXPECT_TRUE(Has(none, "{\"status\": \"no solution\", \"revisions\": ")) << none.output;
+
+    const Outcome checked = Kobwb("check - --json", "x = 1 $ 2;\\ny = (3;\\n");
+    EXPECT_EQ(checked.status, 1);
+    EXPECT_EQ(checked.output,
+              "[{\"file\": \"<stdin>\", \"errors\": 2, \"warnings\": 1, \"problems\": ["
+              "{\"line\": 1, \"column\": 7, \"severity\": \"warning\", \"message\": \"invalid character, skipped\"}, "
+              "{\"line\": 1, \"column\": 9, \"severity\": \"error\", \"message\": \"syntax error, unexpected integer\"}, "
+              "{\"line\": 2, \"column\": 7, \"severity\": \"error\", \"message\": \"syntax error, unexpected semi-colon\"}]}]\n");
+    // The scanner's own line for the character does not mix into the tool's output.
+    EXPECT_FALSE(Has(Kobwb("check -", "x = 1 $ 2;"), "Invalid character"));
+
+    EXPECT_TRUE(Has(Kobwb("eval - --json --domain x=1", "x = 1;"),
+                    "[{\"id\": 0, \"equation\": \"x = 1;\", \"root\": \"0.0\", \"lower\": 0, \"upper\": 0, "
+                    "\"canHold\": \"possible\"}]\n"));
+    EXPECT_TRUE(Has(Kobwb("classify - --json", "x*y = 2;"), "\"class\": \"quadratic\""));
+    EXPECT_TRUE(Has(Kobwb("diff - --by x --json", "x^2 = 2;"), "[{\"id\": 0, \"derivative\": "));
+    EXPECT_EQ(Kobwb("print - --json", "x = 1;").status, 2);
+}
+
+TEST(KobwbTool, EditorRunsAScript) {
+    const std::string saved = testing::TempDir() + "kobwb-edit-saved.model";
+    const std::string script = "# a comment, then a blank line\\n\\n"
+                               "add x + y = 10; x - y = 2;\\n"
+                               "domain x=[0,100]\\n"
+                               "domain y=[0,100]\\n"
+                               "contract\\n"
+                               "add z = x*y;\\n"
+                               "remove 1\\n"
+                               "show\\n"
+                               "json on\\n"
+                               "classify\\n"
+                               "save " + saved + "\\n"
+                               "quit\\n"
+                               "show\\n";
+    const Outcome run = Kobwb("edit", script);
+    EXPECT_EQ(run.status, 0) << run.output;
+    EXPECT_TRUE(Has(run, "added [0] x + y = 10;\nadded [1] x - y = 2;\n")) << run.output;
+    EXPECT_TRUE(Has(run, "x in [1.99")) << run.output;
+    EXPECT_TRUE(Has(run, "added [2] z - x*y = 0;\nremoved [1]\n[0] x + y = 10;\n[2] z - x*y = 0;\n[{")) << run.output;
+    EXPECT_TRUE(Has(run, "\"class\": \"quadratic\"")) << run.output;
+    // Nothing runs after quit: the last show would list the equations again.
+    EXPECT_EQ(run.output.find("[0] x + y = 10;", run.output.find("saved 2 equations")), std::string::npos)
+        << run.output;
+    const Outcome reread = Kobwb("print " + saved);
+    EXPECT_EQ(reread.output, "x + y = 10;\nz - x*y = 0;\n");
+
+    // A session over a file; a failed command is answered and makes the status 1.
+    const Outcome broken = Kobwb("edit " + saved, "bogus\\nadd x = ;\\nremove 7\\ndomain w=1\\nsimplify 99\\nshow\\n");
+    EXPECT_EQ(broken.status, 1);
+    EXPECT_TRUE(Has(broken, "error: unknown command bogus")) << broken.output;
+    EXPECT_TRUE(Has(broken, "error: column 5: syntax error, unexpected semi-colon")) << broken.output;
+    EXPECT_TRUE(Has(broken, "error: no equation of id 7")) << broken.output;
+    EXPECT_TRUE(Has(broken, "error: no variable w in the model")) << broken.output;
+    EXPECT_TRUE(Has(broken, "error: bad mode 99")) << broken.output;
+    EXPECT_TRUE(Has(broken, "[1] z - x*y = 0;")) << broken.output;
+    EXPECT_EQ(Kobwb("edit /nonexistent/model", "show\\n").status, 2);
+    EXPECT_EQ(Kobwb("edit a b").status, 2);
+    std::remove(saved.c_str());
 }
 
 } // namespace
