@@ -8,8 +8,10 @@ class KOBWBValue;
 namespace kobwb {
 
 // How tightly a piece of model text binds, loosest first: a bracket is needed
-// where a piece binds less tightly than its place requires.
-enum TextPrecedence { SumText = 1, ProductText = 2, UnaryText = 3, PowerText = 4, AtomText = 5 };
+// where a piece binds less tightly than its place requires. Comparisons and
+// their connectives bind loosest of all; they stand only at the top of a
+// condition or of a branch of a conditional equation.
+enum TextPrecedence { ConditionText = 0, SumText = 1, ProductText = 2, UnaryText = 3, PowerText = 4, AtomText = 5 };
 
 // The shortest decimal text that reads back to the same double, always with a
 // point or an exponent so that the model language reads a real, never an integer.
