@@ -80,6 +80,7 @@
 #include "KOBWBVarNode.h"
 #include "KOBWBVisitor.h"
 
+#include "KOBWBEquationMLPrinter.h"
 #include "KOBWBEquationPrinter.h"
 #include "KOBWBGraphPrinter.h"
 

@@ -187,7 +187,7 @@ int Print(const std::vector<std::string>& arguments) {
     if (const int loaded = LoadFactory(options.file, factory)) return loaded;
     std::string text;
     if (format == "json")
-        KOBWBGraphPrinter::PrintJson(factory, text);
+        KOBWBEquationMLPrinter::PrintJson(factory, text);
     else if (format == "dot")
         KOBWBGraphPrinter::PrintDot(factory, text);
     else

@@ -38,7 +38,7 @@ TEST(KOBWBGraphPrinter, WritesSharedNodesOnceWithTheirValues) {
     EXPECT_EQ(Count(dot, "label=\"[1] <= 0\""), 1u) << dot;
 
     std::string json;
-    KOBWBGraphPrinter::PrintJson(f, json);
+    KOBWBEquationMLPrinter::PrintJson(f, json);
     EXPECT_EQ(Count(json, "\"type\": 19"), 1u) << json;
     EXPECT_NE(json.find("{\"id\": 0, \"type\": 1, \"op\": \"variable\", \"name\": \"x\", \"value\": \"0.0\"}"),
               std::string::npos)
@@ -49,7 +49,7 @@ TEST(KOBWBGraphPrinter, WritesSharedNodesOnceWithTheirValues) {
 
     KOBWBFactory empty;
     std::string nothing;
-    KOBWBGraphPrinter::PrintJson(empty, nothing);
+    KOBWBEquationMLPrinter::PrintJson(empty, nothing);
     EXPECT_EQ(nothing, "{\"nodes\": [\n], \"equations\": [\n]}\n");
 }
 
