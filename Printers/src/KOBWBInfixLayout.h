@@ -98,8 +98,7 @@ struct Layout {
 // The precedence decisions of infix output, shared by the printers: which
 // operands of a node need which precedence, where a sum writes a subtraction,
 // how a product led by -1 becomes a negation, how an equation splits into its
-// two sides. Precedences are those of TextPrecedence, with ConditionText below
-// them all.
+// two sides. Precedences are those of TextPrecedence.
 class KOBWBInfixLayout {
 public:
     // Replaces layout's contents by the form of node at a place of the given
