@@ -68,6 +68,7 @@
 #include "KOBWBLocation.h"
 #include "KOBWBModel.h"
 #include "KOBWBModelCheck.h"
+#include "KOBWBModelGraphDump.h"
 #include "KOBWBModelHomogeneity.h"
 #include "KOBWBModelLists.h"
 #include "KOBWBModelStatus.h"
@@ -80,6 +81,7 @@
 #include "KOBWBVarNode.h"
 #include "KOBWBVisitor.h"
 
+#include "KOBWBEquationMLPrinter.h"
 #include "KOBWBEquationPrinter.h"
 #include "KOBWBGraphPrinter.h"
 

@@ -227,7 +227,8 @@ struct SystemFormat {
 
 const SystemFormat systemFormats[] = {
     {"text", KOBWBEquationPrinter::PrintFactory},
-    {"json", KOBWBGraphPrinter::PrintJson},
+    {"mathml", KOBWBEquationMLPrinter::PrintFactory},
+    {"json", KOBWBEquationMLPrinter::PrintJson},
     {"dot", KOBWBGraphPrinter::PrintDot},
 };
 

@@ -43,11 +43,11 @@ void WriteClassification(KOBWBFactory& factory, bool json, std::string& out);
 // JSON: {"status": S, "revisions": N, "variables": [as WriteVariables]}
 bool RunContract(KOBWBFactory& factory, bool json, std::string& out);
 
-// The equations in a format: "text" (the model language), "json" or "dot" (the
-// graph); false when the format is none of these.
+// The equations in a format: "text" (the model language), "mathml" (presentation
+// MathML), "json" or "dot" (the graph); false when the format is none of these.
 bool WriteSystem(const KOBWBFactory& factory, const std::string& format, std::string& out);
 bool IsSystemFormat(const std::string& format);
-// The formats WriteSystem knows, for messages: "text|json|dot".
+// The formats WriteSystem knows, for messages: "text|mathml|json|dot".
 std::string SystemFormats();
 
 } // namespace kobwb_tool

@@ -25,9 +25,10 @@ const Usage usages[] = {
     {"eval", "usage: kobwb eval FILE [--domain NAME=[LOW,HIGH] | --domain NAME=VALUE]... [--json]\n"
              "Evaluates every equation's root over the domains given (other variables range\n"
              "over everything) and tells whether the equation can still hold.\n"},
-    {"print", "usage: kobwb print FILE [--format text|json|dot]\n"
+    {"print", "usage: kobwb print FILE [--format text|mathml|json|dot]\n"
               "Writes the model's equations, as converted into a factory: in the model language\n"
-              "(text, the default), or their graph as JSON or Graphviz DOT, shared nodes once.\n"},
+              "(text, the default), as presentation MathML, or their graph as JSON or Graphviz\n"
+              "DOT, shared nodes once.\n"},
     {"diff", "usage: kobwb diff FILE --by NAME [--json]\n"
              "Writes the derivative of every equation's root by the variable NAME.\n"},
     {"simplify", "usage: kobwb simplify FILE [--mode N]\n"

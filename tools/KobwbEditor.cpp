@@ -77,7 +77,7 @@ const Session::Command Session::commands[] = {
     {"simplify", "[MODE]", "runs the symbolic transformations (mode 4 by default) on the equations", &Session::Simplify},
     {"classify", "", "linear, quadratic or nonlinear, for every equation", &Session::Classify},
     {"contract", "", "narrows the domains with the equations", &Session::Contract},
-    {"print", "[FORMAT]", "the equations as text (default), json or dot", &Session::Print},
+    {"print", "[FORMAT]", "the equations as text (default), mathml, json or dot", &Session::Print},
     {"save", "FILE", "writes the equations to FILE in the model language", &Session::Save},
     {"json", "on|off", "answers as JSON where a command has a JSON form", &Session::Json},
 };

@@ -3,13 +3,18 @@
 #include "KOBWBEqNode.h"
 #include "KOBWBFactory.h"
 #include "KOBWBFactoryConversion.h"
+#include "KOBWBModelGraphDump.h"
 #include "KOBWBPrefetch.h"
 
 #include "KOBWBEquation.h"
 
+#include <cstdlib>
+
 long KOBWBModel::FillFactory(KOBWBFactory& factory, KOBLVRIntArray& equationIds, int count,
                              KOBLVRListPKOBWBVarNode& variableNodes,
                              KOBLVRListPKOBWBVariable& factoryVariables) {
+    // A dump of the model for inspection when the environment asks for one.
+    if (const char* folder = std::getenv("ADL_ODT_OUT")) KOBWBModelGraphDump::WriteFileInto(*this, folder);
     KOBWBFactoryConversion conversion(factory, variableNodes, factoryVariables);
     const int last = count < 0 || count > equationIds.Size() ? equationIds.Size() : count;
     long made = 0;

@@ -1,5 +1,6 @@
 #include "KOBWBNodeText.h"
 
+#include "KOBWBBlackBox.h"
 #include "KOBWBConstNode.h"
 #include "KOBWBEqNode.h"
 #include "KOBWBModelFunctions.h"
@@ -7,6 +8,7 @@
 #include "KOBWBVarNode.h"
 
 #include <cstdio>
+#include <string>
 #include <vector>
 
 namespace {
@@ -177,6 +179,42 @@ KOBLVRString KOBWBNodeText(const KOBWBNode* root) {
         default:
             break;
         }
+    }
+    return text;
+}
+
+KOBLVRString KOBWBNodeLabel(const KOBWBNode* node) {
+    KOBLVRString text;
+    if (!node) return text;
+    switch (node->GetNodeType()) {
+    case KOBWBConstNodeType: AppendValue(text, static_cast<const KOBWBConstNode*>(node)->GetValue()); break;
+    case KOBWBVarNodeType: text += static_cast<const KOBWBVarNode*>(node)->GetName(); break;
+    case KOBWBEqNodeType:
+        text += KOBWBGetEquationTypeText(static_cast<const KOBWBEqNode*>(node)->GetWBEqType());
+        break;
+    case KOBWBOpNodeType: {
+        const KOBWBOpNode& op = *static_cast<const KOBWBOpNode*>(node);
+        const char* infix = op.GetNbOfChildren() == 2 ? InfixText(op) : nullptr;
+        if (infix) {
+            // The sign without the spaces around it.
+            while (*infix == ' ') ++infix;
+            const char* end = infix;
+            while (*end && *end != ' ') ++end;
+            text += std::string(infix, static_cast<size_t>(end - infix)).c_str();
+        } else if (op.GetType() == KOBWBOppositeType) {
+            text += "-";
+        } else if (op.GetType() == KOBWBNotType) {
+            text += "!";
+        } else if (op.GetType() == KOBWBIfThenElseType) {
+            text += "if";
+        } else if (op.GetType() == KOBWBBlackBoxType) {
+            text += op.GetBlackBox() ? op.GetBlackBox()->GetName() : op.GetCalledName();
+        } else {
+            text += FunctionText(op.GetType());
+        }
+        break;
+    }
+    default: break;
     }
     return text;
 }

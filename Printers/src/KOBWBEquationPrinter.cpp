@@ -1,127 +1,52 @@
 #include "KOBWBEquationPrinter.h"
 
-#include "KOBWBBlackBoxOperator.h"
-#include "KOBWBConstant.h"
 #include "KOBWBEquation.h"
 #include "KOBWBExpression.h"
 #include "KOBWBFactory.h"
+#include "KOBWBInfixLayout.h"
 #include "KOBWBValueText.h"
 #include "KOBWBVariable.h"
 
-#include <deque>
 #include <vector>
 
 using namespace kobwb;
 
 namespace {
 
-// Comparisons and their connectives bind loosest of all; they print only at the
-// top of a condition or of a branch of a conditional equation.
-constexpr int conditionText = 0;
-
-// One piece of pending output: a fixed text, or a node with the precedence that
-// its place requires and how it is to be written there.
-struct Piece {
-    enum Mode : unsigned char {
-        Text,
-        Plain,
-        // The node's opposite: a term after " - " in a sum.
-        Negated,
-        // A comparison of a conditional equation's branch, written with "=".
-        Branch
-    };
-    const KOBWBExpression* node;
-    const char* text;
-    int minimum;
-    Mode mode;
-};
-
-bool IsNegativeConstant(const KOBWBExpression* node) {
-    return node && node->GetType() == KOBWBConstantType &&
-           IsNegativeNumber(static_cast<const KOBWBConstant*>(node)->GetExprValue());
-}
-
-bool IsMinusOne(const KOBWBExpression* node) {
-    if (!IsNegativeConstant(node)) return false;
-    const KOBWBValue& value = node->GetExprValue();
-    return !value.IsAFraction() && value.GetType() == KOBWBIntegerValue && value.GetAsInteger() == -1;
-}
-
-// A negative integer or real: its opposite is written as one number.
-bool IsNegativeNumberConstant(const KOBWBExpression* node) {
-    if (!IsNegativeConstant(node)) return false;
-    const KOBWBValue& value = node->GetExprValue();
-    if (!value.IsAFraction()) return true;
-    const KOBWBFraction fraction = value.GetAsFraction();
-    return fraction.denominator == 1 && fraction.powerOfPi == 0;
-}
-
-// A term that a sum writes after " - ": a negative constant, or a product or
-// quotient whose first operand is a negative number. A product led by a negative
-// fraction (-Pi/3*c) keeps its sign, since reading "- Pi/3*c" back would make
-// the product of -1 and another product, not the product of one constant.
-bool IsNegativeTerm(const KOBWBExpression* node) {
-    if (!node) return false;
-    if (node->GetType() == KOBWBConstantType) return IsNegativeConstant(node);
-    const KOBWBExpressionType type = node->GetType();
-    return ((type == KOBWBProductType && node->GetNbOfChildren() >= 2) ||
-            (type == KOBWBQuotientType && node->GetNbOfChildren() == 2)) &&
-           IsNegativeNumberConstant(node->GetChild(0));
-}
-
-bool IsConnective(const KOBWBExpression* node) {
-    return node && (node->GetType() == KOBWBAndType || node->GetType() == KOBWBOrType);
-}
-
-const char* CallName(const KOBWBExpression* node, std::string& scratch) {
-    if (node->GetType() == KOBWBIntegrateType) return "Int";
-    if (node->GetType() == KOBWBBlackBoxType) {
-        scratch = static_cast<const KOBWBBlackBoxOperator*>(node)->GetBlackBoxName().str();
-        if (!scratch.empty()) return scratch.c_str();
-        return "blackbox";
-    }
-    if (node->GetType() == KOBWBImplicationType) return "implies";
-    return KOBWBGetExpressionTypeName(node->GetType());
-}
-
 class TextWriter {
 public:
     explicit TextWriter(std::string& out) : m_out(out) {}
 
-    void Write(const KOBWBExpression* root, int minimum, Piece::Mode mode) {
-        m_stack.push_back({root, nullptr, minimum, mode});
+    // Writes the items in order, each node one after the other with its own
+    // pieces pushed on one stack.
+    void Write(const std::vector<LayoutItem>& items) {
+        for (auto it = items.rbegin(); it != items.rend(); ++it) m_stack.push_back(*it);
         while (!m_stack.empty()) {
-            const Piece piece = m_stack.back();
+            const LayoutItem item = m_stack.back();
             m_stack.pop_back();
-            if (piece.mode == Piece::Text)
-                m_out += piece.text;
-            else
-                WriteNode(piece);
+            switch (item.kind) {
+            case LayoutItem::MarkItem: m_out += MarkText(item.mark); break;
+            case LayoutItem::NameItem: m_out += item.name; break;
+            default: WriteNode(item);
+            }
         }
     }
 
+    void WriteExpression(const KOBWBExpression* root) {
+        Write({{LayoutItem::NodeItem, Mark::Zero, nullptr, root, ConditionText, Placing::Plain}});
+    }
+
+    KOBWBInfixLayout& Layouts() { return m_layouts; }
+
 private:
-    void Emit(const char* text) { m_sequence.push_back({nullptr, text, 0, Piece::Text}); }
-    void Emit(const KOBWBExpression* node, int minimum, Piece::Mode mode = Piece::Plain) {
-        m_sequence.push_back({node, nullptr, minimum, mode});
-    }
+    void PushMark(Mark mark) { m_stack.push_back({LayoutItem::MarkItem, mark, nullptr, nullptr, 0, Placing::Plain}); }
 
-    // Moves the pieces gathered for one node onto the stack, bracketed when the
-    // node binds less tightly than its place requires.
-    void Flush(int precedence, int minimum) {
-        const bool bracket = precedence < minimum;
-        if (bracket) m_stack.push_back({nullptr, ")", 0, Piece::Text});
-        for (auto it = m_sequence.rbegin(); it != m_sequence.rend(); ++it) m_stack.push_back(*it);
-        if (bracket) m_stack.push_back({nullptr, "(", 0, Piece::Text});
-        m_sequence.clear();
-    }
-
-    void WriteConstant(const KOBWBExpression* node, const Piece& piece) {
+    void WriteConstant(const KOBWBExpression* node, const LayoutItem& item) {
         m_scratch.clear();
         const KOBWBValue& value = node->GetExprValue();
-        const TextPrecedence precedence = piece.mode == Piece::Negated ? AppendNegatedValue(value, m_scratch)
-                                                                       : AppendValue(value, m_scratch);
-        const bool bracket = precedence < piece.minimum;
+        const TextPrecedence precedence = item.placing == Placing::Negated ? AppendNegatedValue(value, m_scratch)
+                                                                          : AppendValue(value, m_scratch);
+        const bool bracket = precedence < item.minimum;
         if (bracket) m_out += '(';
         m_out += m_scratch;
         if (bracket) m_out += ')';
@@ -138,246 +63,42 @@ private:
         AppendInteger(variable->GetIdx(), m_out);
     }
 
-    // Factors from the first-th on, joined by "*"; the first of them is a left
-    // operand, the others right operands.
-    void Factors(const KOBWBExpression* node, int first) {
-        for (int i = first; i < node->GetNbOfChildren(); ++i) {
-            if (i > first) Emit("*");
-            Emit(node->GetChild(i), i == first ? ProductText : UnaryText);
-        }
-    }
-
-    // A sum or product of one child is that child, in the same place.
-    bool WriteSingle(const KOBWBExpression* node, const Piece& piece) {
-        if (node->GetNbOfChildren() != 1) return false;
-        Emit(node->GetChild(0), piece.minimum);
-        Flush(AtomText, 0);
-        return true;
-    }
-
-    void WriteProduct(const KOBWBExpression* node, const Piece& piece) {
-        if (WriteSingle(node, piece)) return;
-        const int count = node->GetNbOfChildren();
-        const bool leadingSign = count >= 2 && IsNegativeConstant(node->GetChild(0));
-        if (piece.mode == Piece::Negated && leadingSign) {
-            // The opposite: the sign of the first factor dropped, or -1 left out.
-            if (IsMinusOne(node->GetChild(0))) {
-                if (count == 2) {
-                    Emit(node->GetChild(1), piece.minimum);
-                    Flush(AtomText, 0);
-                    return;
-                }
-                Factors(node, 1);
-            } else {
-                Emit(node->GetChild(0), ProductText, Piece::Negated);
-                Emit("*");
-                Factors(node, 1);
-                m_sequence[2].minimum = UnaryText;
-            }
-            Flush(ProductText, piece.minimum);
-            return;
-        }
-        if (leadingSign && IsMinusOne(node->GetChild(0))) {
-            Emit("-");
-            Factors(node, 1);
-            m_sequence[1].minimum = UnaryText;
-            Flush(count == 2 ? UnaryText : ProductText, piece.minimum);
-            return;
-        }
-        Factors(node, 0);
-        Flush(ProductText, piece.minimum);
-    }
-
-    void WriteSum(const KOBWBExpression* node, const Piece& piece) {
-        if (WriteSingle(node, piece)) return;
-        const int count = node->GetNbOfChildren();
-        for (int i = 0; i < count; ++i) {
-            const KOBWBExpression* term = node->GetChild(i);
-            if (i == 0) {
-                Emit(term, SumText);
-            } else if (IsNegativeTerm(term)) {
-                Emit(" - ");
-                Emit(term, ProductText, Piece::Negated);
-            } else {
-                Emit(" + ");
-                Emit(term, ProductText);
-            }
-        }
-        Flush(SumText, piece.minimum);
-    }
-
-    void WriteCall(const KOBWBExpression* node, const Piece& piece) {
-        m_names.emplace_back();
-        const char* name = CallName(node, m_names.back());
-        if (name != m_names.back().c_str()) m_names.pop_back();
-        Emit(name);
-        Emit("(");
-        for (int i = 0; i < node->GetNbOfChildren(); ++i) {
-            if (i > 0) Emit(", ");
-            Emit(node->GetChild(i), conditionText);
-        }
-        Emit(")");
-        Flush(AtomText, piece.minimum);
-    }
-
-    void WriteComparison(const KOBWBExpression* node, const Piece& piece, const char* relation, bool swap) {
-        const KOBWBExpression* left = node->GetChild(swap ? 1 : 0);
-        const KOBWBExpression* right = node->GetChild(swap ? 0 : 1);
-        Emit(left, SumText);
-        Emit(relation);
-        Emit(right, SumText);
-        Flush(conditionText, piece.minimum);
-    }
-
-    void WriteBoolean(const KOBWBExpression* node, const Piece& piece) {
-        const bool branch = piece.mode == Piece::Branch;
-        const KOBWBExpression* first = node->GetChild(0);
-        switch (node->GetType()) {
-        case KOBWBEqualType: WriteComparison(node, piece, branch ? " = " : " == ", false); return;
-        case KOBWBNotEqualType: WriteComparison(node, piece, " != ", false); return;
-        case KOBWBLessEqualType: WriteComparison(node, piece, " <= ", false); return;
-        case KOBWBNotType:
-            if (first && first->GetType() == KOBWBLessEqualType && first->GetNbOfChildren() == 2) {
-                WriteComparison(first, piece, " > ", false);
-                return;
-            }
-            Emit("!(");
-            Emit(first, conditionText);
-            Emit(")");
-            Flush(AtomText, piece.minimum);
-            return;
-        default:
-            // and, or: the language groups conditions to the left only.
-            Emit(first, conditionText);
-            Emit(node->GetType() == KOBWBAndType ? " and " : " or ");
-            Emit(node->GetChild(1), IsConnective(node->GetChild(1)) ? conditionText + 1 : conditionText);
-            Flush(conditionText, piece.minimum);
-        }
-    }
-
-    void WriteIfThenElse(const KOBWBExpression* node, const Piece& piece) {
-        const Piece::Mode branches = piece.mode == Piece::Branch ? Piece::Branch : Piece::Plain;
-        Emit("if (");
-        Emit(node->GetChild(0), conditionText);
-        Emit(") then (");
-        Emit(node->GetChild(1), conditionText, branches);
-        Emit(") else (");
-        Emit(node->GetChild(2), conditionText, branches);
-        Emit(")");
-        Flush(AtomText, piece.minimum);
-    }
-
-    void WriteNode(const Piece& piece) {
-        const KOBWBExpression* node = piece.node;
+    // Pushes the node's pieces, bracketed when it binds less tightly than its
+    // place requires.
+    void WriteNode(const LayoutItem& item) {
+        const KOBWBExpression* node = item.node;
         if (!node) {
             m_out += "null";
             return;
         }
-        const KOBWBExpressionType type = node->GetType();
-        const int count = node->GetNbOfChildren();
-        switch (type) {
-        case KOBWBConstantType: WriteConstant(node, piece); return;
-        case KOBWBVariableType: WriteVariable(node); return;
-        case KOBWBSumType:
-            if (count > 0) return WriteSum(node, piece);
-            break;
-        case KOBWBProductType:
-            if (count > 0) return WriteProduct(node, piece);
-            break;
-        case KOBWBQuotientType:
-        case KOBWBPowerType:
-            if (count != 2) break;
-            // A quotient written after " - " has its numerator's sign dropped.
-            Emit(node->GetChild(0), type == KOBWBPowerType ? AtomText : ProductText,
-                 piece.mode == Piece::Negated ? Piece::Negated : Piece::Plain);
-            Emit(type == KOBWBPowerType ? "^" : "/");
-            Emit(node->GetChild(1), type == KOBWBPowerType ? PowerText : UnaryText);
-            Flush(type == KOBWBPowerType ? PowerText : ProductText, piece.minimum);
-            return;
-        case KOBWBIfThenElseType:
-            if (count == 3) return WriteIfThenElse(node, piece);
-            break;
-        case KOBWBEqualType:
-        case KOBWBNotEqualType:
-        case KOBWBLessEqualType:
-        case KOBWBAndType:
-        case KOBWBOrType:
-            if (count == 2) return WriteBoolean(node, piece);
-            break;
-        case KOBWBNotType:
-            if (count == 1) return WriteBoolean(node, piece);
-            break;
-        default: break;
-        }
-        WriteCall(node, piece);
+        if (node->GetType() == KOBWBConstantType) return WriteConstant(node, item);
+        if (node->GetType() == KOBWBVariableType) return WriteVariable(node);
+        m_layouts.LayOut(node, item.placing, item.minimum, m_layout);
+        const bool bracket = m_layout.precedence < item.minimum;
+        if (bracket) PushMark(Mark::Close);
+        for (auto it = m_layout.items.rbegin(); it != m_layout.items.rend(); ++it) m_stack.push_back(*it);
+        if (bracket) PushMark(Mark::Open);
     }
 
     std::string& m_out;
-    std::vector<Piece> m_stack;
-    std::vector<Piece> m_sequence;
+    std::vector<LayoutItem> m_stack;
+    KOBWBInfixLayout m_layouts;
+    Layout m_layout;
     std::string m_scratch;
-    // Names of black boxes, kept while their pieces wait on the stack (a deque
-    // keeps the texts in place as it grows).
-    std::deque<std::string> m_names;
 };
-
-const char* RelationText(KOBWBEquationType type) {
-    switch (type) {
-    case KOBWBEqEqual: return " = ";
-    case KOBWBEqNotEqual: return " != ";
-    case KOBWBEqLessEqual: return " <= ";
-    case KOBWBEqLess: return " < ";
-    case KOBWBEqGreaterEqual: return " >= ";
-    case KOBWBEqGreater: return " > ";
-    default: return nullptr;
-    }
-}
 
 } // namespace
 
 void KOBWBEquationPrinter::PrintExpression(const KOBWBExpression* expression, std::string& out) {
-    TextWriter(out).Write(expression, conditionText, Piece::Plain);
+    TextWriter(out).WriteExpression(expression);
 }
 
 void KOBWBEquationPrinter::PrintEquation(const KOBWBEquation* equation, std::string& out) {
     if (!equation) return;
-    const KOBWBExpression* root = equation->GetRoot();
-    const char* relation = RelationText(equation->GetType());
     TextWriter writer(out);
-    if (!relation || !root) {
-        const bool conditional = root && root->GetType() == KOBWBIfThenElseType;
-        writer.Write(root, conditionText, conditional ? Piece::Branch : Piece::Plain);
-        out += ";";
-        return;
-    }
-    // left - right was stored as the sum left + (-right): a sum ending with a
-    // constant gives that constant back to the right side.
-    const int count = root->GetNbOfChildren();
-    if (root->GetType() == KOBWBSumType && count >= 2 && root->GetChild(count - 1)->GetType() == KOBWBConstantType) {
-        if (count == 2) {
-            writer.Write(root->GetChild(0), conditionText, Piece::Plain);
-        } else {
-            // The other terms, written as a sum of one term fewer.
-            for (int i = 0; i + 1 < count; ++i) {
-                const KOBWBExpression* term = root->GetChild(i);
-                if (i == 0) {
-                    writer.Write(term, SumText, Piece::Plain);
-                } else if (IsNegativeTerm(term)) {
-                    out += " - ";
-                    writer.Write(term, ProductText, Piece::Negated);
-                } else {
-                    out += " + ";
-                    writer.Write(term, ProductText, Piece::Plain);
-                }
-            }
-        }
-        out += relation;
-        writer.Write(root->GetChild(count - 1), conditionText, Piece::Negated);
-    } else {
-        writer.Write(root, conditionText, Piece::Plain);
-        out += relation;
-        out += '0';
-    }
+    Layout layout;
+    writer.Layouts().LayOutEquation(equation, layout);
+    writer.Write(layout.items);
     out += ';';
 }
 

@@ -75,24 +75,19 @@ TextPrecedence AppendPositiveFraction(long long numerator, long long denominator
 }
 
 TextPrecedence AppendFraction(const KOBWBFraction& fraction, bool negate, std::string& out) {
-    long long numerator = fraction.numerator;
-    long long denominator = fraction.denominator;
-    if (denominator == 0) {
+    const FractionParts parts = SplitFraction(fraction, negate);
+    if (!parts.defined) {
         AppendReal(negate ? -std::nan("") : std::nan(""), out);
         return AtomText;
     }
-    if (denominator < 0) {
-        numerator = -numerator;
-        denominator = -denominator;
-    }
-    if (negate) numerator = -numerator;
-    if (numerator == 0) {
+    if (parts.zero) {
         out += '0';
         return AtomText;
     }
-    if (numerator > 0) return AppendPositiveFraction(numerator, denominator, fraction.powerOfPi, out);
+    const int power = parts.piAbove - parts.piBelow;
+    if (!parts.negative) return AppendPositiveFraction(parts.numerator, parts.denominator, power, out);
     out += '-';
-    const TextPrecedence positive = AppendPositiveFraction(-numerator, denominator, fraction.powerOfPi, out);
+    const TextPrecedence positive = AppendPositiveFraction(parts.numerator, parts.denominator, power, out);
     return positive == AtomText || positive == PowerText ? UnaryText : positive;
 }
 
@@ -179,6 +174,25 @@ TextPrecedence Append(const KOBWBValue& value, bool negate, std::string& out) {
 }
 
 } // namespace
+
+FractionParts SplitFraction(const KOBWBFraction& fraction, bool negate) {
+    FractionParts parts{true, false, false, fraction.numerator, fraction.denominator, 0, 0};
+    if (parts.denominator == 0) {
+        parts.defined = false;
+        return parts;
+    }
+    if (parts.denominator < 0) {
+        parts.numerator = -parts.numerator;
+        parts.denominator = -parts.denominator;
+    }
+    if (negate) parts.numerator = -parts.numerator;
+    parts.zero = parts.numerator == 0;
+    parts.negative = parts.numerator < 0;
+    if (parts.negative) parts.numerator = -parts.numerator;
+    parts.piAbove = fraction.powerOfPi > 0 ? fraction.powerOfPi : 0;
+    parts.piBelow = fraction.powerOfPi < 0 ? -fraction.powerOfPi : 0;
+    return parts;
+}
 
 TextPrecedence AppendValue(const KOBWBValue& value, std::string& out) { return Append(value, false, out); }
 

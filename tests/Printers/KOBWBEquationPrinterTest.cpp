@@ -1,7 +1,6 @@
 #include "PrinterTestSupport.h"
 
 #include <fstream>
-#include <random>
 #include <sstream>
 
 namespace {
@@ -121,64 +120,6 @@ TEST(KOBWBEquationPrinter, ModelsReadBackIntoTheSameSystem) {
         EXPECT_TRUE(RoundTrips(factory)) << text;
     }
 }
-
-// A random expression of the operators the model language writes.
-class RandomGraphs {
-public:
-    RandomGraphs(KOBWBFactory& f, unsigned seed) : m_f(f), m_random(seed) {
-        for (const char* name : {"a", "b", "c", "d"}) {
-            KOBWBVariable* v = f.CreateVariable();
-            v->SetName(name);
-            m_variables.push_back(v);
-        }
-    }
-
-    KOBWBExpression* Make(int depth) {
-        if (depth == 0 || Pick(5) == 0) return Leaf();
-        KOBWBExpression* a = Make(depth - 1);
-        switch (Pick(11)) {
-        case 0: return m_f.CreateSum(a, Make(depth - 1));
-        case 1: return m_f.CreateSub(a, Make(depth - 1));
-        case 2: return m_f.CreateProduct(a, Make(depth - 1));
-        case 3: return m_f.CreateQuotient(a, Make(depth - 1));
-        case 4: return m_f.CreatePower(a, Make(depth - 1));
-        case 5: return m_f.CreateOpposite(a);
-        case 6: return m_f.CreateSin(a);
-        case 7: return m_f.CreateMod(a, Make(depth - 1));
-        case 8: return m_f.CreateMin(a, Make(depth - 1));
-        case 9: {
-            KOBWBExpression* terms[] = {a, Make(depth - 1), Make(depth - 1)};
-            return m_f.CreateSum(3, terms);
-        }
-        default: {
-            KOBWBExpression* factors[] = {Leaf(), a, Make(depth - 1)};
-            return m_f.CreateProduct(3, factors);
-        }
-        }
-    }
-
-    KOBWBEquationType Relation() {
-        const KOBWBEquationType relations[] = {KOBWBEqEqual, KOBWBEqNotEqual, KOBWBEqLessEqual,
-                                               KOBWBEqLess, KOBWBEqGreaterEqual, KOBWBEqGreater};
-        return relations[Pick(6)];
-    }
-
-private:
-    int Pick(int n) { return std::uniform_int_distribution<int>(0, n - 1)(m_random); }
-
-    KOBWBExpression* Leaf() {
-        switch (Pick(6)) {
-        case 0: return m_f.CreateIntegerConstant(Pick(21) - 10);
-        case 1: return m_f.CreateRealConstant((Pick(2001) - 1000) / 64.0 + 0.1);
-        case 2: return m_f.CreateConstant(KOBWBValue(KOBWBCreateFraction(Pick(9) - 4, 1 + Pick(6), 1, 1)));
-        default: return m_variables[static_cast<size_t>(Pick(4))];
-        }
-    }
-
-    KOBWBFactory& m_f;
-    std::mt19937 m_random;
-    std::vector<KOBWBVariable*> m_variables;
-};
 
 TEST(KOBWBEquationPrinter, GeneratedGraphsReadBackIntoTheSameSystem) {
     for (unsigned seed = 1; seed <= 40; ++seed) {

@@ -36,21 +36,6 @@ TEST(KOBWBGraphPrinter, WritesSharedNodesOnceWithTheirValues) {
     // twice) and one from each equation.
     EXPECT_EQ(Count(dot, " -> n"), 7u) << dot;
     EXPECT_EQ(Count(dot, "label=\"[1] <= 0\""), 1u) << dot;
-
-    std::string json;
-    KOBWBGraphPrinter::PrintJson(f, json);
-    EXPECT_EQ(Count(json, "\"type\": 19"), 1u) << json;
-    EXPECT_NE(json.find("{\"id\": 0, \"type\": 1, \"op\": \"variable\", \"name\": \"x\", \"value\": \"0.0\"}"),
-              std::string::npos)
-        << json;
-    EXPECT_NE(json.find("\"value\": \"Pi/4\""), std::string::npos) << json;
-    EXPECT_NE(json.find("\"relation\": \"<=\", \"root\": 5, \"text\": \"sin(x)*(Pi/4) <= 0;\""), std::string::npos)
-        << json;
-
-    KOBWBFactory empty;
-    std::string nothing;
-    KOBWBGraphPrinter::PrintJson(empty, nothing);
-    EXPECT_EQ(nothing, "{\"nodes\": [\n], \"equations\": [\n]}\n");
 }
 
 TEST(KOBWBGraphPrinter, WalksDeepGraphsWithoutRecursion) {

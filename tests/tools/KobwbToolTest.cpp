@@ -74,6 +74,7 @@ TEST(KobwbTool, CommandsWorkOnTheEquationsOfAModel) {
     EXPECT_EQ(dot.status, 0);
     EXPECT_TRUE(Has(dot, "digraph factory {")) << dot.output;
     EXPECT_TRUE(Has(Kobwb("print - --format json", "x = 1;"), "\"name\": \"x\""));
+    EXPECT_TRUE(Has(Kobwb("print - --format mathml", "x = 1;"), "<mi>x</mi><mo>=</mo><mn>1</mn>"));
 
     const Outcome evaluated = Kobwb("eval - --domain x=[0,1] --domain y=3", "x + y = 10;\\nx <= 1;\\n");
     EXPECT_EQ(evaluated.status, 0);
