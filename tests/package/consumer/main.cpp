@@ -1,5 +1,5 @@
 #include "KOBWBFactory.h"
-#include "KOBWBx.h"
+#include <KOBWBx/KOBWBx.h>
 
 #include <cstdio>
 
