@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Builds KOBWBx, installs it into ./_install and runs the example program.
+# Builds KOBWBx, installs it into ./_install and runs the example program, then the
+# installed kobwb program on the example model: check, eval, contract, print.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/setup.sh
@@ -7,5 +8,19 @@ cmake -S . -B _build/release -G Ninja -DCMAKE_BUILD_TYPE=Release -DKOBWBX_BUILD_
     -DCMAKE_INSTALL_PREFIX="$PWD/_install"
 cmake --build _build/release
 cmake --install _build/release >/dev/null
-LD_LIBRARY_PATH="$PWD/_install/lib${LD_LIBRARY_PATH:+:$LD_LIBRARY_PATH}" \
-    "$PWD/_install/bin/kobwbx-example" "$@"
+export LD_LIBRARY_PATH="$PWD/_install/lib${LD_LIBRARY_PATH:+:$LD_LIBRARY_PATH}"
+"$PWD/_install/bin/kobwbx-example" "$@"
+
+kobwb="$PWD/_install/bin/kobwb"
+model=examples/sketch.wbm
+echo
+echo "\$ kobwb check $model"
+"$kobwb" check "$model" && echo "(clean)"
+domains=(--domain x1=0 --domain y1=0 --domain x2=80 --domain y2=0 --domain width=80 --domain side=50
+         --domain 'angle=[1.04,1.05]' --domain 'x3=[100,110]' --domain 'y3=[40,45]')
+echo "\$ kobwb eval $model ${domains[*]}"
+"$kobwb" eval "$model" "${domains[@]}"
+echo "\$ kobwb contract $model --domain x3=[0,200] --domain y3=[0,200]"
+"$kobwb" contract "$model" --domain 'x3=[0,200]' --domain 'y3=[0,200]'
+echo "\$ kobwb print $model"
+"$kobwb" print "$model"
