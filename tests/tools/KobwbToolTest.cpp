@@ -65,6 +65,23 @@ TEST(KobwbTool, CheckReportsProblemsAsFileLineColumnLines) {
     EXPECT_EQ(Kobwb("").status, 2);
 }
 
+TEST(KobwbTool, CheckSurvivesHugeAndDeepInput) {
+    const std::string file = testing::TempDir() + "kobwb-huge.model";
+    {
+        std::FILE* out = std::fopen(file.c_str(), "w");
+        ASSERT_NE(out, nullptr);
+        for (int i = 0; i < 20000; ++i) std::fprintf(out, "x%d - x%d = 10 mm;\n", i + 1, i);
+        // Brackets nested past the parser's stack: an error on that line, not a crash.
+        std::fprintf(out, "y = %sz%s;\n", std::string(50000, '(').c_str(), std::string(50000, ')').c_str());
+        std::fclose(out);
+    }
+    const Outcome run = Kobwb("check " + file);
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(Has(run, file + ":20001:")) << run.output.substr(0, 500);
+    EXPECT_EQ(run.output.find(file + ":1:"), std::string::npos) << run.output.substr(0, 500);
+    std::remove(file.c_str());
+}
+
 TEST(KobwbTool, CommandsWorkOnTheEquationsOfAModel) {
     const Outcome printed = Kobwb("print - --format text", "x - 2*y = 10;\\ny = 30 deg;\\n");
     EXPECT_EQ(printed.status, 0);
