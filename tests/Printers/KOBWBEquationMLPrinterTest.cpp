@@ -18,12 +18,6 @@ std::string Inner(const KOBWBExpression* e) {
     return ml.substr(mathOpen.size(), ml.size() - mathOpen.size() - 7);
 }
 
-size_t Count(const std::string& text, const std::string& piece) {
-    size_t count = 0;
-    for (size_t at = text.find(piece); at != std::string::npos; at = text.find(piece, at + 1)) ++count;
-    return count;
-}
-
 // Checks that the text is one well-formed XML element (tags nested and closed,
 // attributes quoted, references well-formed, UTF-8 characters XML allows) and
 // that MathML's layout elements hold what they must: two elements in mfrac,
@@ -305,14 +299,7 @@ TEST(KOBWBEquationMLPrinter, EverythingPrintedIsWellFormed) {
 
 TEST(KOBWBEquationMLPrinter, WritesTheGraphAsJsonWithSharedNodesOnce) {
     KOBWBFactory f;
-    KOBWBVariable* x = f.CreateVariable();
-    x->SetName("x");
-    KOBWBExpression* shared = f.CreateSin(x);
-    KOBWBEquation* first = f.AddEquation(f.CreateSum(shared, f.CreateIntegerConstant(1)), KOBWBEqEqual);
-    f.AddEquation(f.CreateProduct(shared, f.CreateConstant(KOBWBValue(KOBWBCreateFraction(1, 4, 1, 1)))),
-                  KOBWBEqLessEqual);
-    x->SetExprValue(KOBWBValue(KOBWBCreateRealInterval(0, 0)));
-    first->GetRoot()->GetValue();
+    KOBWBExpression* shared = BuildSharedSine(f);
 
     std::string json;
     KOBWBEquationMLPrinter::PrintJson(f, json);

@@ -1,27 +1,12 @@
-#include "KOBWBx.h"
-
-#include <gtest/gtest.h>
+#include "PrinterTestSupport.h"
 
 #include <string>
 
 namespace {
 
-size_t Count(const std::string& text, const std::string& piece) {
-    size_t count = 0;
-    for (size_t at = text.find(piece); at != std::string::npos; at = text.find(piece, at + 1)) ++count;
-    return count;
-}
-
 TEST(KOBWBGraphPrinter, WritesSharedNodesOnceWithTheirValues) {
     KOBWBFactory f;
-    KOBWBVariable* x = f.CreateVariable();
-    x->SetName("x");
-    KOBWBExpression* shared = f.CreateSin(x);
-    KOBWBEquation* first = f.AddEquation(f.CreateSum(shared, f.CreateIntegerConstant(1)), KOBWBEqEqual);
-    f.AddEquation(f.CreateProduct(shared, f.CreateConstant(KOBWBValue(KOBWBCreateFraction(1, 4, 1, 1)))),
-                  KOBWBEqLessEqual);
-    x->SetExprValue(KOBWBValue(KOBWBCreateRealInterval(0, 0)));
-    first->GetRoot()->GetValue();
+    BuildSharedSine(f);
 
     std::string dot;
     KOBWBGraphPrinter::PrintDot(f, dot);

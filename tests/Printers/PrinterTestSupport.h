@@ -211,4 +211,25 @@ private:
     std::vector<KOBWBVariable*> m_variables;
 };
 
+// How many times piece occurs in text.
+inline size_t Count(const std::string& text, const std::string& piece) {
+    size_t count = 0;
+    for (size_t at = text.find(piece); at != std::string::npos; at = text.find(piece, at + 1)) ++count;
+    return count;
+}
+
+// Two equations sharing sin(x): sin(x) + 1 = 0 and sin(x)*(1/4) <= 0, with x at 0
+// and the first root evaluated, so that buffers hold values. Returns sin(x).
+inline KOBWBExpression* BuildSharedSine(KOBWBFactory& f) {
+    KOBWBVariable* x = f.CreateVariable();
+    x->SetName("x");
+    KOBWBExpression* shared = f.CreateSin(x);
+    KOBWBEquation* first = f.AddEquation(f.CreateSum(shared, f.CreateIntegerConstant(1)), KOBWBEqEqual);
+    f.AddEquation(f.CreateProduct(shared, f.CreateConstant(KOBWBValue(KOBWBCreateFraction(1, 4, 1, 1)))),
+                  KOBWBEqLessEqual);
+    x->SetExprValue(KOBWBValue(KOBWBCreateRealInterval(0, 0)));
+    first->GetRoot()->GetValue();
+    return shared;
+}
+
 #endif
