@@ -60,26 +60,152 @@ bool IsMinusOne(const KOBWBExpression* node) {
     return !value.IsAFraction() && value.GetType() == KOBWBIntegerValue && value.GetAsInteger() == -1;
 }
 
-// A negative integer or real: its opposite is written as one number.
-bool IsNegativeNumberConstant(const KOBWBExpression* node) {
-    if (!IsNegativeConstant(node)) return false;
-    const KOBWBValue& value = node->GetExprValue();
-    if (!value.IsAFraction()) return true;
-    const KOBWBFraction fraction = value.GetAsFraction();
-    return fraction.denominator == 1 && fraction.powerOfPi == 0;
+// How the reader takes a minus sign before a node's text: CreateOpposite of what the
+// text reads as, which folds the sign into a constant, and into the leading constant of
+// a product or quotient, instead of making the product of -1 and the node. Where it
+// folds, -1*x cannot be written -x (nor x after " - "): the -1 would not come back.
+
+// The parts of an exact fraction's text (see KOBWBValueText.cpp): a head, the number or
+// Pi with its power or their product, then "/..." when there is a denominator.
+struct FractionText {
+    bool constantHead; // a number, Pi or -Pi
+    bool chainHead;    // n*Pi^k, a product that further factors join
+    bool productHead;  // n*Pi^k, or -Pi^k read as -1 times Pi^k
+    bool division;
+};
+
+FractionText ReadFraction(const KOBWBFraction& fraction) {
+    long long numerator = fraction.numerator;
+    long long denominator = fraction.denominator;
+    if (denominator < 0) {
+        numerator = -numerator;
+        denominator = -denominator;
+    }
+    const int above = fraction.powerOfPi > 0 ? fraction.powerOfPi : 0;
+    const bool unit = numerator == 1 || numerator == -1;
+    FractionText text;
+    text.constantHead = numerator == 0 || above == 0 || (unit && above == 1);
+    text.chainHead = !text.constantHead && !unit;
+    text.productHead = text.chainHead || (!text.constantHead && numerator < 0);
+    text.division = numerator != 0 && (denominator != 1 || fraction.powerOfPi < 0);
+    return text;
 }
 
-// A term that a sum writes after a minus sign: a negative constant, or a product
-// or quotient whose first operand is a negative number. A product led by a
-// negative fraction (-Pi/3*c) keeps its sign, since reading "- Pi/3*c" back would
-// make the product of -1 and another product, not the product of one constant.
-bool IsNegativeTerm(const KOBWBExpression* node) {
+bool IsSignOnly(const KOBWBExpression* node, bool negated);
+
+// Whether the text of a constant reads as a constant, or as a product or quotient led
+// by one.
+bool ConstantTakesSign(const KOBWBExpression* node) {
+    const KOBWBValue& value = node->GetExprValue();
+    if (!value.IsAFraction()) return true;
+    const FractionText text = ReadFraction(value.GetAsFraction());
+    return text.constantHead || (text.productHead && !text.division);
+}
+
+// Whether a node written as the first factor of a product (its own factors then join
+// the product's) makes the product read back led by a constant.
+bool LeadsWithConstant(const KOBWBExpression* node) {
+    while (node && node->GetType() == KOBWBProductType) {
+        if (node->GetNbOfChildren() >= 2 && IsSignOnly(node, false)) return false;
+        node = node->GetNbOfChildren() > 0 ? node->GetChild(0) : nullptr;
+    }
+    if (!node || node->GetType() != KOBWBConstantType) return false;
+    const KOBWBValue& value = node->GetExprValue();
+    if (!value.IsAFraction()) return true;
+    const FractionText text = ReadFraction(value.GetAsFraction());
+    return !text.division && (text.constantHead || text.chainHead);
+}
+
+// Whether the reader folds a minus sign before the node's text into the node.
+bool TakesSign(const KOBWBExpression* node) {
     if (!node) return false;
-    if (node->GetType() == KOBWBConstantType) return IsNegativeConstant(node);
+    switch (node->GetType()) {
+    case KOBWBConstantType: return ConstantTakesSign(node);
+    case KOBWBProductType:
+        if (node->GetNbOfChildren() == 1) return TakesSign(node->GetChild(0));
+        if (node->GetNbOfChildren() < 2) return false;
+        // Written "-a": read back as the product of -1 and a, led by a constant.
+        if (IsSignOnly(node, false)) return node->GetNbOfChildren() == 2;
+        return LeadsWithConstant(node->GetChild(0));
+    case KOBWBQuotientType: {
+        if (node->GetNbOfChildren() != 2) return false;
+        const KOBWBExpression* numerator = node->GetChild(0);
+        if (!numerator || numerator->GetType() != KOBWBConstantType) return false;
+        const KOBWBValue& value = numerator->GetExprValue();
+        if (!value.IsAFraction()) return true;
+        const FractionText text = ReadFraction(value.GetAsFraction());
+        return text.constantHead && !text.division;
+    }
+    default: return false;
+    }
+}
+
+// Whether the product -1*x*... is written with its -1 as a sign: "-x*..." in its place,
+// "x*..." after " - " (negated). After " - " the factors join one product, so with more
+// than one left the first factor's own first factor counts.
+bool IsSignOnly(const KOBWBExpression* node, bool negated) {
+    if (node->GetNbOfChildren() < 2 || !IsMinusOne(node->GetChild(0))) return false;
+    const KOBWBExpression* next = node->GetChild(1);
+    if (negated && node->GetNbOfChildren() > 2) return !LeadsWithConstant(next);
+    return !TakesSign(next);
+}
+
+// A constant whose opposite is written as one token: a number, or Pi with either
+// sign. Reading "- c*x" or "- c/x" back negates the leading constant factor or
+// numerator, which gives the node back only when c is such a token: "- Pi/3*x"
+// would read as the product of -1 and another product.
+bool HasTokenOpposite(const KOBWBExpression* node) {
+    if (!node || node->GetType() != KOBWBConstantType) return false;
+    const KOBWBValue& value = node->GetExprValue();
+    if (value.IsAFraction()) {
+        const KOBWBFraction fraction = value.GetAsFraction();
+        const bool whole = fraction.denominator == 1 || fraction.denominator == -1;
+        const bool unit = fraction.numerator == 1 || fraction.numerator == -1;
+        return whole && (fraction.powerOfPi == 0 || (fraction.powerOfPi == 1 && unit));
+    }
+    switch (value.GetType()) {
+    case KOBWBIntegerValue: return true;
+    case KOBWBRealValue:
+    case KOBWBRealIntervalValue: {
+        const KOBWBRealInterval interval = value.GetAsRealInterval();
+        return interval.lower == interval.upper;
+    }
+    default: return false;
+    }
+}
+
+// The first operand of a product or quotient; for a product, looking into the nested
+// products written first, whose factors join the product when read back.
+const KOBWBExpression* LeadingOperand(const KOBWBExpression* node) {
+    while (node->GetType() == KOBWBProductType && node->GetChild(0)->GetType() == KOBWBProductType &&
+           node->GetChild(0)->GetNbOfChildren() >= 2)
+        node = node->GetChild(0);
+    return node->GetChild(0);
+}
+
+// A product or quotient led by such a constant: the reader makes it of the text of
+// its opposite after a minus sign.
+bool HasFoldedSign(const KOBWBExpression* node) {
     const KOBWBExpressionType type = node->GetType();
     return ((type == KOBWBProductType && node->GetNbOfChildren() >= 2) ||
             (type == KOBWBQuotientType && node->GetNbOfChildren() == 2)) &&
-           IsNegativeNumberConstant(node->GetChild(0));
+           HasTokenOpposite(LeadingOperand(node));
+}
+
+// A term that a sum writes after " - ": a negative constant, or a product or
+// quotient whose leading operand is a negative constant written as one token.
+bool IsNegativeTerm(const KOBWBExpression* node) {
+    if (!node) return false;
+    if (node->GetType() == KOBWBConstantType) return IsNegativeConstant(node);
+    return HasFoldedSign(node) && IsNegativeConstant(LeadingOperand(node));
+}
+
+// The last term of an equation's root that is written, negated, as the right side:
+// a constant, or a constant sub-expression that the reader makes of the text of a
+// negated constant (-Pi/6 of "x = Pi/6", -3*Pi of "x = 3*Pi"), so that the text of
+// a system read back prints the same.
+bool IsRightSide(const KOBWBExpression* node) {
+    return node->GetType() == KOBWBConstantType || (node->IsConstant() && HasFoldedSign(node));
 }
 
 bool IsConnective(const KOBWBExpression* node) {
@@ -144,10 +270,9 @@ void KOBWBInfixLayout::LayOutProduct(const KOBWBExpression* node, Placing placin
     layout.shape = Shape::Infix;
     layout.precedence = ProductText;
     const int count = node->GetNbOfChildren();
-    const bool leadingSign = count >= 2 && IsNegativeConstant(node->GetChild(0));
-    if (placing == Placing::Negated && leadingSign) {
-        // The opposite: the sign of the first factor dropped, or -1 left out.
-        if (IsMinusOne(node->GetChild(0))) {
+    if (placing == Placing::Negated && HasFoldedSign(node)) {
+        // The opposite: the first factor negated, or -1 left out.
+        if (IsSignOnly(node, true)) {
             if (count == 2) return SetSingle(node->GetChild(1), minimum, layout);
             AppendFactors(node, 1, items);
         } else {
@@ -158,7 +283,7 @@ void KOBWBInfixLayout::LayOutProduct(const KOBWBExpression* node, Placing placin
         }
         return;
     }
-    if (leadingSign && IsMinusOne(node->GetChild(0))) {
+    if (IsSignOnly(node, false)) {
         items.push_back(MarkAt(Mark::Negate));
         AppendFactors(node, 1, items);
         items[1].minimum = UnaryText;
@@ -299,9 +424,9 @@ void KOBWBInfixLayout::LayOutEquation(const KOBWBEquation* equation, Layout& lay
         return;
     }
     // left - right was stored as the sum left + (-right): a sum ending with a
-    // constant gives that constant back to the right side.
+    // constant term gives that term back, negated, to the right side.
     const int count = root->GetNbOfChildren();
-    if (root->GetType() == KOBWBSumType && count >= 2 && root->GetChild(count - 1)->GetType() == KOBWBConstantType) {
+    if (root->GetType() == KOBWBSumType && count >= 2 && IsRightSide(root->GetChild(count - 1))) {
         if (count == 2) {
             layout.items.push_back(NodeAt(root->GetChild(0), ConditionText));
         } else {
