@@ -68,7 +68,8 @@ inline KOBWBRealInterval ClampOrdered(double lower, double upper) {
 // saves a branch on the hot paths.
 template <class Interval>
 bool ConsistentPair(const KOBWBEnvironment& environment, const Interval& a, const Interval& b) {
-    if (IsConsistentArgument(a) & IsConsistentArgument(b)) return true;
+    const unsigned both = static_cast<unsigned>(IsConsistentArgument(a)) & static_cast<unsigned>(IsConsistentArgument(b));
+    if (both != 0) return true;
     environment.SetError(errorEmptyArgument);
     return false;
 }
