@@ -35,7 +35,10 @@ class KOBWBX_API KOBWBEquationPrinter {
 public:
     static void PrintExpression(const KOBWBExpression* expression, std::string& out);
     // "left relation right;" when the root is a sum ending with a constant (that
-    // constant, negated, makes the right side), "root relation 0;" otherwise; an
+    // constant, negated, makes the right side) or with what the reader makes of a
+    // negated constant's text (the quotient -Pi/6 of "x = Pi/6", the product -3*Pi
+    // of "x = 3*Pi"), so that a system read back prints as it was printed;
+    // "root relation 0;" otherwise; an
     // equation without a relation prints as its term alone ("root;"), and a
     // conditional one as "if (...) then (a = b) else (c = d);".
     static void PrintEquation(const KOBWBEquation* equation, std::string& out);

@@ -47,26 +47,53 @@ bool IsMinusOne(const KOBWBExpression* node) {
     return !value.IsAFraction() && value.GetType() == KOBWBIntegerValue && value.GetAsInteger() == -1;
 }
 
-// A negative integer or real: its opposite is written as one number.
-bool IsNegativeNumberConstant(const KOBWBExpression* node) {
-    if (!IsNegativeConstant(node)) return false;
+// A constant whose opposite is written as one token: a number, or Pi with either
+// sign. Reading "- c*x" or "- c/x" back negates the leading constant factor or
+// numerator, which gives the node back only when c is such a token: "- Pi/3*x"
+// would read as the product of -1 and another product.
+bool HasTokenOpposite(const KOBWBExpression* node) {
+    if (!node || node->GetType() != KOBWBConstantType) return false;
     const KOBWBValue& value = node->GetExprValue();
-    if (!value.IsAFraction()) return true;
-    const KOBWBFraction fraction = value.GetAsFraction();
-    return fraction.denominator == 1 && fraction.powerOfPi == 0;
+    if (value.IsAFraction()) {
+        const KOBWBFraction fraction = value.GetAsFraction();
+        const bool whole = fraction.denominator == 1 || fraction.denominator == -1;
+        const bool unit = fraction.numerator == 1 || fraction.numerator == -1;
+        return whole && (fraction.powerOfPi == 0 || (fraction.powerOfPi == 1 && unit));
+    }
+    switch (value.GetType()) {
+    case KOBWBIntegerValue: return true;
+    case KOBWBRealValue:
+    case KOBWBRealIntervalValue: {
+        const KOBWBRealInterval interval = value.GetAsRealInterval();
+        return interval.lower == interval.upper;
+    }
+    default: return false;
+    }
 }
 
-// A term that a sum writes after " - ": a negative constant, or a product or
-// quotient whose first operand is a negative number. A product led by a negative
-// fraction (-Pi/3*c) keeps its sign, since reading "- Pi/3*c" back would make
-// the product of -1 and another product, not the product of one constant.
-bool IsNegativeTerm(const KOBWBExpression* node) {
-    if (!node) return false;
-    if (node->GetType() == KOBWBConstantType) return IsNegativeConstant(node);
+// A product or quotient led by such a constant: the reader makes it of the text of
+// its opposite after a minus sign.
+bool HasFoldedSign(const KOBWBExpression* node) {
     const KOBWBExpressionType type = node->GetType();
     return ((type == KOBWBProductType && node->GetNbOfChildren() >= 2) ||
             (type == KOBWBQuotientType && node->GetNbOfChildren() == 2)) &&
-           IsNegativeNumberConstant(node->GetChild(0));
+           HasTokenOpposite(node->GetChild(0));
+}
+
+// A term that a sum writes after " - ": a negative constant, or a product or
+// quotient whose first operand is a negative constant written as one token.
+bool IsNegativeTerm(const KOBWBExpression* node) {
+    if (!node) return false;
+    if (node->GetType() == KOBWBConstantType) return IsNegativeConstant(node);
+    return HasFoldedSign(node) && IsNegativeConstant(node->GetChild(0));
+}
+
+// The last term of an equation's root that is written, negated, as the right side:
+// a constant, or a constant sub-expression that the reader makes of the text of a
+// negated constant (-Pi/6 of "x = Pi/6", -3*Pi of "x = 3*Pi"), so that the text of
+// a system read back prints the same.
+bool IsRightSide(const KOBWBExpression* node) {
+    return node->GetType() == KOBWBConstantType || (node->IsConstant() && HasFoldedSign(node));
 }
 
 bool IsConnective(const KOBWBExpression* node) {
@@ -159,8 +186,8 @@ private:
         if (WriteSingle(node, piece)) return;
         const int count = node->GetNbOfChildren();
         const bool leadingSign = count >= 2 && IsNegativeConstant(node->GetChild(0));
-        if (piece.mode == Piece::Negated && leadingSign) {
-            // The opposite: the sign of the first factor dropped, or -1 left out.
+        if (piece.mode == Piece::Negated && HasFoldedSign(node)) {
+            // The opposite: the first factor negated, or -1 left out.
             if (IsMinusOne(node->GetChild(0))) {
                 if (count == 2) {
                     Emit(node->GetChild(1), piece.minimum);
@@ -351,9 +378,9 @@ void KOBWBEquationPrinter::PrintEquation(const KOBWBEquation* equation, std::str
         return;
     }
     // left - right was stored as the sum left + (-right): a sum ending with a
-    // constant gives that constant back to the right side.
+    // constant term gives that term back, negated, to the right side.
     const int count = root->GetNbOfChildren();
-    if (root->GetType() == KOBWBSumType && count >= 2 && root->GetChild(count - 1)->GetType() == KOBWBConstantType) {
+    if (root->GetType() == KOBWBSumType && count >= 2 && IsRightSide(root->GetChild(count - 1))) {
         if (count == 2) {
             writer.Write(root->GetChild(0), conditionText, Piece::Plain);
         } else {

@@ -122,6 +122,29 @@ TEST(KOBWBEquationPrinter, ModelsReadBackIntoTheSameSystem) {
     }
 }
 
+// Right sides of a negated exact constant read back as sub-expressions (Pi/6 as a
+// quotient whose numerator takes the sign); the copy must print as the original did.
+TEST(KOBWBEquationPrinter, TextReadBackPrintsTheSameText) {
+    const char* texts[] = {
+        "alpha = 30 deg;",
+        "beta = 2 Pi - 30 deg;",
+        "x = 540 deg;",
+        "x = -30 deg;",
+        "x = -540 deg;",
+        "x - 180 deg * y = 0;",
+        "x*(-30 deg) + 1 > -180 deg / y;",
+    };
+    for (const char* text : texts) {
+        KOBWBFactory original;
+        ASSERT_EQ(FillFromText(text, original), 0) << text;
+        const std::string printed = KOBWBEquationPrinter::ToText(original);
+        KOBWBFactory copy;
+        ASSERT_EQ(FillFromText(printed, copy), 0) << printed;
+        EXPECT_TRUE(RoundTrips(copy)) << printed;
+        EXPECT_EQ(KOBWBEquationPrinter::ToText(copy), printed) << text;
+    }
+}
+
 // A random expression of the operators the model language writes.
 class RandomGraphs {
 public:
