@@ -1,0 +1,191 @@
+// Printer round trip: bytes read as model text that converts into a factory are
+// printed, and the text is read back into a second factory, which must hold the same
+// system; printing the second factory must give the same text again.
+//
+// "The same system" is what the printer promises for a factory's text:
+// - the same number of equations, in the same order, each with the same relation;
+// - the same operators with the same number of operands, over variables of the same
+//   names. Sums and products are compared with their nested sums (products) opened,
+//   since the text may bring them back flattened or nested differently;
+// - constants of the same value: the same kind (integer, real, exact fraction of a
+//   power of Pi) and the same number, bit for bit for reals. A constant that the
+//   language has no single literal for (Pi/4, a negative number) may come back as a
+//   sub-expression over constants only, whose value must then be the constant's;
+// - an equation with a relation whose root is not a sum ending with a constant term
+//   is written "root relation 0", so its copy's root may have one more term than the
+//   original's: a last 0.
+
+#include "KOBWBx.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+// Reads the text into the factory; false when the text has errors or an equation
+// does not convert.
+bool Fill(const std::string& text, KOBWBFactory& factory) {
+    KOBWBModel model;
+    KOBLVRIntArray ids;
+    KOBWBParserMessenger messenger;
+    messenger.SetEchoToStandardError(false);
+    if (KOBWBParser::Parse(text.c_str(), model, ids, messenger, nullptr) != 0) return false;
+    const int parsed = ids.Size();
+    KOBLVRListPKOBWBVarNode names;
+    KOBLVRListPKOBWBVariable variables;
+    return model.FillFactory(factory, ids, -1, names, variables) == parsed;
+}
+
+[[noreturn]] void Fail(const std::string& why, const std::string& first, const std::string& second) {
+    std::fprintf(stderr, "printer round trip: %s\n--- printed:\n%s--- printed again:\n%s", why.c_str(),
+                 first.c_str(), second.c_str());
+    std::abort();
+}
+
+bool IsSum(const KOBWBExpression* node) { return node && node->GetType() == KOBWBSumType; }
+
+// The operands of a node; those of a sum or product with nested sums (products) opened.
+std::vector<const KOBWBExpression*> Operands(const KOBWBExpression* node) {
+    const KOBWBExpressionType type = node->GetType();
+    std::vector<const KOBWBExpression*> operands;
+    if (type != KOBWBSumType && type != KOBWBProductType) {
+        for (int i = 0; i < node->GetNbOfChildren(); ++i) operands.push_back(node->GetChild(i));
+        return operands;
+    }
+    std::vector<const KOBWBExpression*> pending{node};
+    while (!pending.empty()) {
+        const KOBWBExpression* next = pending.back();
+        pending.pop_back();
+        if (next == node || (next && next->GetType() == type && next->GetNbOfChildren() > 0)) {
+            for (int i = next->GetNbOfChildren() - 1; i >= 0; --i) pending.push_back(next->GetChild(i));
+        } else {
+            operands.push_back(next);
+        }
+    }
+    return operands;
+}
+
+// Exact comparison of two values of the kinds a model's constants take.
+bool SameValue(const KOBWBValue& a, const KOBWBValue& b) {
+    if (a.GetType() != b.GetType() || a.IsAFraction() != b.IsAFraction()) return false;
+    if (a.IsAFraction()) {
+        const KOBWBFraction x = a.GetAsFraction();
+        const KOBWBFraction y = b.GetAsFraction();
+        return x.powerOfPi == y.powerOfPi &&
+               static_cast<long long>(x.numerator) * y.denominator ==
+                   static_cast<long long>(y.numerator) * x.denominator;
+    }
+    switch (a.GetType()) {
+    case KOBWBIntegerValue: return a.GetAsInteger() == b.GetAsInteger();
+    case KOBWBRealValue:
+    case KOBWBRealIntervalValue: {
+        const KOBWBRealInterval x = a.GetAsRealInterval();
+        const KOBWBRealInterval y = b.GetAsRealInterval();
+        const auto same = [](double u, double v) { return u == v || (u != u && v != v); };
+        return same(x.lower, y.lower) && same(x.upper, y.upper);
+    }
+    default: return false;
+    }
+}
+
+std::string Text(const KOBWBExpression* node) { return KOBWBEquationPrinter::ToText(node); }
+
+// Compares the original's node with the copy's; explains the first difference in why.
+bool SameStructure(const KOBWBExpression* original, const KOBWBExpression* copy, std::string& why) {
+    std::vector<std::pair<const KOBWBExpression*, const KOBWBExpression*>> pending{{original, copy}};
+    while (!pending.empty()) {
+        const auto [a, b] = pending.back();
+        pending.pop_back();
+        if (!a || !b) {
+            if (a == b) continue;
+            why = "a null node against " + Text(a ? a : b);
+            return false;
+        }
+        if (a->GetType() == KOBWBConstantType) {
+            if (b->GetType() != KOBWBConstantType && !b->IsConstant()) {
+                why = "constant " + Text(a) + " read back as " + Text(b);
+                return false;
+            }
+            const KOBWBValue value = const_cast<KOBWBExpression*>(b)->GetValue();
+            if (SameValue(a->GetExprValue(), value)) continue;
+            why = "constant " + Text(a) + " read back as " + Text(b) + " of value ";
+            KOBWBEquationPrinter::PrintValue(value, why);
+            return false;
+        }
+        if (a->GetType() != b->GetType()) {
+            why = "operators differ: " + Text(a) + " read back as " + Text(b);
+            return false;
+        }
+        if (a->GetType() == KOBWBVariableType) {
+            const std::string x = const_cast<KOBWBVariable*>(static_cast<const KOBWBVariable*>(a))->GetName().str();
+            const std::string y = const_cast<KOBWBVariable*>(static_cast<const KOBWBVariable*>(b))->GetName().str();
+            if (x == y) continue;
+            why = "variable " + x + " read back as " + y;
+            return false;
+        }
+        const std::vector<const KOBWBExpression*> xs = Operands(a);
+        const std::vector<const KOBWBExpression*> ys = Operands(b);
+        if (xs.size() != ys.size()) {
+            why = "operand counts differ: " + Text(a) + " read back as " + Text(b);
+            return false;
+        }
+        for (size_t i = 0; i < xs.size(); ++i) pending.emplace_back(xs[i], ys[i]);
+    }
+    return true;
+}
+
+bool IsZero(const KOBWBExpression* node) {
+    if (!node || node->GetType() != KOBWBConstantType) return false;
+    const KOBWBValue& value = node->GetExprValue();
+    return value.GetType() == KOBWBIntegerValue && value.GetAsInteger() == 0;
+}
+
+// The terms of an equation's root: the operands of a sum, or the root alone.
+std::vector<const KOBWBExpression*> Terms(const KOBWBExpression* root) {
+    if (IsSum(root)) return Operands(root);
+    return {root};
+}
+
+bool SameEquation(const KOBWBEquation* original, const KOBWBEquation* copy, std::string& why) {
+    if (original->GetType() != copy->GetType()) {
+        why = "relations differ: " + KOBWBEquationPrinter::ToText(original);
+        return false;
+    }
+    std::vector<const KOBWBExpression*> expected = Terms(original->GetRoot());
+    std::vector<const KOBWBExpression*> terms = Terms(copy->GetRoot());
+    // An equation written "root relation 0" reads back as root - 0.
+    if (terms.size() == expected.size() + 1 && original->GetType() != KOBWBEqUndefined && IsZero(terms.back()))
+        terms.pop_back();
+    if (terms.size() != expected.size()) {
+        why = "term counts differ: " + KOBWBEquationPrinter::ToText(original) + " read back as " +
+              KOBWBEquationPrinter::ToText(copy);
+        return false;
+    }
+    for (size_t i = 0; i < terms.size(); ++i)
+        if (!SameStructure(expected[i], terms[i], why)) return false;
+    return true;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    KOBWBFactory original;
+    if (!Fill(std::string(reinterpret_cast<const char*>(data), size), original)) return 0;
+    const std::string printed = KOBWBEquationPrinter::ToText(original);
+    KOBWBFactory copy;
+    if (!Fill(printed, copy)) Fail("the text does not read back", printed, "");
+    const std::string again = KOBWBEquationPrinter::ToText(copy);
+    if (copy.GetNbOfEquations() != original.GetNbOfEquations()) Fail("equation counts differ", printed, again);
+    const KOBWBEquation* b = copy.GetFirstEquation();
+    for (const KOBWBEquation* a = original.GetFirstEquation(); a; a = a->GetNext(), b = b->GetNext()) {
+        std::string why;
+        if (!SameEquation(a, b, why)) Fail(why, printed, again);
+    }
+    if (again != printed) Fail("the copy prints differently", printed, again);
+    return 0;
+}
