@@ -49,7 +49,9 @@ bool Fill(const std::string& text, KOBWBFactory& factory) {
 
 bool IsSum(const KOBWBExpression* node) { return node && node->GetType() == KOBWBSumType; }
 
-// The operands of a node; those of a sum or product with nested sums (products) opened.
+// The operands of a node; those of a sum or product with nested sums (products) opened,
+// but for those over constants only: the text of a constant (3*Pi in x*(3*Pi)) reads
+// back as a product of its own, compared as a whole with the constant.
 std::vector<const KOBWBExpression*> Operands(const KOBWBExpression* node) {
     const KOBWBExpressionType type = node->GetType();
     std::vector<const KOBWBExpression*> operands;
@@ -61,7 +63,7 @@ std::vector<const KOBWBExpression*> Operands(const KOBWBExpression* node) {
     while (!pending.empty()) {
         const KOBWBExpression* next = pending.back();
         pending.pop_back();
-        if (next == node || (next && next->GetType() == type && next->GetNbOfChildren() > 0)) {
+        if (next == node || (next && next->GetType() == type && next->GetNbOfChildren() > 0 && !next->IsConstant())) {
             for (int i = next->GetNbOfChildren() - 1; i >= 0; --i) pending.push_back(next->GetChild(i));
         } else {
             operands.push_back(next);
