@@ -47,6 +47,17 @@ bool IsMinusOne(const KOBWBExpression* node) {
     return !value.IsAFraction() && value.GetType() == KOBWBIntegerValue && value.GetAsInteger() == -1;
 }
 
+// Whether the reader, negating the node's text, folds the sign into the node: into a
+// constant, or into the leading constant of a product or quotient. Then -1*x cannot
+// be written -x: the sign would not come back as a factor -1.
+bool TakesSign(const KOBWBExpression* node) {
+    if (!node) return false;
+    const KOBWBExpressionType type = node->GetType();
+    if (type == KOBWBConstantType) return true;
+    return (type == KOBWBProductType || type == KOBWBQuotientType) && node->GetNbOfChildren() >= 2 &&
+           node->GetChild(0)->GetType() == KOBWBConstantType;
+}
+
 // A constant whose opposite is written as one token: a number, or Pi with either
 // sign. Reading "- c*x" or "- c/x" back negates the leading constant factor or
 // numerator, which gives the node back only when c is such a token: "- Pi/3*x"
@@ -185,10 +196,11 @@ private:
     void WriteProduct(const KOBWBExpression* node, const Piece& piece) {
         if (WriteSingle(node, piece)) return;
         const int count = node->GetNbOfChildren();
-        const bool leadingSign = count >= 2 && IsNegativeConstant(node->GetChild(0));
+        // -1*x written as -x, or after " - " as x.
+        const bool signOnly = IsMinusOne(node->GetChild(0)) && !TakesSign(node->GetChild(1));
         if (piece.mode == Piece::Negated && HasFoldedSign(node)) {
             // The opposite: the first factor negated, or -1 left out.
-            if (IsMinusOne(node->GetChild(0))) {
+            if (signOnly) {
                 if (count == 2) {
                     Emit(node->GetChild(1), piece.minimum);
                     Flush(AtomText, 0);
@@ -204,7 +216,7 @@ private:
             Flush(ProductText, piece.minimum);
             return;
         }
-        if (leadingSign && IsMinusOne(node->GetChild(0))) {
+        if (signOnly) {
             Emit("-");
             Factors(node, 1);
             m_sequence[1].minimum = UnaryText;

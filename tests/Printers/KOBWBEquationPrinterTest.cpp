@@ -145,6 +145,48 @@ TEST(KOBWBEquationPrinter, TextReadBackPrintsTheSameText) {
     }
 }
 
+// The first product met in a walk of the graph, parents first.
+const KOBWBExpression* FirstProduct(const KOBWBExpression* root) {
+    std::vector<const KOBWBExpression*> pending{root};
+    while (!pending.empty()) {
+        const KOBWBExpression* node = pending.back();
+        pending.pop_back();
+        if (node->GetType() == KOBWBProductType) return node;
+        for (int i = node->GetNbOfChildren() - 1; i >= 0; --i) pending.push_back(node->GetChild(i));
+    }
+    return nullptr;
+}
+
+// -1 times a node that would take a minus sign into its own leading constant (3*y,
+// 3/y, 3) must not be written as that node after a minus: it would read back as -3*y.
+TEST(KOBWBEquationPrinter, ProductsOfMinusOneReadBackWithTheirFactor) {
+    KOBWBFactory f;
+    Variables v(f);
+    KOBWBExpression* terms[] = {
+        f.CreateProduct(v.I(-1), f.CreateProduct(v.I(3), v.y)),
+        f.CreateProduct(v.I(-1), f.CreateQuotient(v.I(3), v.y)),
+        f.CreateProduct(v.I(-1), v.I(3)),
+        f.CreateProduct(v.I(-1), f.CreateProduct(v.I(3), f.CreateConstantPi())),
+    };
+    for (KOBWBExpression* term : terms) {
+        f.AddEquation(term, KOBWBEqUndefined);
+        f.AddEquation(f.CreateSum(v.x, term), KOBWBEqUndefined);
+        f.AddEquation(f.CreateSum(v.x, term), KOBWBEqLessEqual);
+    }
+    const std::string text = KOBWBEquationPrinter::ToText(f);
+    KOBWBFactory copy;
+    ASSERT_EQ(FillFromText(text, copy), 0) << text;
+    KOBWBEquation* b = copy.GetFirstEquation();
+    for (KOBWBEquation* a = f.GetFirstEquation(); a; a = a->GetNext(), b = b->GetNext()) {
+        const KOBWBExpression* product = FirstProduct(b->GetRoot());
+        ASSERT_NE(product, nullptr) << KOBWBEquationPrinter::ToText(b);
+        EXPECT_EQ(product->GetNbOfChildren(), FirstProduct(a->GetRoot())->GetNbOfChildren())
+            << KOBWBEquationPrinter::ToText(a);
+        double first = 0;
+        EXPECT_TRUE(IsPointConstant(product->GetChild(0), first) && first == -1) << KOBWBEquationPrinter::ToText(a);
+    }
+}
+
 // A random expression of the operators the model language writes.
 class RandomGraphs {
 public:
