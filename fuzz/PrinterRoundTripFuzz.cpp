@@ -9,8 +9,10 @@
 //   since the text may bring them back flattened or nested differently;
 // - constants of the same value: the same kind (integer, real, exact fraction of a
 //   power of Pi) and the same number, bit for bit for reals. A constant that the
-//   language has no single literal for (Pi/4, a negative number) may come back as a
-//   sub-expression over constants only, whose value must then be the constant's;
+//   language has no single literal for (Pi/4, 3*Pi) may come back as a sub-expression
+//   over constants only, or as several operands of a product, whose value must then
+//   be the constant's. Systems with constants the language cannot write at all are
+//   not compared;
 // - an equation with a relation whose root is not a sum ending with a constant term
 //   is written "root relation 0", so its copy's root may have one more term than the
 //   original's: a last 0.
@@ -81,9 +83,7 @@ bool HasOnlyWritableConstants(const KOBWBFactory& factory) {
 
 bool IsSum(const KOBWBExpression* node) { return node && node->GetType() == KOBWBSumType; }
 
-// The operands of a node; those of a sum or product with nested sums (products) opened,
-// but for those over constants only: the text of a constant (3*Pi in x*(3*Pi)) reads
-// back as a product of its own, compared as a whole with the constant.
+// The operands of a node; those of a sum or product with nested sums (products) opened.
 std::vector<const KOBWBExpression*> Operands(const KOBWBExpression* node) {
     const KOBWBExpressionType type = node->GetType();
     std::vector<const KOBWBExpression*> operands;
@@ -95,7 +95,7 @@ std::vector<const KOBWBExpression*> Operands(const KOBWBExpression* node) {
     while (!pending.empty()) {
         const KOBWBExpression* next = pending.back();
         pending.pop_back();
-        if (next == node || (next && next->GetType() == type && next->GetNbOfChildren() > 0 && !next->IsConstant())) {
+        if (next == node || (next && next->GetType() == type && next->GetNbOfChildren() > 0)) {
             for (int i = next->GetNbOfChildren() - 1; i >= 0; --i) pending.push_back(next->GetChild(i));
         } else {
             operands.push_back(next);
@@ -120,8 +120,7 @@ bool SameValue(const KOBWBValue& a, const KOBWBValue& b) {
     case KOBWBRealIntervalValue: {
         const KOBWBRealInterval x = a.GetAsRealInterval();
         const KOBWBRealInterval y = b.GetAsRealInterval();
-        const auto same = [](double u, double v) { return u == v || (u != u && v != v); };
-        return same(x.lower, y.lower) && same(x.upper, y.upper);
+        return x.lower == y.lower && x.upper == y.upper;
     }
     default: return false;
     }
@@ -129,9 +128,46 @@ bool SameValue(const KOBWBValue& a, const KOBWBValue& b) {
 
 std::string Text(const KOBWBExpression* node) { return KOBWBEquationPrinter::ToText(node); }
 
-// Compares the original's node with the copy's; explains the first difference in why.
-bool SameStructure(const KOBWBExpression* original, const KOBWBExpression* copy, std::string& why) {
-    std::vector<std::pair<const KOBWBExpression*, const KOBWBExpression*>> pending{{original, copy}};
+using Pairs = std::vector<std::pair<const KOBWBExpression*, const KOBWBExpression*>>;
+
+// Pairs the original's operands of a sum or product with the copy's. A constant of the
+// original may come back as a sub-expression over constants, and as several operands
+// when its text is itself a product (x*(3*Pi) is a product of x, 3 and Pi once nested
+// products are opened): it takes the shortest run of the copy's constant operands whose
+// sum (product) is its value.
+bool PairOperands(const std::vector<const KOBWBExpression*>& xs, const std::vector<const KOBWBExpression*>& ys,
+                  bool product, Pairs& pending, std::string& why) {
+    size_t j = 0;
+    for (const KOBWBExpression* x : xs) {
+        if (j == ys.size()) {
+            why = "the copy has fewer operands, none for " + Text(x);
+            return false;
+        }
+        if (!x || x->GetType() != KOBWBConstantType || !ys[j] || !ys[j]->IsConstant()) {
+            pending.emplace_back(x, ys[j++]);
+            continue;
+        }
+        const KOBWBEnvironment& environment = x->GetEnvironment();
+        KOBWBValue value = const_cast<KOBWBExpression*>(ys[j])->GetValue();
+        size_t end = j + 1;
+        while (!SameValue(x->GetExprValue(), value) && end < ys.size() && ys[end] && ys[end]->IsConstant()) {
+            const KOBWBValue next = const_cast<KOBWBExpression*>(ys[end++])->GetValue();
+            value = product ? KOBWBMul(environment, value, next) : KOBWBSum(environment, value, next);
+        }
+        if (!SameValue(x->GetExprValue(), value)) {
+            why = "constant " + Text(x) + " read back as " + Text(ys[j]);
+            return false;
+        }
+        j = end;
+    }
+    if (j == ys.size()) return true;
+    why = "the copy has more operands, from " + Text(ys[j]);
+    return false;
+}
+
+// Compares the pairs of the original's and the copy's nodes; explains the first
+// difference in why.
+bool SameStructure(Pairs pending, std::string& why) {
     while (!pending.empty()) {
         const auto [a, b] = pending.back();
         pending.pop_back();
@@ -141,34 +177,34 @@ bool SameStructure(const KOBWBExpression* original, const KOBWBExpression* copy,
             return false;
         }
         if (a->GetType() == KOBWBConstantType) {
-            if (b->GetType() != KOBWBConstantType && !b->IsConstant()) {
-                why = "constant " + Text(a) + " read back as " + Text(b);
-                return false;
-            }
-            const KOBWBValue value = const_cast<KOBWBExpression*>(b)->GetValue();
-            if (SameValue(a->GetExprValue(), value)) continue;
-            why = "constant " + Text(a) + " read back as " + Text(b) + " of value ";
-            KOBWBEquationPrinter::PrintValue(value, why);
+            if (b->IsConstant() && SameValue(a->GetExprValue(), const_cast<KOBWBExpression*>(b)->GetValue())) continue;
+            why = "constant " + Text(a) + " read back as " + Text(b);
             return false;
         }
         if (a->GetType() != b->GetType()) {
             why = "operators differ: " + Text(a) + " read back as " + Text(b);
             return false;
         }
-        if (a->GetType() == KOBWBVariableType) {
+        const KOBWBExpressionType type = a->GetType();
+        if (type == KOBWBVariableType) {
             const std::string x = const_cast<KOBWBVariable*>(static_cast<const KOBWBVariable*>(a))->GetName().str();
             const std::string y = const_cast<KOBWBVariable*>(static_cast<const KOBWBVariable*>(b))->GetName().str();
             if (x == y) continue;
             why = "variable " + x + " read back as " + y;
             return false;
         }
-        const std::vector<const KOBWBExpression*> xs = Operands(a);
-        const std::vector<const KOBWBExpression*> ys = Operands(b);
-        if (xs.size() != ys.size()) {
+        if (type == KOBWBSumType || type == KOBWBProductType) {
+            if (!PairOperands(Operands(a), Operands(b), type == KOBWBProductType, pending, why)) {
+                why += " in " + Text(a);
+                return false;
+            }
+            continue;
+        }
+        if (a->GetNbOfChildren() != b->GetNbOfChildren()) {
             why = "operand counts differ: " + Text(a) + " read back as " + Text(b);
             return false;
         }
-        for (size_t i = 0; i < xs.size(); ++i) pending.emplace_back(xs[i], ys[i]);
+        for (int i = 0; i < a->GetNbOfChildren(); ++i) pending.emplace_back(a->GetChild(i), b->GetChild(i));
     }
     return true;
 }
@@ -190,19 +226,14 @@ bool SameEquation(const KOBWBEquation* original, const KOBWBEquation* copy, std:
         why = "relations differ: " + KOBWBEquationPrinter::ToText(original);
         return false;
     }
-    std::vector<const KOBWBExpression*> expected = Terms(original->GetRoot());
+    const std::vector<const KOBWBExpression*> expected = Terms(original->GetRoot());
     std::vector<const KOBWBExpression*> terms = Terms(copy->GetRoot());
     // An equation written "root relation 0" reads back as root - 0.
-    if (terms.size() == expected.size() + 1 && original->GetType() != KOBWBEqUndefined && IsZero(terms.back()))
+    if (original->GetType() != KOBWBEqUndefined && !expected.empty() && !terms.empty() && !IsZero(expected.back()) &&
+        IsZero(terms.back()))
         terms.pop_back();
-    if (terms.size() != expected.size()) {
-        why = "term counts differ: " + KOBWBEquationPrinter::ToText(original) + " read back as " +
-              KOBWBEquationPrinter::ToText(copy);
-        return false;
-    }
-    for (size_t i = 0; i < terms.size(); ++i)
-        if (!SameStructure(expected[i], terms[i], why)) return false;
-    return true;
+    Pairs pending;
+    return PairOperands(expected, terms, false, pending, why) && SameStructure(pending, why);
 }
 
 } // namespace
