@@ -47,15 +47,15 @@ bool IsMinusOne(const KOBWBExpression* node) {
     return !value.IsAFraction() && value.GetType() == KOBWBIntegerValue && value.GetAsInteger() == -1;
 }
 
-// Whether the reader, negating the node's text, folds the sign into the node: into a
-// constant, or into the leading constant of a product or quotient. Then -1*x cannot
-// be written -x: the sign would not come back as a factor -1.
+// Whether the reader, negating the node's text, may fold the sign into a constant of
+// the node instead of making the product of -1 and the node: it negates a constant,
+// and the leading constant of a product or quotient, which may come from the first
+// factor of a nested product written without brackets. Then -1*x cannot be written -x.
 bool TakesSign(const KOBWBExpression* node) {
-    if (!node) return false;
-    const KOBWBExpressionType type = node->GetType();
-    if (type == KOBWBConstantType) return true;
-    return (type == KOBWBProductType || type == KOBWBQuotientType) && node->GetNbOfChildren() >= 2 &&
-           node->GetChild(0)->GetType() == KOBWBConstantType;
+    while (node && (node->GetType() == KOBWBProductType || node->GetType() == KOBWBQuotientType) &&
+           node->GetNbOfChildren() > 0)
+        node = node->GetChild(0);
+    return node && node->GetType() == KOBWBConstantType;
 }
 
 // A constant whose opposite is written as one token: a number, or Pi with either

@@ -158,7 +158,8 @@ const KOBWBExpression* FirstProduct(const KOBWBExpression* root) {
 }
 
 // -1 times a node that would take a minus sign into its own leading constant (3*y,
-// 3/y, 3) must not be written as that node after a minus: it would read back as -3*y.
+// 3/y, 3, 2*y*x) must not be written as that node after a minus: it would read back
+// as -3*y.
 TEST(KOBWBEquationPrinter, ProductsOfMinusOneReadBackWithTheirFactor) {
     KOBWBFactory f;
     Variables v(f);
@@ -167,6 +168,7 @@ TEST(KOBWBEquationPrinter, ProductsOfMinusOneReadBackWithTheirFactor) {
         f.CreateProduct(v.I(-1), f.CreateQuotient(v.I(3), v.y)),
         f.CreateProduct(v.I(-1), v.I(3)),
         f.CreateProduct(v.I(-1), f.CreateProduct(v.I(3), f.CreateConstantPi())),
+        f.CreateProduct(v.I(-1), f.CreateProduct(f.CreateProduct(v.I(2), v.y), v.x)),
     };
     for (KOBWBExpression* term : terms) {
         f.AddEquation(term, KOBWBEqUndefined);
