@@ -47,15 +47,94 @@ bool IsMinusOne(const KOBWBExpression* node) {
     return !value.IsAFraction() && value.GetType() == KOBWBIntegerValue && value.GetAsInteger() == -1;
 }
 
-// Whether the reader, negating the node's text, may fold the sign into a constant of
-// the node instead of making the product of -1 and the node: it negates a constant,
-// and the leading constant of a product or quotient, which may come from the first
-// factor of a nested product written without brackets. Then -1*x cannot be written -x.
+// How the reader takes a minus sign before a node's text: CreateOpposite of what the
+// text reads as, which folds the sign into a constant, and into the leading constant of
+// a product or quotient, instead of making the product of -1 and the node. Where it
+// folds, -1*x cannot be written -x (nor x after " - "): the -1 would not come back.
+
+// The parts of an exact fraction's text (see KOBWBValueText.cpp): a head, the number or
+// Pi with its power or their product, then "/..." when there is a denominator.
+struct FractionText {
+    bool constantHead; // a number, Pi or -Pi
+    bool chainHead;    // n*Pi^k, a product that further factors join
+    bool productHead;  // n*Pi^k, or -Pi^k read as -1 times Pi^k
+    bool division;
+};
+
+FractionText ReadFraction(const KOBWBFraction& fraction) {
+    long long numerator = fraction.numerator;
+    long long denominator = fraction.denominator;
+    if (denominator < 0) {
+        numerator = -numerator;
+        denominator = -denominator;
+    }
+    const int above = fraction.powerOfPi > 0 ? fraction.powerOfPi : 0;
+    const bool unit = numerator == 1 || numerator == -1;
+    FractionText text;
+    text.constantHead = numerator == 0 || above == 0 || (unit && above == 1);
+    text.chainHead = !text.constantHead && !unit;
+    text.productHead = text.chainHead || (!text.constantHead && numerator < 0);
+    text.division = numerator != 0 && (denominator != 1 || fraction.powerOfPi < 0);
+    return text;
+}
+
+bool IsSignOnly(const KOBWBExpression* node, bool negated);
+
+// Whether the text of a constant reads as a constant, or as a product or quotient led
+// by one.
+bool ConstantTakesSign(const KOBWBExpression* node) {
+    const KOBWBValue& value = node->GetExprValue();
+    if (!value.IsAFraction()) return true;
+    const FractionText text = ReadFraction(value.GetAsFraction());
+    return text.constantHead || (text.productHead && !text.division);
+}
+
+// Whether a node written as the first factor of a product (its own factors then join
+// the product's) makes the product read back led by a constant.
+bool LeadsWithConstant(const KOBWBExpression* node) {
+    while (node && node->GetType() == KOBWBProductType) {
+        if (node->GetNbOfChildren() >= 2 && IsSignOnly(node, false)) return false;
+        node = node->GetNbOfChildren() > 0 ? node->GetChild(0) : nullptr;
+    }
+    if (!node || node->GetType() != KOBWBConstantType) return false;
+    const KOBWBValue& value = node->GetExprValue();
+    if (!value.IsAFraction()) return true;
+    const FractionText text = ReadFraction(value.GetAsFraction());
+    return !text.division && (text.constantHead || text.chainHead);
+}
+
+// Whether the reader folds a minus sign before the node's text into the node.
 bool TakesSign(const KOBWBExpression* node) {
-    while (node && (node->GetType() == KOBWBProductType || node->GetType() == KOBWBQuotientType) &&
-           node->GetNbOfChildren() > 0)
-        node = node->GetChild(0);
-    return node && node->GetType() == KOBWBConstantType;
+    if (!node) return false;
+    switch (node->GetType()) {
+    case KOBWBConstantType: return ConstantTakesSign(node);
+    case KOBWBProductType:
+        if (node->GetNbOfChildren() == 1) return TakesSign(node->GetChild(0));
+        if (node->GetNbOfChildren() < 2) return false;
+        // Written "-a": read back as the product of -1 and a, led by a constant.
+        if (IsSignOnly(node, false)) return node->GetNbOfChildren() == 2;
+        return LeadsWithConstant(node->GetChild(0));
+    case KOBWBQuotientType: {
+        if (node->GetNbOfChildren() != 2) return false;
+        const KOBWBExpression* numerator = node->GetChild(0);
+        if (!numerator || numerator->GetType() != KOBWBConstantType) return false;
+        const KOBWBValue& value = numerator->GetExprValue();
+        if (!value.IsAFraction()) return true;
+        const FractionText text = ReadFraction(value.GetAsFraction());
+        return text.constantHead && !text.division;
+    }
+    default: return false;
+    }
+}
+
+// Whether the product -1*x*... is written with its -1 as a sign: "-x*..." in its place,
+// "x*..." after " - " (negated). After " - " the factors join one product, so with more
+// than one left the first factor's own first factor counts.
+bool IsSignOnly(const KOBWBExpression* node, bool negated) {
+    if (node->GetNbOfChildren() < 2 || !IsMinusOne(node->GetChild(0))) return false;
+    const KOBWBExpression* next = node->GetChild(1);
+    if (negated && node->GetNbOfChildren() > 2) return !LeadsWithConstant(next);
+    return !TakesSign(next);
 }
 
 // A constant whose opposite is written as one token: a number, or Pi with either
@@ -196,11 +275,9 @@ private:
     void WriteProduct(const KOBWBExpression* node, const Piece& piece) {
         if (WriteSingle(node, piece)) return;
         const int count = node->GetNbOfChildren();
-        // -1*x written as -x, or after " - " as x.
-        const bool signOnly = IsMinusOne(node->GetChild(0)) && !TakesSign(node->GetChild(1));
         if (piece.mode == Piece::Negated && HasFoldedSign(node)) {
             // The opposite: the first factor negated, or -1 left out.
-            if (signOnly) {
+            if (IsSignOnly(node, true)) {
                 if (count == 2) {
                     Emit(node->GetChild(1), piece.minimum);
                     Flush(AtomText, 0);
@@ -216,7 +293,7 @@ private:
             Flush(ProductText, piece.minimum);
             return;
         }
-        if (signOnly) {
+        if (IsSignOnly(node, false)) {
             Emit("-");
             Factors(node, 1);
             m_sequence[1].minimum = UnaryText;

@@ -133,6 +133,9 @@ TEST(KOBWBEquationPrinter, TextReadBackPrintsTheSameText) {
         "x = -540 deg;",
         "x - 180 deg * y = 0;",
         "x*(-30 deg) + 1 > -180 deg / y;",
+        "y - 31 deg;",
+        "x - 31 deg - (-Pi^2)*y + 2 Pi deg * z = 0;",
+        "z = -540 deg * x - 1*(3*Pi)*-1;",
     };
     for (const char* text : texts) {
         KOBWBFactory original;
