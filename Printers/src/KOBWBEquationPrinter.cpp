@@ -161,21 +161,30 @@ bool HasTokenOpposite(const KOBWBExpression* node) {
     }
 }
 
+// The first operand of a product or quotient; for a product, looking into the nested
+// products written first, whose factors join the product when read back.
+const KOBWBExpression* LeadingOperand(const KOBWBExpression* node) {
+    while (node->GetType() == KOBWBProductType && node->GetChild(0)->GetType() == KOBWBProductType &&
+           node->GetChild(0)->GetNbOfChildren() >= 2)
+        node = node->GetChild(0);
+    return node->GetChild(0);
+}
+
 // A product or quotient led by such a constant: the reader makes it of the text of
 // its opposite after a minus sign.
 bool HasFoldedSign(const KOBWBExpression* node) {
     const KOBWBExpressionType type = node->GetType();
     return ((type == KOBWBProductType && node->GetNbOfChildren() >= 2) ||
             (type == KOBWBQuotientType && node->GetNbOfChildren() == 2)) &&
-           HasTokenOpposite(node->GetChild(0));
+           HasTokenOpposite(LeadingOperand(node));
 }
 
 // A term that a sum writes after " - ": a negative constant, or a product or
-// quotient whose first operand is a negative constant written as one token.
+// quotient whose leading operand is a negative constant written as one token.
 bool IsNegativeTerm(const KOBWBExpression* node) {
     if (!node) return false;
     if (node->GetType() == KOBWBConstantType) return IsNegativeConstant(node);
-    return HasFoldedSign(node) && IsNegativeConstant(node->GetChild(0));
+    return HasFoldedSign(node) && IsNegativeConstant(LeadingOperand(node));
 }
 
 // The last term of an equation's root that is written, negated, as the right side:

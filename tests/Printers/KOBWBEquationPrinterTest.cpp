@@ -123,7 +123,8 @@ TEST(KOBWBEquationPrinter, ModelsReadBackIntoTheSameSystem) {
 }
 
 // Right sides of a negated exact constant read back as sub-expressions (Pi/6 as a
-// quotient whose numerator takes the sign); the copy must print as the original did.
+// quotient whose numerator takes the sign), and a product led by a nested product
+// reads back as one product; the copy must print as the original did.
 TEST(KOBWBEquationPrinter, TextReadBackPrintsTheSameText) {
     const char* texts[] = {
         "alpha = 30 deg;",
@@ -136,6 +137,7 @@ TEST(KOBWBEquationPrinter, TextReadBackPrintsTheSameText) {
         "y - 31 deg;",
         "x - 31 deg - (-Pi^2)*y + 2 Pi deg * z = 0;",
         "z = -540 deg * x - 1*(3*Pi)*-1;",
+        "a + -(2*b)*x*3;",
     };
     for (const char* text : texts) {
         KOBWBFactory original;
