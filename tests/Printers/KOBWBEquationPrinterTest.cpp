@@ -138,6 +138,7 @@ TEST(KOBWBEquationPrinter, TextReadBackPrintsTheSameText) {
         "x - 31 deg - (-Pi^2)*y + 2 Pi deg * z = 0;",
         "z = -540 deg * x - 1*(3*Pi)*-1;",
         "a + -(2*b)*x*3;",
+        "z + -540 deg * x + -Pi/3 * y;",
     };
     for (const char* text : texts) {
         KOBWBFactory original;
