@@ -44,14 +44,17 @@ bool Fill(const std::string& text, KOBWBFactory& factory) {
     return model.FillFactory(factory, ids, -1, names, variables) == parsed;
 }
 
-// Whether the model language writes the value: an integer, an exact fraction of a power
-// of Pi, or a single real within the library's range. A literal beyond that range reads
-// as every real, the interval that the printer shows as "[a, b]" and no text reads back
-// as; systems holding such values are not compared.
+// Whether the model language writes the value: an integer or a single real within the
+// library's range, or an exact fraction of a power of Pi. A real literal beyond that
+// range reads as every real, the interval that the printer shows as "[a, b]" and no
+// text reads back as; an integer beyond it (a unit's factor can take one there) is the
+// "any" or "nil" integer, which reads back as an interval too. Systems holding such
+// values are not compared.
 bool IsWritable(const KOBWBValue& value) {
     if (value.IsAFraction()) return true;
     switch (value.GetType()) {
-    case KOBWBIntegerValue: return true;
+    case KOBWBIntegerValue:
+        return value.GetAsInteger() >= -KOBWBMaxInteger && value.GetAsInteger() <= KOBWBMaxInteger;
     case KOBWBRealValue:
     case KOBWBRealIntervalValue: {
         const KOBWBRealInterval interval = value.GetAsRealInterval();
