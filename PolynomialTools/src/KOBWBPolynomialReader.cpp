@@ -248,13 +248,27 @@ double LargestCoefficient(const KOBWBPolynomial& p) {
 // its coefficients its reals: a coefficient past KOBWBMaxReal has no value to be written as.
 bool Writable(const KOBWBPolynomial& p) { return p.GetMaxExponent() <= INT_MAX && LargestCoefficient(p) <= KOBWBMaxReal; }
 
+// The smallest magnitude of a nonzero coefficient, 1 when there is none.
+double SmallestCoefficient(const KOBWBPolynomial& p) {
+    double smallest = 1.0;
+    for (const KOBWBPolynomialTerm& term : p.GetTerms()) {
+        const double magnitude = std::fabs(term.coefficient.ToDouble());
+        if (magnitude > 0.0) smallest = std::min(smallest, magnitude);
+    }
+    return smallest;
+}
+
 // Whether base^exponent may stay within the reals: (terms x largest coefficient)^exponent
 // bounds every coefficient of the power, so a power past that is not expanded at all.
+// The same bound holds the other way, on the reciprocal of the smallest coefficient: an
+// exact coefficient such as 2/3 raised that far has a numerator and denominator of
+// millions of digits, and its power is past the reals' precision anyway.
 bool PowerMayBeWritable(const KOBWBPolynomial& base, long long exponent) {
     const double largest = LargestCoefficient(base);
     const double terms = static_cast<double>(base.GetNbOfTerms());
     if (base.GetNbOfTerms() == 1 && largest == 1.0) return true;
-    return static_cast<double>(exponent) * std::log(std::max(1.0, terms * largest)) <= std::log(KOBWBMaxReal);
+    const double growth = std::max({1.0, terms * largest, 1.0 / SmallestCoefficient(base)});
+    return static_cast<double>(exponent) * std::log(growth) <= std::log(KOBWBMaxReal);
 }
 
 } // namespace

@@ -150,19 +150,11 @@ bool IsSignOnly(const KOBWBExpression* node, bool negated) {
     return !TakesSign(next);
 }
 
-// A constant whose opposite is written as one token: a number, or Pi with either
-// sign. Reading "- c*x" or "- c/x" back negates the leading constant factor or
-// numerator, which gives the node back only when c is such a token: "- Pi/3*x"
-// would read as the product of -1 and another product.
-bool HasTokenOpposite(const KOBWBExpression* node) {
+// A constant of one number: an integer, a single real or an exact fraction.
+bool IsNumberConstant(const KOBWBExpression* node) {
     if (!node || node->GetType() != KOBWBConstantType) return false;
     const KOBWBValue& value = node->GetExprValue();
-    if (value.IsAFraction()) {
-        const KOBWBFraction fraction = value.GetAsFraction();
-        const bool whole = fraction.denominator == 1 || fraction.denominator == -1;
-        const bool unit = fraction.numerator == 1 || fraction.numerator == -1;
-        return whole && (fraction.powerOfPi == 0 || (fraction.powerOfPi == 1 && unit));
-    }
+    if (value.IsAFraction()) return true;
     switch (value.GetType()) {
     case KOBWBIntegerValue: return true;
     case KOBWBRealValue:
@@ -174,6 +166,22 @@ bool HasTokenOpposite(const KOBWBExpression* node) {
     }
 }
 
+// A constant whose opposite is written as one token: a number, or Pi with either
+// sign. Reading "- c/x" back negates the numerator, which gives the quotient back
+// only when c is such a token: "- Pi/3/x" would read as the product of -1 and a
+// quotient.
+bool HasTokenOpposite(const KOBWBExpression* node) {
+    if (!IsNumberConstant(node)) return false;
+    const KOBWBValue& value = node->GetExprValue();
+    if (value.IsAFraction()) {
+        const KOBWBFraction fraction = value.GetAsFraction();
+        const bool whole = fraction.denominator == 1 || fraction.denominator == -1;
+        const bool unit = fraction.numerator == 1 || fraction.numerator == -1;
+        return whole && (fraction.powerOfPi == 0 || (fraction.powerOfPi == 1 && unit));
+    }
+    return true;
+}
+
 // The first operand of a product or quotient; for a product, looking into the nested
 // products written first, whose factors join the product when read back.
 const KOBWBExpression* LeadingOperand(const KOBWBExpression* node) {
@@ -183,17 +191,17 @@ const KOBWBExpression* LeadingOperand(const KOBWBExpression* node) {
     return node->GetChild(0);
 }
 
-// A product or quotient led by such a constant: the reader makes it of the text of
-// its opposite after a minus sign.
+// A product led by a number, or a quotient whose numerator is a constant written as
+// one token: the reader makes it, or for a product one that reads and prints the same
+// once nested products are opened, of the text of its opposite after a minus sign.
 bool HasFoldedSign(const KOBWBExpression* node) {
     const KOBWBExpressionType type = node->GetType();
-    return ((type == KOBWBProductType && node->GetNbOfChildren() >= 2) ||
-            (type == KOBWBQuotientType && node->GetNbOfChildren() == 2)) &&
-           HasTokenOpposite(LeadingOperand(node));
+    if (type == KOBWBProductType) return node->GetNbOfChildren() >= 2 && IsNumberConstant(LeadingOperand(node));
+    return type == KOBWBQuotientType && node->GetNbOfChildren() == 2 && HasTokenOpposite(node->GetChild(0));
 }
 
 // A term that a sum writes after " - ": a negative constant, or a product or
-// quotient whose leading operand is a negative constant written as one token.
+// quotient of a folded sign whose leading operand is negative.
 bool IsNegativeTerm(const KOBWBExpression* node) {
     if (!node) return false;
     if (node->GetType() == KOBWBConstantType) return IsNegativeConstant(node);

@@ -28,7 +28,8 @@ KOBWBX_API KOBWBIntegerInterval KOBWBPow(const KOBWBEnvironment& environment,
 // are those of pow at the four corners, since x^y is monotone in each argument.
 KOBWBX_API KOBWBRealInterval KOBWBPow(const KOBWBEnvironment& environment,
                                       const KOBWBRealInterval& x, const KOBWBRealInterval& y);
-// Integer kinds keep an integer power for n >= 0 and give the real power for n < 0.
+// Integer kinds keep an integer power for n >= 0 and give the real power for n < 0; an
+// exact fraction stays an exact fraction (Pi^2, 8/Pi^3) while its numbers fit.
 KOBWBX_API KOBWBValue KOBWBPow(const KOBWBEnvironment& environment, const KOBWBValue& x, int n);
 // An exponent given as a single number with an integral value is taken as an integer
 // power, so that negative bases keep their integer powers; any other exponent goes

@@ -2,6 +2,7 @@
 
 #include "KOBWBArithmeticKernels.h"
 #include "KOBWBDomain.h"
+#include "KOBWBFractionArithmetic.h"
 #include "KOBWBValueDispatch.h"
 
 #include <cmath>
@@ -97,7 +98,31 @@ KOBWBRealInterval KOBWBSqrt(const KOBWBEnvironment& environment, const KOBWBReal
                                   [](double v) { return std::sqrt(v); });
 }
 
+namespace {
+
+// x^n of an exact fraction by squaring, exact as the products of fractions are (Pi^2 as
+// Pi*Pi is); false when a number outgrows the fractions' range or x is 0 and n < 0.
+bool ExactPower(const KOBWBFraction& x, int n, KOBWBFraction& result) {
+    using kobwb::CombineFractions;
+    using kobwb::FractionRule;
+    KOBWBFraction power = {1, 1, 0, 1};
+    KOBWBFraction square = x;
+    for (long long m = n < 0 ? -static_cast<long long>(n) : n; m > 0; m /= 2) {
+        if (m % 2 == 1 && !CombineFractions(FractionRule::Mul, power, square, power)) return false;
+        if (m > 1 && !CombineFractions(FractionRule::Mul, square, square, square)) return false;
+    }
+    if (n >= 0) {
+        result = power;
+        return true;
+    }
+    return CombineFractions(FractionRule::Div, KOBWBFraction{1, 1, 0, 1}, power, result);
+}
+
+} // namespace
+
 KOBWBValue KOBWBPow(const KOBWBEnvironment& environment, const KOBWBValue& x, int n) {
+    KOBWBFraction exact = {0, 1, 0, 1};
+    if (x.IsAFraction() && ExactPower(x.GetAsFraction(), n, exact)) return KOBWBValue(exact);
     kobwb::UnaryArguments arguments;
     arguments.index = n;
     return kobwb::ApplyUnary(environment, n >= 0 ? kobwb::Unary::Power : kobwb::Unary::RealPower, x,

@@ -216,6 +216,25 @@ TEST(KOBWBSimplify, ExpansionStaysWithinItsBudget) {
     EXPECT_EQ(expanded.GetNbOfTerms(), 1);
 }
 
+// An exact coefficient below one raised to a huge power stays one atom, as its
+// reciprocal's power would past the reals: expanded, its numerator and denominator
+// would have billions of digits.
+TEST(KOBWBSimplify, HugePowersOfSmallExactCoefficientsStayAtoms) {
+    Vars s;
+    KOBWBFactory& f = s.factory;
+    KOBWBExpression* twoThirds = f.CreateQuotient(s.I(2), s.I(3));
+    KOBWBPolynomialContext context(f);
+    KOBWBPolynomial polynomial;
+    for (int exponent : {2000000000, -2000000000}) {
+        ASSERT_TRUE(context.ToPolynomial(f.CreateProduct(f.CreatePower(twoThirds, exponent), s.v[0]), polynomial));
+        ASSERT_EQ(polynomial.GetNbOfTerms(), 1);
+        EXPECT_EQ(polynomial.GetTerm(0).coefficient.ToDouble(), 1.0) << exponent;
+    }
+    // Small powers are still exact.
+    ASSERT_TRUE(context.ToPolynomial(f.CreatePower(twoThirds, 3), polynomial));
+    EXPECT_EQ(polynomial.GetTerm(0).coefficient.GetExact().ToString(), "8/27");
+}
+
 TEST(KOBWBSimplify, CoefficientsPastMachineWordsStayExact) {
     Vars s;
     KOBWBFactory& f = s.factory;

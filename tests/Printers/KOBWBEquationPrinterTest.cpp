@@ -121,6 +121,79 @@ TEST(KOBWBEquationPrinter, ModelsReadBackIntoTheSameSystem) {
     }
 }
 
+// Right sides of a negated exact constant read back as sub-expressions (Pi/6 as a
+// quotient whose numerator takes the sign), and a product led by a nested product
+// reads back as one product; the copy must print as the original did.
+TEST(KOBWBEquationPrinter, TextReadBackPrintsTheSameText) {
+    const char* texts[] = {
+        "alpha = 30 deg;",
+        "beta = 2 Pi - 30 deg;",
+        "x = 540 deg;",
+        "x = -30 deg;",
+        "x = -540 deg;",
+        "x - 180 deg * y = 0;",
+        "x*(-30 deg) + 1 > -180 deg / y;",
+        "y - 31 deg;",
+        "x - 31 deg - (-Pi^2)*y + 2 Pi deg * z = 0;",
+        "z = -540 deg * x - 1*(3*Pi)*-1;",
+        "a + -(2*b)*x*3;",
+        "z + -540 deg * x + -Pi/3 * y;",
+    };
+    for (const char* text : texts) {
+        KOBWBFactory original;
+        ASSERT_EQ(FillFromText(text, original), 0) << text;
+        const std::string printed = KOBWBEquationPrinter::ToText(original);
+        KOBWBFactory copy;
+        ASSERT_EQ(FillFromText(printed, copy), 0) << printed;
+        EXPECT_TRUE(RoundTrips(copy)) << printed;
+        EXPECT_EQ(KOBWBEquationPrinter::ToText(copy), printed) << text;
+    }
+}
+
+// The first product met in a walk of the graph, parents first.
+const KOBWBExpression* FirstProduct(const KOBWBExpression* root) {
+    std::vector<const KOBWBExpression*> pending{root};
+    while (!pending.empty()) {
+        const KOBWBExpression* node = pending.back();
+        pending.pop_back();
+        if (node->GetType() == KOBWBProductType) return node;
+        for (int i = node->GetNbOfChildren() - 1; i >= 0; --i) pending.push_back(node->GetChild(i));
+    }
+    return nullptr;
+}
+
+// -1 times a node that would take a minus sign into its own leading constant (3*y,
+// 3/y, 3, 2*y*x) must not be written as that node after a minus: it would read back
+// as -3*y.
+TEST(KOBWBEquationPrinter, ProductsOfMinusOneReadBackWithTheirFactor) {
+    KOBWBFactory f;
+    Variables v(f);
+    KOBWBExpression* terms[] = {
+        f.CreateProduct(v.I(-1), f.CreateProduct(v.I(3), v.y)),
+        f.CreateProduct(v.I(-1), f.CreateQuotient(v.I(3), v.y)),
+        f.CreateProduct(v.I(-1), v.I(3)),
+        f.CreateProduct(v.I(-1), f.CreateProduct(v.I(3), f.CreateConstantPi())),
+        f.CreateProduct(v.I(-1), f.CreateProduct(f.CreateProduct(v.I(2), v.y), v.x)),
+    };
+    for (KOBWBExpression* term : terms) {
+        f.AddEquation(term, KOBWBEqUndefined);
+        f.AddEquation(f.CreateSum(v.x, term), KOBWBEqUndefined);
+        f.AddEquation(f.CreateSum(v.x, term), KOBWBEqLessEqual);
+    }
+    const std::string text = KOBWBEquationPrinter::ToText(f);
+    KOBWBFactory copy;
+    ASSERT_EQ(FillFromText(text, copy), 0) << text;
+    KOBWBEquation* b = copy.GetFirstEquation();
+    for (KOBWBEquation* a = f.GetFirstEquation(); a; a = a->GetNext(), b = b->GetNext()) {
+        const KOBWBExpression* product = FirstProduct(b->GetRoot());
+        ASSERT_NE(product, nullptr) << KOBWBEquationPrinter::ToText(b);
+        EXPECT_EQ(product->GetNbOfChildren(), FirstProduct(a->GetRoot())->GetNbOfChildren())
+            << KOBWBEquationPrinter::ToText(a);
+        double first = 0;
+        EXPECT_TRUE(IsPointConstant(product->GetChild(0), first) && first == -1) << KOBWBEquationPrinter::ToText(a);
+    }
+}
+
 TEST(KOBWBEquationPrinter, GeneratedGraphsReadBackIntoTheSameSystem) {
     for (unsigned seed = 1; seed <= 40; ++seed) {
         KOBWBFactory factory;

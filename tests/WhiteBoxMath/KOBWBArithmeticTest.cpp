@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cmath>
 
 namespace {
 
@@ -187,6 +188,26 @@ TEST(KOBWBArithmetic, ExactFractions) {
     EXPECT_FALSE(KOBWBSum(env, Fraction(1, 2, 1), KOBWBValue(0.5)).IsAFraction());
     // Functions without a fraction rule read fractions as reals.
     EXPECT_DOUBLE_EQ(KOBWBSin(env, Fraction(1, 2, 1)).GetAsReal(), 1.0);
+}
+
+// Pi^2/180, printed from an exact constant, reads back as a power: its value must be
+// the exact fraction that Pi*Pi gives.
+TEST(KOBWBArithmetic, IntegralPowersOfExactFractionsStayExact) {
+    KOBWBEnvironment env;
+    const KOBWBValue piSquared = KOBWBPow(env, Fraction(1, 1, 1), 2);
+    ASSERT_TRUE(piSquared.IsAFraction());
+    EXPECT_EQ(piSquared.GetAsFraction().powerOfPi, 2);
+    EXPECT_EQ(piSquared.GetAsFraction().numerator, 1);
+    const KOBWBValue inverse = KOBWBPow(env, Fraction(1, 2, 1), KOBWBValue(-3));
+    ASSERT_TRUE(inverse.IsAFraction());
+    EXPECT_EQ(inverse.GetAsFraction().numerator, 8);
+    EXPECT_EQ(inverse.GetAsFraction().denominator, 1);
+    EXPECT_EQ(inverse.GetAsFraction().powerOfPi, -3);
+    EXPECT_EQ(KOBWBPow(env, Fraction(2, 3, 0), 0).GetAsInteger(), 1);
+    // Past the fractions' range, or 0 to a negative power: the real result as before.
+    EXPECT_FALSE(KOBWBPow(env, Fraction(3, 2, 1), 40).IsAFraction());
+    EXPECT_NEAR(KOBWBPow(env, Fraction(3, 2, 1), 40).GetAsReal(), std::pow(1.5 * M_PI, 40), 1e-6 * std::pow(1.5 * M_PI, 40));
+    EXPECT_FALSE(KOBWBPow(env, Fraction(0, 1, 1), -1).IsAFraction());
 }
 
 TEST(KOBWBArithmetic, EnumerationsMappedElementByElement) {
