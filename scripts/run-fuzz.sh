@@ -16,11 +16,11 @@ cd "$(dirname "$0")/.."
 
 # Executions of each target in the smoke, about 15 to 20 seconds each on two cores.
 declare -A smokeRuns=(
-    [Algebra]=30000
-    [CallSequence]=30000
-    [ModelText]=30000
-    [PrinterRoundTrip]=30000
-    [SymbolicTransformations]=30000
+    [Algebra]=45000
+    [CallSequence]=130000
+    [ModelText]=65000
+    [PrinterRoundTrip]=110000
+    [SymbolicTransformations]=20000
 )
 smokeSeed=1
 
