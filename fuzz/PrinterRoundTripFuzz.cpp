@@ -16,8 +16,12 @@
 // - an equation with a relation whose root is not a sum ending with a constant term
 //   is written "root relation 0", so its copy's root may have one more term than the
 //   original's: a last 0.
+//
+// The same system is also written as MathML, which must be one well-formed document
+// with MathML's layout elements holding what they must.
 
 #include "KOBWBx.h"
+#include "XmlChecker.h"
 
 #include <cmath>
 #include <cstddef>
@@ -257,5 +261,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         if (!SameEquation(a, b, why)) Fail(why, printed, again);
     }
     if (again != printed) Fail("the copy prints differently", printed, again);
+    const std::string mathML = KOBWBEquationMLPrinter::ToMathML(original);
+    std::string why;
+    if (!XmlChecker().Check(mathML, why)) Fail("the MathML is not well formed: " + why, printed, mathML);
     return 0;
 }
