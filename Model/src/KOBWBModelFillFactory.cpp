@@ -8,13 +8,11 @@
 
 #include "KOBWBEquation.h"
 
-#include <cstdlib>
-
 long KOBWBModel::FillFactory(KOBWBFactory& factory, KOBLVRIntArray& equationIds, int count,
                              KOBLVRListPKOBWBVarNode& variableNodes,
                              KOBLVRListPKOBWBVariable& factoryVariables) {
     // A dump of the model for inspection when the environment asks for one.
-    if (const char* folder = std::getenv("ADL_ODT_OUT")) KOBWBModelGraphDump::WriteFileInto(*this, folder);
+    KOBWBModelGraphDump::WriteFile(*this);
     KOBWBFactoryConversion conversion(factory, variableNodes, factoryVariables);
     const int last = count < 0 || count > equationIds.Size() ? equationIds.Size() : count;
     long made = 0;
