@@ -102,9 +102,11 @@ Term AlgebraicDerivative(KOBWBAlgebraicOperator& node, KOBWBVariable* v) {
     const int count = node.GetNbOfChildren();
     std::vector<Term> terms;
     if (node.GetType() == KOBWBSumType) {
+        // A term without derivative leaves the sum without one.
         for (int i = 0; i < count; ++i) {
             const Term d = DerivativeRules::Of(node.GetChild(i), v);
-            if (!d.IsNull() && !d.IsZero()) terms.push_back(d);
+            if (d.IsNull()) return {};
+            if (!d.IsZero()) terms.push_back(d);
         }
         return SumOfTerms(factory, terms);
     }
@@ -114,7 +116,8 @@ Term AlgebraicDerivative(KOBWBAlgebraicOperator& node, KOBWBVariable* v) {
     for (int i = 0; i < count; ++i) {
         derivatives[static_cast<std::size_t>(i)] = DerivativeRules::Of(node.GetChild(i), v);
         const Term& d = derivatives[static_cast<std::size_t>(i)];
-        if (!d.IsNull() && !d.IsZero()) ++dependent;
+        if (d.IsNull()) return {};
+        if (!d.IsZero()) ++dependent;
     }
     // Two dependent factors spell their terms out with fewer nodes than the chains.
     if (dependent > 2 && count > 3) return ProductByPrefixes(factory, node, derivatives);
