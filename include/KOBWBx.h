@@ -85,6 +85,8 @@
 #include "KOBWBEquationPrinter.h"
 #include "KOBWBGraphPrinter.h"
 
+#include "KOBWBBranchAndPrune.h"
+#include "KOBWBIntervalNewton.h"
 #include "KOBWBJacobian.h"
 #include "KOBWBPointEvaluator.h"
 #include "KOBWBSolver.h"
