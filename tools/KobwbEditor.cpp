@@ -199,7 +199,13 @@ void Session::Help(const std::string&) {
         usage.resize(usage.size() < 44 ? 44 : usage.size() + 1, ' ');
         text += "  " + usage + command.summary + '\n';
     }
-    Answer(text + "  quit                                        ends the session (so does the end of the input)\n");
+    text += "  quit                                        ends the session (so does the end of the input)\n"
+            "Functions of the model language:";
+    for (int i = 0; i < KOBWBGetNbOfFunctionNames(); ++i) {
+        const KOBWBFunctionName* function = KOBWBGetFunctionNameRow(i);
+        if (function->read) text += std::string(" ") + function->name;
+    }
+    Answer(text + "\n");
 }
 
 void Session::Show(const std::string&) {
