@@ -6,8 +6,6 @@
 #include "KobwbMode.h"
 #include "KobwbSimplification.h"
 
-#include <cerrno>
-#include <cstring>
 #include <iostream>
 
 namespace kobwb_tool {
@@ -47,7 +45,7 @@ int Check(const Invocation& invocation) {
             list += "{\"file\": ";
             AppendJsonString(list, ShownName(file));
             list += ", \"unreadable\": ";
-            AppendJsonString(list, std::strerror(errno));
+            AppendJsonString(list, loaded.unreadable);
             list += "}";
             continue;
         }

@@ -175,7 +175,9 @@ void LoadModelText(const std::string& name, std::string text, LoadedModel& loade
 bool LoadModel(const std::string& name, LoadedModel& loaded) {
     std::string text;
     if (!ReadInput(name, text)) {
-        std::cerr << "kobwb: cannot read " << ShownName(name) << ": " << std::strerror(errno) << '\n';
+        loaded.file = name;
+        loaded.unreadable = std::strerror(errno);
+        std::cerr << "kobwb: cannot read " << ShownName(name) << ": " << loaded.unreadable << '\n';
         return false;
     }
     LoadModelText(name, std::move(text), loaded);

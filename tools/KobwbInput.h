@@ -38,6 +38,8 @@ struct LoadedModel {
     std::vector<Diagnostic> diagnostics;
     int errors = 0;
     int warnings = 0;
+    // Why the file could not be read, when it could not.
+    std::string unreadable;
 };
 
 // Parses and checks text as the model of the named file.
