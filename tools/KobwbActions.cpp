@@ -172,7 +172,7 @@ bool WriteDerivatives(KOBWBFactory& factory, const std::string& name, bool raw, 
         KOBWBExpression* derivative = factory.CreateDerivative(equation->GetRoot(), 1, &variable);
         if (derivative && !raw) {
             KOBWBExpression* simplified = KOBWBPolynomialTools::Simplify(derivative);
-            derivative = FoldExactConstants(factory, simplified ? simplified : derivative);
+            derivative = WriteFractionsAsQuotients(factory, FoldExactConstants(factory, simplified ? simplified : derivative));
         }
         const std::string text = derivative ? KOBWBEquationPrinter::ToText(derivative) : "(no derivative)";
         list.Item();

@@ -20,10 +20,11 @@ struct SimplifyReport {
     bool inconsistent = false;
 };
 
-// Runs the symbolic transformations in the mode, then writes every exact constant
-// sub-expression of the equations as one constant, so that they print as one
-// writes them (Pi/4, not -1*Pi/4 after a plus). False when the transformations
-// cannot be made.
+// Runs the symbolic transformations in the mode, then writes the equations and the
+// expressions of the variables eliminated as one writes them: every exact constant
+// sub-expression as one constant (Pi/4, not -1*Pi/4 after a plus), fractional
+// coefficients as quotients (-x^2/2, not -1/2*x^2), and an expression's constant
+// term first (y := 5 - x/2). False when the transformations cannot be made.
 bool RunSimplify(KOBWBFactory& factory, unsigned mode, SimplifyReport& report);
 
 // Replaces each sub-expression of the root made of constants only whose value is
@@ -32,6 +33,11 @@ bool RunSimplify(KOBWBFactory& factory, unsigned mode, SimplifyReport& report);
 // integer is written as a product or power of integer constants on purpose.
 // Returns the root, or the constant that stands for a root of constants only.
 KOBWBExpression* FoldExactConstants(KOBWBFactory& factory, KOBWBExpression* root);
+
+// Writes each product led by a fraction p/q (no Pi) as a quotient by q, so that it
+// prints as x/2, -3*x/2, or "- x^2/2" after another term of a sum. Returns the
+// root, or what stands for a root that is such a product.
+KOBWBExpression* WriteFractionsAsQuotients(KOBWBFactory& factory, KOBWBExpression* root);
 
 // The report as lines: "NAME := EXPRESSION" per definition, then the verdict on
 // the inequalities when there is one.

@@ -21,11 +21,11 @@ TEST(KobwbEditor, SaveKeepsTheEliminatedVariablesAndUndoRestores) {
                                       "show\\n"
                                       "undo\\n");
     EXPECT_EQ(run.status, 1) << run.output;
-    EXPECT_TRUE(Has(run, "[1] -1/2*x^2 + 5*x = 12;\ny := -1/2*x + 5\ntheta := Pi/4\n")) << run.output;
+    EXPECT_TRUE(Has(run, "[1] -x^2/2 + 5*x = 12;\ny := 5 - x/2\ntheta := Pi/4\n")) << run.output;
     EXPECT_TRUE(Has(run, "saved 1 equations and 2 variables eliminated to ")) << run.output;
     EXPECT_TRUE(Has(run, "undone\n[0] x + 2*y = 10;\n[1] x*y = 12;\n[2] theta = Pi/4;\nundone\nerror: nothing to undo"))
         << run.output;
-    EXPECT_EQ(ReadFile(saved), "-1/2*x^2 + 5*x = 12;\ny = -1/2*x + 5;\ntheta = Pi/4;\n");
+    EXPECT_EQ(ReadFile(saved), "-x^2/2 + 5*x = 12;\ny = 5 - x/2;\ntheta = Pi/4;\n");
     // The saved file reads back, every variable defined.
     EXPECT_EQ(Kobwb("check " + saved).status, 0);
 
