@@ -3,7 +3,6 @@
 
 #include "KobwbActions.h"
 #include "KobwbCommands.h"
-#include "KobwbConflict.h"
 #include "KobwbInput.h"
 #include "KobwbMode.h"
 #include "KobwbSimplification.h"
