@@ -11,9 +11,11 @@ namespace {
 constexpr double degreesPerRadian = 180.0 / 3.14159265358979323846;
 
 // A bound in a unit, readably: twelve significant digits undo the rounding of
-// the conversion (60 deg, not 59.99999999999999 deg).
-std::string Bound(double value) {
-    if (std::isinf(value)) return value < 0 ? "-inf" : "inf";
+// the conversion (60 deg, not 59.99999999999999 deg); a bound at the largest real
+// or past it (unbounded) is -inf or inf.
+std::string Bound(double value, double scale) {
+    if (std::fabs(value) >= KOBWBMaxReal) return value < 0 ? "-inf" : "inf";
+    value *= scale;
     char buffer[32];
     std::snprintf(buffer, sizeof buffer, "%.12g", value);
     return buffer;
@@ -68,8 +70,8 @@ std::string ModelSource::ValueText(const KOBWBVariable* variable) const {
         return text;
     }
     const double scale = kind == Kind::Angle ? degreesPerRadian : 1.0;
-    const std::string lower = Bound(bounds.lower * scale);
-    const std::string upper = Bound(bounds.upper * scale);
+    const std::string lower = Bound(bounds.lower, scale);
+    const std::string upper = Bound(bounds.upper, scale);
     return (lower == upper ? lower : '[' + lower + ", " + upper + ']') + ' ' + UnitOf(name);
 }
 

@@ -29,8 +29,8 @@ public:
     int LineOf(const KOBWBEquation* equation) const;
     Kind KindOf(const std::string& variable) const;
     // A variable's value in the model's units: lengths in mm, angles in deg, with
-    // twelve significant digits ("80 mm", "[0, 200] mm", "60 deg"); other
-    // values as the printer writes them.
+    // twelve significant digits ("80 mm", "[0, 200] mm", "60 deg", "[-inf, 40] mm"
+    // for an unbounded side); other values as the printer writes them.
     std::string ValueText(const KOBWBVariable* variable) const;
     // The unit ValueText writes for a variable, empty for a number.
     std::string UnitOf(const std::string& variable) const;

@@ -23,6 +23,9 @@ TEST(KobwbCheck, MessagesNameTheUnitTheCharacterAndTheMissingSemicolon) {
               "<stdin>:1:6: error: syntax error, unexpected = (at 2:3): expected ';' at the end of line 1\n");
     EXPECT_EQ(Kobwb("check -", "a = 1;\\nx = sin(a) /* note */\\nb c = 2;\\n").output,
               "<stdin>:2:11: error: syntax error, unexpected identifier (at 3:1): expected ';' at the end of line 2\n");
+    // Lines that end with \r\n count once, as the parser counts them.
+    EXPECT_EQ(Kobwb("check -", "a = 1;\\r\\nb = 2\\r\\nc = 3;\\r\\n").output,
+              "<stdin>:2:6: error: syntax error, unexpected = (at 3:3): expected ';' at the end of line 2\n");
     // A line that goes on with an operator is one equation: no ';' is suggested.
     EXPECT_EQ(Kobwb("check -", "x = a\\n  + ;\\n").output, "<stdin>:2:5: error: syntax error, unexpected semi-colon\n");
     // Blank lines inside a comment count once, as the parser counts them.

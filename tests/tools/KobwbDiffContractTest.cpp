@@ -17,6 +17,10 @@ TEST(KobwbDiff, WritesTheSimplifiedDerivative) {
     const Outcome raw = Kobwb("diff - --by yc --raw", model);
     EXPECT_TRUE(Has(raw, "[1] 2*(0*(xc - xa)^1)")) << raw.output;
     EXPECT_TRUE(Has(Kobwb("diff - --by yc --json", model), "{\"id\": 1, \"derivative\": \"2*yc - 2*ya\"}"));
+    // In the editor too, raw on request; a fraction as a quotient.
+    const Outcome edited = Kobwb("edit", "add y = x^3/6;\\ndiff x\\ndiff x raw\\ndiff x bogus\\n");
+    EXPECT_TRUE(Has(edited, "[0] -x^2/2\n[0] -(")) << edited.output;
+    EXPECT_TRUE(Has(edited, "error: diff NAME or diff NAME raw")) << edited.output;
 }
 
 TEST(KobwbContract, NamesTheEquationsThatEmptyTheBox) {
@@ -31,9 +35,14 @@ TEST(KobwbContract, NamesTheEquationsThatEmptyTheBox) {
     const Outcome json = Kobwb("contract - --domain x=[0,1] --domain y=[0,1] --json", system);
     EXPECT_TRUE(Has(json, "\"equations\": [{\"id\": 1, \"line\": 2, \"equation\": \"x + y = 10;\"}]}")) << json.output;
 
-    // A box is written in the model's units.
+    // A box is written in the model's units: lengths in mm, angles in deg, an
+    // unbounded side as inf.
     const Outcome sketch = Kobwb("contract " + Data("sketch.model") + " --domain x3=[0,200] --domain y3=[0,200]");
     EXPECT_TRUE(Has(sketch, "fixed point after ")) << sketch.output;
+    EXPECT_TRUE(Has(sketch, "\nL1 in 40 mm\n")) << sketch.output;
+    EXPECT_TRUE(Has(sketch, "\nalpha in 30 deg\nbeta in 60 deg\nh in [-inf, 40] mm\n")) << sketch.output;
+    EXPECT_TRUE(Has(Kobwb("contract - --json --domain x=[0,1]", "x = 2 mm - y;\\ny = 1 mm;"),
+                    "\"upper\": 1.0000000000000018, \"shown\": \"1 mm\"}]}"));
 }
 
 TEST(KobwbContract, DomainsAreCheckedWithAReason) {
