@@ -42,6 +42,7 @@
 #include "KOBWBEquationType.h"
 #include "KOBWBExpression.h"
 #include "KOBWBExpressionType.h"
+#include "KOBWBFunctionNames.h"
 #include "KOBWBFactory.h"
 #include "KOBWBIfThenElseOperator.h"
 #include "KOBWBIntegrateOperator.h"
