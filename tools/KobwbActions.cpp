@@ -9,9 +9,6 @@
 
 namespace kobwb_tool {
 
-namespace {
-
-// A finite number written whole; what was wrong otherwise.
 std::string ParseNumber(const std::string& text, double& value) {
     char* end = nullptr;
     value = std::strtod(text.c_str(), &end);
@@ -19,6 +16,8 @@ std::string ParseNumber(const std::string& text, double& value) {
     if (!std::isfinite(value)) return text + " is past the largest real";
     return "";
 }
+
+namespace {
 
 // "[LOW,HIGH]" or "VALUE", LOW <= HIGH; what was wrong otherwise.
 std::string ParseInterval(const std::string& text, KOBWBRealInterval& domain) {

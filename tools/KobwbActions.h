@@ -11,6 +11,10 @@ namespace kobwb_tool {
 // What the commands and the editor do with a factory. Each writes its answer to
 // out, as lines of text or, with json, as one JSON value.
 
+// A finite number written whole (strtod's forms); empty when read, otherwise what
+// was wrong.
+std::string ParseNumber(const std::string& text, double& value);
+
 // Gives every variable that has no value yet the whole real line.
 void OpenUnsetVariables(KOBWBFactory& factory);
 

@@ -59,6 +59,29 @@ const std::vector<CommandRow>& Commands() {
          "the domains, names the equations that cannot hold together there instead, with\n"
          "exit status 1.\n",
          Contract},
+        {"solve", "--start= --fix= --domain= --all --width= --json", Files::One,
+         "move the variables until the equations hold, or find every solution",
+         "usage: kobwb solve FILE [--start FILE | --start NAME=VALUE]... [--fix NAME]...\n"
+         "                        [--domain NAME=[LOW,HIGH]]... [--json]\n"
+         "       kobwb solve FILE --all --domain NAME=[LOW,HIGH]... [--width W] [--json]\n"
+         "Solves the equalities from the start values (NAME = VALUE lines of a start file,\n"
+         "or NAME=VALUE, in the model's units: mm and deg; a variable without a start\n"
+         "begins at 0, or at the middle of its --domain, which also bounds it), moving the\n"
+         "variables as little as it can; --fix keeps a variable at its start. Writes the\n"
+         "status, the values in the model's units, the degrees of freedom and the free\n"
+         "variables, and names redundant and conflicting equations by model line. Exit\n"
+         "status 0 when solved, 1 when not, 2 on bad input.\n"
+         "With --all: every solution in the domains (each variable needs one), each in a\n"
+         "box narrower than W (default 1e-8) with \"proved\" when it holds exactly one\n"
+         "solution, the boxes left undecided, and whether the search was complete (exit\n"
+         "status 0 when it was).\n",
+         Solve},
+        {"dof", "--start= --fix= --domain= --json", Files::One, "degrees of freedom, redundant and conflicting equations",
+         "usage: kobwb dof FILE [--start FILE | --start NAME=VALUE]... [--fix NAME]... [--json]\n"
+         "Solves as solve does, then writes the degrees of freedom at the answer (numeric,\n"
+         "from the Jacobian's rank, and structural), the variables still free, and the\n"
+         "over-determined, redundant and conflicting equations by model line.\n",
+         Dof},
         {"edit", "", Files::AtMostOne, "a session over a model's equations, from a terminal or a script",
          "usage: kobwb edit [FILE]\n"
          "A session over the equations of FILE (none when left out): commands are read\n"

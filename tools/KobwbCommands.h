@@ -14,6 +14,9 @@ int Simplify(const Invocation& invocation);
 int Classify(const Invocation& invocation);
 int Contract(const Invocation& invocation);
 int Edit(const Invocation& invocation);
+// KobwbSolve.cpp
+int Solve(const Invocation& invocation);
+int Dof(const Invocation& invocation);
 
 } // namespace kobwb_tool
 
