@@ -7,6 +7,7 @@
 #include <vector>
 
 class KOBWBFactory;
+class KOBWBIntervalNewton;
 class KOBWBVariable;
 
 // How a search for every solution ended.
@@ -70,6 +71,11 @@ public:
     bool IsComplete() const { return m_status == KOBWBSearchComplete; }
 
 private:
+    // Whether interval Newton proves a solution in the box widened by the width; the
+    // solution is then kept.
+    bool ProvedInflated(KOBWBIntervalNewton& newton, const std::vector<KOBWBRealInterval>& box);
+    void AddSolution(const std::vector<KOBWBRealInterval>& box);
+
     KOBWBFactory& m_factory;
     double m_minWidth = 1e-8;
     long m_maxBoxes = 100000;

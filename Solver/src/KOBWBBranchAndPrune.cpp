@@ -122,11 +122,15 @@ KOBWBSearchStatus KOBWBBranchAndPrune::Run() {
         }
         if (outcome == KOBWBNewtonEmpty) continue;
         if (outcome == KOBWBNewtonProved) {
-            m_solutions.push_back({box, true});
+            AddSolution(box);
             continue;
         }
         const std::size_t widest = Widest(box);
         if (Width(box) < m_minWidth) {
+            // A box narrowed to a point (an unknown pinned by a linear equation) or
+            // below the width cannot hold its solution strictly inside: interval
+            // Newton is tried once more on the box widened by the width.
+            if (square && ProvedInflated(newton, box)) continue;
             m_undecided.push_back({box, false});
             continue;
         }
@@ -140,4 +144,35 @@ KOBWBSearchStatus KOBWBBranchAndPrune::Run() {
     }
     for (std::size_t j = 0; j < m_unknowns.size(); ++j) m_unknowns[j]->SetExprValue(saved[j]);
     return m_status;
+}
+
+bool KOBWBBranchAndPrune::ProvedInflated(KOBWBIntervalNewton& newton, const std::vector<KOBWBRealInterval>& box) {
+    std::vector<KOBWBRealInterval> inflated(box);
+    for (KOBWBRealInterval& x : inflated) {
+        const double margin = std::max(m_minWidth, 1e-12 * std::max(std::fabs(x.lower), std::fabs(x.upper)));
+        x = {x.lower - margin, x.upper + margin};
+    }
+    for (int step = 0; step < newtonSteps; ++step) {
+        const KOBWBNewtonOutcome outcome = newton.Step(inflated);
+        if (outcome == KOBWBNewtonEmpty) return false;
+        if (outcome == KOBWBNewtonProved) {
+            AddSolution(inflated);
+            return true;
+        }
+    }
+    return false;
+}
+
+void KOBWBBranchAndPrune::AddSolution(const std::vector<KOBWBRealInterval>& box) {
+    // Boxes proved to hold one solution each that meet hold the same one (a widened
+    // box may reach into a neighbour's): the solution is kept once, in the smaller box.
+    for (KOBWBSearchBox& known : m_solutions) {
+        bool meet = true;
+        for (std::size_t j = 0; j < box.size() && meet; ++j)
+            meet = box[j].lower <= known.box[j].upper && known.box[j].lower <= box[j].upper;
+        if (!meet) continue;
+        if (Width(box) < Width(known.box)) known.box = box;
+        return;
+    }
+    m_solutions.push_back({box, true});
 }
