@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds KOBWBx, installs it into ./_install and runs the example program, then the
-# installed kobwb program on the example model: check, eval, contract, print.
+# installed kobwb program on the example model: check, eval, contract, print, solve.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/setup.sh
@@ -24,3 +24,8 @@ echo "\$ kobwb contract $model --domain x3=[0,200] --domain y3=[0,200]"
 "$kobwb" contract "$model" --domain 'x3=[0,200]' --domain 'y3=[0,200]'
 echo "\$ kobwb print $model"
 "$kobwb" print "$model"
+echo "\$ kobwb solve $model"
+"$kobwb" solve "$model"
+echo "\$ kobwb solve $model --all --domain x3=[0,200] --domain y3=[0,200] (and every other variable bounded)"
+"$kobwb" solve "$model" --all --domain 'x1=[-1,1]' --domain 'y1=[-1,1]' --domain 'x2=[0,200]' --domain 'y2=[-1,1]' \
+    --domain 'width=[0,200]' --domain 'side=[0,200]' --domain 'angle=[0,3]' --domain 'x3=[0,200]' --domain 'y3=[0,200]'
