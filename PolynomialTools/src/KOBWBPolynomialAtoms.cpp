@@ -30,7 +30,6 @@ std::size_t Combine(std::size_t hash, std::size_t value) { return hash * 1000003
 
 Impl::Impl(KOBWBFactory& factory, KOBWBExpression* zero, KOBWBExpression* one)
     : factory(factory), zero(zero), one(one) {
-    atoms.reserve(1024);
     atoms.push_back({AtomKind::Pi, nullptr, {}, {}, nullptr, 0, "", true, nullptr, 0});
 }
 
@@ -47,37 +46,22 @@ int Impl::InternAtom(AtomKind kind, KOBWBExpression* node, const std::vector<con
     hash = Combine(hash, std::hash<const void*>()(blackBox));
     for (const KOBWBPolynomial* argument : arguments) hash = Combine(hash, argument->Hash());
 
-    // Open addressing on the hash: equal atoms are among the entries of equal hash
-    // met before the first empty slot.
-    if (2 * (hashedAtoms + 1) > atomTable.size()) {
-        std::vector<HashedAtom> grown(std::max<size_t>(64, atomTable.size() * 2));
-        for (const HashedAtom& entry : atomTable) {
-            if (entry.atom < 0) continue;
-            size_t i = entry.hash & (grown.size() - 1);
-            while (grown[i].atom >= 0) i = (i + 1) & (grown.size() - 1);
-            grown[i] = entry;
-        }
-        atomTable = std::move(grown);
-    }
-    const size_t mask = atomTable.size() - 1;
-    size_t slot = hash & mask;
-    for (; atomTable[slot].atom >= 0; slot = (slot + 1) & mask) {
-        if (atomTable[slot].hash != hash) continue;
-        const Atom& atom = atoms[static_cast<size_t>(atomTable[slot].atom)];
+    const auto equal = [&](int number) {
+        const Atom& atom = atoms[static_cast<size_t>(number)];
         if (atom.kind != kind || atom.parameters != parameters || atom.blackBox != blackBox ||
             atom.arguments.size() != arguments.size() || (kind == AtomKind::Operator && atom.node->GetType() != type))
-            continue;
-        bool same = true;
-        for (size_t i = 0; same && i < arguments.size(); ++i) same = atom.arguments[i] == *arguments[i];
-        if (same) return atomTable[slot].atom;
-    }
+            return false;
+        for (size_t i = 0; i < arguments.size(); ++i)
+            if (atom.arguments[i] != *arguments[i]) return false;
+        return true;
+    };
     const int number = static_cast<int>(atoms.size());
+    const std::pair<int*, bool> found = atomTable.Insert(hash, equal, number);
+    if (!found.second) return *found.first;
     std::vector<KOBWBPolynomial> copies;
     copies.reserve(arguments.size());
     for (const KOBWBPolynomial* argument : arguments) copies.push_back(*argument);
     atoms.push_back({kind, node, std::move(copies), std::move(parameters), blackBox, hash, "", false, nullptr, 0});
-    atomTable[slot] = {hash, number};
-    ++hashedAtoms;
     return number;
 }
 
@@ -91,10 +75,14 @@ int Impl::VariableAtom(KOBWBVariable* variable) {
     if (variable->GetIdx() < 0 || variable->GetIdx() >= factory.GetNbOfVariables() ||
         factory.GetVariable(variable->GetIdx()) != variable)
         return UniqueAtom(AtomKind::Opaque, variable);
-    const size_t index = static_cast<size_t>(variable->GetIdx());
-    if (index >= atomOfVariable.size()) atomOfVariable.resize(std::max(index + 1, 2 * atomOfVariable.size()), -1);
-    int& atom = atomOfVariable[index];
-    if (atom < 0) atom = UniqueAtom(AtomKind::Variable, variable);
+    const std::size_t index = static_cast<std::size_t>(variable->GetIdx());
+    const auto same = [variable](const VariableEntry& entry) {
+        return entry.index == variable->GetIdx();
+    };
+    if (const VariableEntry* known = variableTable.Find(index, same)) return known->atom;
+    const int atom = UniqueAtom(AtomKind::Variable, variable);
+    variablePolynomials.push_back(KOBWBPolynomial::Atom(atom));
+    variableTable.Insert(index, same, {variable->GetIdx(), atom, &variablePolynomials.back()});
     return atom;
 }
 

@@ -1,9 +1,11 @@
 #ifndef KOBWBPolynomialContextImpl_h
 #define KOBWBPolynomialContextImpl_h
 
+#include "KOBLVRHashTable.h"
 #include "KOBWBExpressionType.h"
 #include "KOBWBPolynomialContext.h"
 
+#include <deque>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -89,21 +91,20 @@ struct KOBWBPolynomialContext::Impl {
     std::vector<Frame> frames;
     std::vector<Atom> atoms;
     // The atoms found again by their structure, by hash.
-    struct HashedAtom {
-        std::size_t hash = 0;
+    KOBLVRHashTable<int> atomTable;
+    // The atom of each variable of the factory that was read, with its polynomial,
+    // found by index: a context costs what it reads, not what the factory holds.
+    struct VariableEntry {
+        int index = -1;
         int atom = -1;
+        const KOBWBPolynomial* polynomial = nullptr;
     };
-    std::vector<HashedAtom> atomTable;
-    size_t hashedAtoms = 0;
-    // The atom of each variable of the factory, by index; -1 where none was made.
-    std::vector<int> atomOfVariable;
-    // The polynomials of the nodes read since the readings were last forgotten:
-    // an open-addressing table from nodes to places in readings, whose slots are
-    // stamped with the generation that filled them, so that forgetting is one
-    // increment and the storage is kept for the next expression.
-    struct Slot {
+    KOBLVRHashTable<VariableEntry> variableTable;
+    std::deque<KOBWBPolynomial> variablePolynomials;
+    // The polynomials of the nodes read since the readings were last forgotten, by
+    // node: forgetting clears the table in one step and keeps its storage.
+    struct NodeReading {
         const KOBWBExpression* node = nullptr;
-        unsigned generation = 0;
         int reading = -1;
     };
     // A node's polynomial: its own, or one the context keeps for every occurrence
@@ -113,11 +114,10 @@ struct KOBWBPolynomialContext::Impl {
         const KOBWBPolynomial* shared = nullptr;
         bool done = false;
     };
-    std::vector<Slot> slots = std::vector<Slot>(64);
+    KOBLVRHashTable<NodeReading> readTable;
     std::vector<Reading> readings;
-    unsigned generation = 1;
     void ForgetReadings() {
-        ++generation;
+        readTable.Clear();
         readings.clear();
     }
     // The place of node in readings, -1 when it was not read in this generation.
@@ -125,7 +125,6 @@ struct KOBWBPolynomialContext::Impl {
     int AddReading(const KOBWBExpression* node);
     // The polynomial kept for a variable or a small integer constant; null for other nodes.
     const KOBWBPolynomial* SharedLeaf(KOBWBExpression* node);
-    std::vector<std::unique_ptr<KOBWBPolynomial>> variablePolynomials;
     static constexpr int smallInteger = 16;
     std::unique_ptr<KOBWBPolynomial> integerPolynomials[2 * smallInteger + 1];
     std::unordered_map<std::string, KOBWBExpression*> constants;

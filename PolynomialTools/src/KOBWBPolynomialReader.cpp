@@ -73,38 +73,19 @@ bool ReadsChildren(KOBWBExpressionType type) { return type != KOBWBIntegrateType
 
 namespace {
 
-size_t SlotOf(const KOBWBExpression* node, size_t mask) {
-    return (reinterpret_cast<std::uintptr_t>(node) >> 6) * 0x9E3779B97F4A7C15ull >> 20 & mask;
-}
+std::size_t NodeHash(const KOBWBExpression* node) { return reinterpret_cast<std::uintptr_t>(node) >> 4; }
 
 } // namespace
 
 int Impl::FindReading(const KOBWBExpression* node) const {
-    const size_t mask = slots.size() - 1;
-    for (size_t i = SlotOf(node, mask);; i = (i + 1) & mask) {
-        const Slot& slot = slots[i];
-        if (slot.generation != generation) return -1;
-        if (slot.node == node) return slot.reading;
-    }
+    const NodeReading* found =
+        readTable.Find(NodeHash(node), [node](const NodeReading& entry) { return entry.node == node; });
+    return found ? found->reading : -1;
 }
 
 int Impl::AddReading(const KOBWBExpression* node) {
-    if (2 * (readings.size() + 1) > slots.size()) {
-        std::vector<Slot> grown(slots.size() * 2);
-        const size_t mask = grown.size() - 1;
-        for (const Slot& slot : slots) {
-            if (slot.generation != generation) continue;
-            size_t i = SlotOf(slot.node, mask);
-            while (grown[i].generation == generation) i = (i + 1) & mask;
-            grown[i] = slot;
-        }
-        slots = std::move(grown);
-    }
-    const size_t mask = slots.size() - 1;
-    size_t i = SlotOf(node, mask);
-    while (slots[i].generation == generation) i = (i + 1) & mask;
     const int reading = static_cast<int>(readings.size());
-    slots[i] = {node, generation, reading};
+    readTable.Insert(NodeHash(node), [node](const NodeReading& entry) { return entry.node == node; }, {node, reading});
     readings.emplace_back();
     return reading;
 }
@@ -158,11 +139,9 @@ const KOBWBPolynomial* Impl::SharedLeaf(KOBWBExpression* node) {
     if (node->GetType() == KOBWBVariableType) {
         const int atom = VariableAtom(static_cast<KOBWBVariable*>(node));
         if (atoms[static_cast<size_t>(atom)].kind != AtomKind::Variable) return nullptr;
-        const size_t index = static_cast<size_t>(static_cast<KOBWBVariable*>(node)->GetIdx());
-        if (index >= variablePolynomials.size()) variablePolynomials.resize(std::max(index + 1, 2 * variablePolynomials.size()));
-        std::unique_ptr<KOBWBPolynomial>& polynomial = variablePolynomials[index];
-        if (!polynomial) polynomial.reset(new KOBWBPolynomial(KOBWBPolynomial::Atom(atom)));
-        return polynomial.get();
+        return variableTable.Find(static_cast<std::size_t>(static_cast<KOBWBVariable*>(node)->GetIdx()),
+                                  [atom](const VariableEntry& entry) { return entry.atom == atom; })
+            ->polynomial;
     }
     if (node->GetType() != KOBWBConstantType) return nullptr;
     const KOBWBValue& value = node->GetExprValue();
