@@ -1,5 +1,7 @@
 #include "KOBWBPolynomialContextImpl.h"
 
+#include "KOBWBStableKeys.h"
+
 #include "KOBWBBlackBoxOperator.h"
 #include "KOBWBExpression.h"
 #include "KOBWBFactory.h"
@@ -15,7 +17,7 @@ using Impl = KOBWBPolynomialContext::Impl;
 
 namespace {
 
-// Keys beyond this length are not spelled out: such an atom is keyed by its number.
+// Keys beyond this length are not spelled out: such an atom is keyed by its digest.
 constexpr size_t maxKeyLength = 2048;
 
 std::string NumberedKey(char prefix, int number) {
@@ -118,39 +120,52 @@ const std::string& Impl::Key(int atom) {
     return atoms[static_cast<size_t>(atom)].key;
 }
 
+// The keys of rule 5 of the canonical form: they sort variables ("a", though
+// variables are ordered by index without their keys), then the other values ("b",
+// by their exact text), then operators and reciprocals ("c" with the type code, "r"),
+// then atoms too long to be spelled out ("y" and the digest), then the nodes the
+// algebra does not read ("z" with their head and a digest of their graph). Nothing
+// in a key depends on addresses or on the order in which atoms were read.
 std::string Impl::MakeKey(int number) {
-    const Atom& record = atoms[static_cast<size_t>(number)];
-    switch (record.kind) {
-    case AtomKind::Pi: return std::string();
-    case AtomKind::Variable: return NumberedKey('a', static_cast<KOBWBVariable*>(record.node)->GetIdx());
-    case AtomKind::Value:
-    case AtomKind::Opaque: return NumberedKey('z', number);
-    case AtomKind::Operator:
-    case AtomKind::Reciprocal: break;
-    }
-    char head[64];
+    Atom& record = atoms[static_cast<size_t>(number)];
     std::string key;
-    if (record.kind == AtomKind::Reciprocal) {
-        key = "r";
-    } else {
-        std::snprintf(head, sizeof head, "c%02d", static_cast<int>(record.node->GetType()));
-        key = head;
+    switch (record.kind) {
+    case AtomKind::Pi: record.digest = KOBWBStableKeys::Digest("Pi"); return key;
+    case AtomKind::Variable: key = NumberedKey('a', static_cast<KOBWBVariable*>(record.node)->GetIdx()); break;
+    case AtomKind::Value: key = "b" + KOBWBStableKeys::ValueText(record.node->GetExprValue()); break;
+    case AtomKind::Opaque:
+        key = "z" + KOBWBStableKeys::NodeHead(record.node) + KOBWBStableKeys::Hex(KOBWBStableKeys::NodeDigest(record.node));
+        break;
+    case AtomKind::Operator:
+    case AtomKind::Reciprocal: {
+        key = record.kind == AtomKind::Reciprocal ? std::string("r") : KOBWBStableKeys::NodeHead(record.node);
+        std::uint64_t digest = KOBWBStableKeys::Digest(key);
+        for (const KOBWBPolynomial& argument : record.arguments) digest = KOBWBStableKeys::Mix(digest, PolynomialDigest(argument));
+        record.digest = digest;
+        key += '(';
+        for (size_t i = 0; i < record.arguments.size() && key.size() <= maxKeyLength; ++i) {
+            if (i > 0) key += ',';
+            key += PolynomialKey(record.arguments[i]);
+        }
+        key += ')';
+        return key.size() > maxKeyLength ? "y" + KOBWBStableKeys::Hex(digest) : key;
     }
-    for (double parameter : record.parameters) {
-        std::snprintf(head, sizeof head, "p%.17g", parameter);
-        key += head;
     }
-    if (record.blackBox) {
-        std::snprintf(head, sizeof head, "b%p", record.blackBox);
-        key += head;
+    record.digest = KOBWBStableKeys::Digest(key);
+    return key;
+}
+
+std::uint64_t Impl::PolynomialDigest(const KOBWBPolynomial& polynomial) const {
+    std::uint64_t digest = 0;
+    for (const KOBWBPolynomialTerm& term : polynomial.GetTerms()) {
+        std::uint64_t monomial = 0;
+        for (const KOBWBMonomialFactor& factor : term.monomial)
+            monomial += KOBWBStableKeys::Mix(atoms[static_cast<size_t>(factor.atom)].digest,
+                                             static_cast<std::uint64_t>(factor.exponent));
+        digest += KOBWBStableKeys::Mix(monomial, KOBWBStableKeys::Digest((term.coefficient.IsReal() ? "r" : "") +
+                                                                         term.coefficient.ToString()));
     }
-    key += '(';
-    for (size_t i = 0; i < record.arguments.size() && key.size() <= maxKeyLength; ++i) {
-        if (i > 0) key += ',';
-        key += PolynomialKey(record.arguments[i]);
-    }
-    key += ')';
-    return key.size() > maxKeyLength ? NumberedKey('z', number) : key;
+    return digest;
 }
 
 std::string Impl::MonomialKey(const KOBWBMonomial& monomial) {

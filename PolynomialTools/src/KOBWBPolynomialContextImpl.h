@@ -5,6 +5,7 @@
 #include "KOBWBExpressionType.h"
 #include "KOBWBPolynomialContext.h"
 
+#include <cstdint>
 #include <deque>
 #include <memory>
 #include <string>
@@ -34,6 +35,9 @@ struct KOBWBPolynomialContext::Impl {
         KOBWBExpression* written = nullptr;
         // The last writing that noted the atom as needed.
         unsigned noted = 0;
+        // A digest of what the key spells out, made with it: the key of an atom
+        // too long to be spelled out.
+        std::uint64_t digest = 0;
     };
 
     Impl(KOBWBFactory& factory, KOBWBExpression* zero, KOBWBExpression* one);
@@ -49,6 +53,9 @@ struct KOBWBPolynomialContext::Impl {
     bool KeyLess(int a, int b);
     // The canonical key of a polynomial: its terms' keys in sorted order.
     std::string PolynomialKey(const KOBWBPolynomial& polynomial);
+    // The digest of a polynomial whose atoms are keyed: one function of its terms,
+    // whatever their order.
+    std::uint64_t PolynomialDigest(const KOBWBPolynomial& polynomial) const;
     std::string MonomialKey(const KOBWBMonomial& monomial);
     bool DependsOn(int atom, const KOBWBVariable* variable) const;
 
@@ -72,6 +79,16 @@ struct KOBWBPolynomialContext::Impl {
     KOBWBExpression* Write(const KOBWBPolynomial& polynomial);
     KOBWBExpression* WriteAtom(int atom);
     KOBWBExpression* WriteCoefficient(const KOBWBCoefficient& coefficient, long long piPower);
+    // A monomial as the canonical order sees it: its ordinary factors in the atom
+    // order, their degree, and its power of Pi.
+    struct OrderedMonomial {
+        KOBWBMonomial factors;
+        long long degree;
+        long long piPower;
+    };
+    OrderedMonomial Ordered(const KOBWBMonomial& monomial);
+    // The canonical order of terms.
+    bool Precedes(const OrderedMonomial& a, const OrderedMonomial& b);
     // The sum of the terms, their reciprocal factors left out.
     KOBWBExpression* WriteTerms(const std::vector<const KOBWBPolynomialTerm*>& terms);
     KOBWBExpression* Constant(const KOBWBValue& value, const std::string& key);

@@ -255,14 +255,15 @@ bool PowerMayBeWritable(const KOBWBPolynomial& base, long long exponent) {
 KOBWBPolynomial Impl::Quotient(const KOBWBPolynomial& numerator, const KOBWBPolynomial& denominator, KOBWBExpression* node) {
     if (denominator.IsZero()) return OperatorAtom(node, {&numerator, &denominator});
     if (OnlyPi(denominator)) return KOBWBPolynomial::Multiply(numerator, InverseTerm(denominator.GetTerm(0)));
-    // A monic denominator: its first term in key order gets coefficient 1.
+    // Rule 7: a monic denominator, its first term in the canonical order of terms
+    // given coefficient 1.
     const KOBWBPolynomialTerm* first = nullptr;
-    std::string firstKey;
+    OrderedMonomial firstOrder;
     for (const KOBWBPolynomialTerm& term : denominator.GetTerms()) {
-        std::string key = MonomialKey(term.monomial);
-        if (!first || key < firstKey) {
+        OrderedMonomial order = Ordered(term.monomial);
+        if (!first || Precedes(order, firstOrder)) {
             first = &term;
-            firstKey = std::move(key);
+            firstOrder = std::move(order);
         }
     }
     const KOBWBCoefficient scale = KOBWBCoefficient(1) / first->coefficient;
