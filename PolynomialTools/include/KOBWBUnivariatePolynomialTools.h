@@ -114,7 +114,9 @@ public:
 
     // numerator / denominator = polynomialPart + sum of the fractions, over the
     // factors found: the square-free factors of the denominator, each split into its
-    // rational linear factors x - r (see RationalRoots) and what remains. For each
+    // rational linear factors x - r (see RationalRoots), the quadratic factors with
+    // rational coefficients of the rest that its complex roots reveal (computed in
+    // double, each checked by exact division), and what remains. For each
     // factor f of multiplicity k, the fractions a1/f, ..., ak/f^k that are not zero.
     // False when the denominator is zero.
     static bool PartialFractions(const KOBWBPolynomial& numerator, const KOBWBPolynomial& denominator, int atom,
