@@ -95,6 +95,11 @@ public:
     // The polynomial of an expression of the factory; false (result untouched) for
     // null or an expression of another factory.
     bool ToPolynomial(KOBWBExpression* expression, KOBWBPolynomial& result);
+    // Whether the last ToPolynomial (and so Simplify, AreIdentical,
+    // ExtractCoefficients, Substitute) or SubstituteVariable left a product or power
+    // as an atom because its expansion passed the budget: the result is then exact
+    // but not fully expanded, and identities past the budget go unnoticed.
+    bool ExceededBudget() const;
     // The canonical expression of a polynomial of this context; null when it
     // names atoms the context does not have.
     KOBWBExpression* ToExpression(const KOBWBPolynomial& polynomial);

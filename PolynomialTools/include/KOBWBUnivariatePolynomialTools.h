@@ -32,11 +32,15 @@ struct KOBWBRationalFunction {
 //
 // Every function takes its polynomials as KOBWBPolynomial and answers false, its
 // outputs untouched, when an argument is not univariate in atom: another atom
-// occurs (Pi included), atom has a negative exponent, or a coefficient is real.
+// occurs (Pi included), atom has a negative exponent or one above maxDegree (the
+// tools work on dense coefficient rows: a huge exponent is refused, not allocated),
+// or a coefficient is real.
 // Results are KOBWBPolynomial in the same atom. Degrees below count the zero
 // polynomial as degree -1.
 class KOBWBX_API KOBWBUnivariatePolynomialTools {
 public:
+    static constexpr long long maxDegree = 10000;
+
     // Whether polynomial is univariate in atom in the sense above.
     static bool IsUnivariate(const KOBWBPolynomial& polynomial, int atom);
 

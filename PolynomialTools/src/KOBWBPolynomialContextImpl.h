@@ -70,6 +70,8 @@ struct KOBWBPolynomialContext::Impl {
     // The atoms reachable from the polynomial through the arguments of its atoms, in number order.
     std::vector<int> Reachable(const KOBWBPolynomial& polynomial);
     KOBWBPolynomial OperatorAtom(KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& arguments);
+    // The atom of a product or power left unexpanded by the budget, noted in pastBudget.
+    KOBWBPolynomial PastBudget(KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& arguments);
     KOBWBPolynomial Quotient(const KOBWBPolynomial& numerator, const KOBWBPolynomial& denominator, KOBWBExpression* node);
     KOBWBPolynomial Power(const KOBWBPolynomial& base, const KOBWBPolynomial& exponent, KOBWBExpression* node);
     KOBWBPolynomial Product(KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& factors);
@@ -97,6 +99,8 @@ struct KOBWBPolynomialContext::Impl {
     KOBWBExpression* zero;
     KOBWBExpression* one;
     int maxTerms = 10000;
+    // Whether the budget left a product or power unexpanded since the last reset.
+    bool pastBudget = false;
     unsigned noteStamp = 0;
     // Scratch storage of reading, kept between expressions.
     std::vector<const KOBWBPolynomial*> argumentScratch;

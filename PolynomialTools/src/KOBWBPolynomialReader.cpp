@@ -199,6 +199,11 @@ KOBWBPolynomial Impl::OperatorAtom(KOBWBExpression* node, const std::vector<cons
     return KOBWBPolynomial::Atom(InternAtom(AtomKind::Operator, node, arguments));
 }
 
+KOBWBPolynomial Impl::PastBudget(KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& arguments) {
+    pastBudget = true;
+    return OperatorAtom(node, arguments);
+}
+
 namespace {
 
 bool OnlyPi(const KOBWBPolynomial& p) {
@@ -285,16 +290,16 @@ KOBWBPolynomial Impl::Power(const KOBWBPolynomial& base, const KOBWBPolynomial& 
     const bool zeroBase = base.IsConstant(constantBase) && constantBase.IsZero();
     if (e >= 0) {
         if (PowerMayBeWritable(base, e) && base.Power(e, maxTerms, power) && Writable(power)) return power;
-        return OperatorAtom(node, {&base, &exponent});
+        return PastBudget(node, {&base, &exponent});
     }
     if (zeroBase) return OperatorAtom(node, {&base, &exponent});
     if (OnlyPi(base) || base.IsConstant(constantBase)) {
         const KOBWBPolynomial inverse = InverseTerm(base.GetTerm(0));
         if (PowerMayBeWritable(inverse, -e) && inverse.Power(-e, maxTerms, power) && Writable(power)) return power;
-        return OperatorAtom(node, {&base, &exponent});
+        return PastBudget(node, {&base, &exponent});
     }
     if (!PowerMayBeWritable(base, -e) || !base.Power(-e, maxTerms, power) || !Writable(power))
-        return OperatorAtom(node, {&base, &exponent});
+        return PastBudget(node, {&base, &exponent});
     return Quotient(KOBWBPolynomial(KOBWBCoefficient(1)), power, node);
 }
 
@@ -304,9 +309,9 @@ KOBWBPolynomial Impl::Product(KOBWBExpression* node, const std::vector<const KOB
     for (size_t i = 1; i < factors.size(); ++i) {
         const KOBWBPolynomial& factor = *factors[i];
         if (static_cast<long long>(product.GetNbOfTerms()) * factor.GetNbOfTerms() > maxWork)
-            return OperatorAtom(node, factors);
+            return PastBudget(node, factors);
         product = KOBWBPolynomial::Multiply(product, factor);
-        if (product.GetNbOfTerms() > maxTerms || !Writable(product)) return OperatorAtom(node, factors);
+        if (product.GetNbOfTerms() > maxTerms || !Writable(product)) return PastBudget(node, factors);
     }
     return product;
 }

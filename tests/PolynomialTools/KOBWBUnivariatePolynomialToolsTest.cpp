@@ -359,6 +359,10 @@ TEST(UnivariatePolynomialTools, RootsAtEveryMagnitudeAndSpacing) {
     }
     ASSERT_TRUE(Tools::RationalRoots(pair, x, found));
     EXPECT_EQ(found, (std::vector<KOBWBRational>{KOBWBRational(1, 3), close}));
+    // A huge exponent is refused, not allocated.
+    std::vector<KOBWBRealInterval> none;
+    EXPECT_FALSE(Tools::IsolateRealRoots(KOBWBPolynomial::Atom(x, 2000000000) + Poly({-1}), x, none));
+    EXPECT_FALSE(Tools::RationalRoots(KOBWBPolynomial::Atom(x, Tools::maxDegree + 1), x, found));
     KOBWBRationalInterval notIsolating{KOBWBRational(0), KOBWBRational(1)};
     EXPECT_FALSE(Tools::RefineRoot(pair, x, notIsolating, KOBWBRational(1, 8)));
     EXPECT_FALSE(Tools::RefineRoot(pair, x, exact[0], KOBWBRational(0)));
