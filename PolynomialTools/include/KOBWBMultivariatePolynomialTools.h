@@ -3,6 +3,9 @@
 
 #include "KOBWBPolynomial.h"
 
+#include <utility>
+#include <vector>
+
 class KOBWBExpression;
 class KOBWBPolynomialContext;
 class KOBWBVariable;
@@ -16,6 +19,12 @@ class KOBWBVariable;
 // negative (Pi counts as an atom like any other); every function answers false, its
 // outputs untouched, for one that does not, as it does when a result would pass
 // maxTerms terms on the way (the work grows fast with the degrees and the atoms).
+// One factor of a factorisation and its multiplicity.
+struct KOBWBPolynomialFactor {
+    KOBWBPolynomial factor;
+    int multiplicity = 1;
+};
+
 class KOBWBX_API KOBWBMultivariatePolynomialTools {
 public:
     static constexpr int maxTerms = 100000;
@@ -41,12 +50,25 @@ public:
     // of equations (their remainders grow fast with the degrees and the atoms).
     static bool Gcd(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomial& gcd);
 
+    // p = constant x f1^m1 x ... x fk^mk: the contents in each atom split off
+    // (factors free of the atom), each primitive part split into its square-free
+    // factors by multiplicity, and the square-free factors in one atom split further
+    // into their rational linear factors and the rational quadratic factors their
+    // complex roots reveal. Every factor has the coefficient 1 on its leading term;
+    // a factor in several atoms that is a product of others in several atoms (such as
+    // x^2 - y^2) stays whole. Empty factors for a constant p.
+    static bool Factor(const KOBWBPolynomial& p, KOBWBRational& constant, std::vector<KOBWBPolynomialFactor>& factors);
+
     // The same on expressions of the context's factory, read and written by the
     // context (canonical form); null for null or foreign arguments, expressions that
     // do not qualify, or past the limits above.
     static KOBWBExpression* Resultant(KOBWBPolynomialContext& context, KOBWBExpression* a, KOBWBExpression* b,
                                       KOBWBVariable* variable);
     static KOBWBExpression* Gcd(KOBWBPolynomialContext& context, KOBWBExpression* a, KOBWBExpression* b);
+    // The factors as expressions with their multiplicities, and the constant; false
+    // (outputs untouched) as above.
+    static bool Factor(KOBWBPolynomialContext& context, KOBWBExpression* expression, KOBWBExpression*& constant,
+                       std::vector<std::pair<KOBWBExpression*, int>>& factors);
 };
 
 #endif

@@ -127,3 +127,55 @@ TEST(MultivariatePolynomialTools, EliminationOnExpressions) {
     KOBWBFactory other;
     EXPECT_EQ(Tools::Resultant(context, circle, line, other.CreateVariable()), nullptr);
 }
+
+// Factors multiply back to the polynomial, with the multiplicities they were made with.
+TEST(MultivariatePolynomialTools, FactorsSplitContentsMultiplicitiesAndOneAtomFactors) {
+    const KOBWBPolynomial X = KOBWBPolynomial::Atom(x), Y = KOBWBPolynomial::Atom(y);
+    const auto power = [](const KOBWBPolynomial& p, int n) {
+        KOBWBPolynomial result(KOBWBCoefficient(1));
+        for (int i = 0; i < n; ++i) result = result * p;
+        return result;
+    };
+    struct Case {
+        KOBWBPolynomial p;
+        size_t factors;
+    };
+    const std::vector<Case> cases{
+        // 3 (x - 1)^2 (x + 2) (x^2 + 1) (x^2 + 2)
+        {Number(3) * power(X - Number(1), 2) * (X + Number(2)) * (X * X + Number(1)) * (X * X + Number(2)), 4},
+        // x (x + y)^2 (y - 2): a content in y, a square, a factor in y alone
+        {X * power(X + Y, 2) * (Y - Number(2)), 3},
+        // (x^2 - y^2)^3 / 2 stays one factor (its split needs more than contents and roots)
+        {power(X * X - Y * Y, 3) * KOBWBPolynomial(KOBWBCoefficient(KOBWBRational(1, 2))), 1},
+    };
+    for (size_t i = 0; i < cases.size(); ++i) {
+        KOBWBRational constant;
+        std::vector<KOBWBPolynomialFactor> factors;
+        ASSERT_TRUE(Tools::Factor(cases[i].p, constant, factors)) << i;
+        EXPECT_EQ(factors.size(), cases[i].factors) << i;
+        KOBWBPolynomial product = Number(1) * KOBWBPolynomial(KOBWBCoefficient{constant});
+        for (const KOBWBPolynomialFactor& factor : factors) product = product * power(factor.factor, factor.multiplicity);
+        EXPECT_EQ(product, cases[i].p) << i;
+    }
+    KOBWBRational constant;
+    std::vector<KOBWBPolynomialFactor> factors;
+    ASSERT_TRUE(Tools::Factor(Number(-5), constant, factors));
+    EXPECT_EQ(constant, KOBWBRational(-5));
+    EXPECT_TRUE(factors.empty());
+    EXPECT_FALSE(Tools::Factor(KOBWBPolynomial(KOBWBCoefficient::Real(0.1)) * X, constant, factors));
+
+    // On expressions: 2 x^2 - 2 is 2 (x - 1) (x + 1).
+    KOBWBFactory factory;
+    KOBWBVariable* vx = factory.CreateVariable();
+    KOBWBPolynomialContext context(factory);
+    KOBWBExpression* number = nullptr;
+    std::vector<std::pair<KOBWBExpression*, int>> written;
+    ASSERT_TRUE(Tools::Factor(context,
+                              factory.CreateSub(factory.CreateProduct(factory.CreateIntegerConstant(2), factory.CreatePower(vx, 2)),
+                                                factory.CreateIntegerConstant(2)),
+                              number, written));
+    EXPECT_EQ(number->GetValue().GetAsInteger(), 2);
+    ASSERT_EQ(written.size(), 2u);
+    EXPECT_EQ(KOBWBEquationPrinter::ToText(written[0].first) + " " + KOBWBEquationPrinter::ToText(written[1].first),
+              "va0 + 1 va0 - 1");
+}
