@@ -35,6 +35,8 @@ struct KOBWBPolynomialContext::Impl {
         KOBWBExpression* written = nullptr;
         // The last writing that noted the atom as needed.
         unsigned noted = 0;
+        // The last walk of Reachable that met the atom.
+        unsigned reached = 0;
         // A digest of what the key spells out, made with it: the key of an atom
         // too long to be spelled out.
         std::uint64_t digest = 0;
@@ -102,6 +104,7 @@ struct KOBWBPolynomialContext::Impl {
     // Whether the budget left a product or power unexpanded since the last reset.
     bool pastBudget = false;
     unsigned noteStamp = 0;
+    unsigned reachStamp = 0;
     // Scratch storage of reading, kept between expressions.
     std::vector<const KOBWBPolynomial*> argumentScratch;
     struct Frame {

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <unordered_map>
-#include <unordered_set>
 
 // Substitution of polynomials for atoms, inside the arguments of other atoms too:
 // an atom whose arguments change is read again from its new arguments.
@@ -15,11 +14,16 @@ using Impl = KOBWBPolynomialContext::Impl;
 
 std::vector<int> Impl::Reachable(const KOBWBPolynomial& polynomial) {
     std::vector<int> reached, pending;
-    std::unordered_set<int> seen;
+    // Atoms are marked with a stamp of this walk rather than kept in a set.
+    const unsigned stamp = ++reachStamp;
     const auto note = [&](const KOBWBPolynomial& p) {
         for (const KOBWBPolynomialTerm& term : p.GetTerms())
-            for (const KOBWBMonomialFactor& factor : term.monomial)
-                if (seen.insert(factor.atom).second) pending.push_back(factor.atom);
+            for (const KOBWBMonomialFactor& factor : term.monomial) {
+                Atom& atom = atoms[static_cast<size_t>(factor.atom)];
+                if (atom.reached == stamp) continue;
+                atom.reached = stamp;
+                pending.push_back(factor.atom);
+            }
     };
     note(polynomial);
     while (!pending.empty()) {
@@ -38,16 +42,19 @@ namespace {
 // budget is written as a power node and read back as one atom.
 KOBWBPolynomial Replace(Impl& impl, const KOBWBPolynomial& polynomial,
                         const std::unordered_map<int, KOBWBPolynomial>& replacements) {
-    KOBWBPolynomial result;
+    std::vector<KOBWBPolynomialTerm> terms;
+    terms.reserve(static_cast<size_t>(polynomial.GetNbOfTerms()));
     for (const KOBWBPolynomialTerm& term : polynomial.GetTerms()) {
         KOBWBPolynomial product(term.coefficient);
         KOBWBMonomial kept;
+        bool replaced = false;
         for (const KOBWBMonomialFactor& factor : term.monomial) {
             const auto replacement = replacements.find(factor.atom);
             if (replacement == replacements.end()) {
                 kept.push_back(factor);
                 continue;
             }
+            replaced = true;
             KOBWBPolynomial power;
             if (!replacement->second.Power(factor.exponent, impl.maxTerms, power)) {
                 KOBWBExpression* node = impl.factory.CreatePower(impl.Write(replacement->second),
@@ -56,10 +63,15 @@ KOBWBPolynomial Replace(Impl& impl, const KOBWBPolynomial& polynomial,
             }
             product = KOBWBPolynomial::Multiply(product, power);
         }
-        KOBWBPolynomial rest = KOBWBPolynomial::FromTerms({{kept, KOBWBCoefficient(1)}});
-        result += KOBWBPolynomial::Multiply(product, rest);
+        // A term without replaced atoms is kept as it is; the others are collected once.
+        if (!replaced) {
+            terms.push_back(term);
+            continue;
+        }
+        for (const KOBWBPolynomialTerm& piece : product.GetTerms())
+            terms.push_back({KOBWBMultiplyMonomials(piece.monomial, kept), piece.coefficient});
     }
-    return result;
+    return KOBWBPolynomial::FromTerms(std::move(terms));
 }
 
 } // namespace
