@@ -40,8 +40,9 @@ namespace {
 
 // The polynomial with the atoms that have a replacement replaced; a power past the
 // budget is written as a power node and read back as one atom.
-KOBWBPolynomial Replace(Impl& impl, const KOBWBPolynomial& polynomial,
-                        const std::unordered_map<int, KOBWBPolynomial>& replacements) {
+// find(atom) gives the replacement of an atom, null for none.
+template <class Find>
+KOBWBPolynomial Replace(Impl& impl, const KOBWBPolynomial& polynomial, Find find) {
     std::vector<KOBWBPolynomialTerm> terms;
     terms.reserve(static_cast<size_t>(polynomial.GetNbOfTerms()));
     for (const KOBWBPolynomialTerm& term : polynomial.GetTerms()) {
@@ -49,15 +50,15 @@ KOBWBPolynomial Replace(Impl& impl, const KOBWBPolynomial& polynomial,
         KOBWBMonomial kept;
         bool replaced = false;
         for (const KOBWBMonomialFactor& factor : term.monomial) {
-            const auto replacement = replacements.find(factor.atom);
-            if (replacement == replacements.end()) {
+            const KOBWBPolynomial* replacement = find(factor.atom);
+            if (!replacement) {
                 kept.push_back(factor);
                 continue;
             }
             replaced = true;
             KOBWBPolynomial power;
-            if (!replacement->second.Power(factor.exponent, impl.maxTerms, power)) {
-                KOBWBExpression* node = impl.factory.CreatePower(impl.Write(replacement->second),
+            if (!replacement->Power(factor.exponent, impl.maxTerms, power)) {
+                KOBWBExpression* node = impl.factory.CreatePower(impl.Write(*replacement),
                                                                  static_cast<int>(factor.exponent));
                 impl.Read(node, power);
             }
@@ -78,6 +79,18 @@ KOBWBPolynomial Replace(Impl& impl, const KOBWBPolynomial& polynomial,
 
 KOBWBPolynomial Impl::Substitute(const KOBWBPolynomial& polynomial,
                                  const std::vector<std::pair<int, const KOBWBPolynomial*>>& substitutions) {
+    // Without atoms that have arguments (a polynomial in variables), the atoms are
+    // replaced where they stand.
+    bool nested = false;
+    for (const KOBWBPolynomialTerm& term : polynomial.GetTerms())
+        for (const KOBWBMonomialFactor& factor : term.monomial)
+            nested = nested || !atoms[static_cast<size_t>(factor.atom)].arguments.empty();
+    if (!nested)
+        return Replace(*this, polynomial, [&substitutions](int atom) -> const KOBWBPolynomial* {
+            for (const auto& substitution : substitutions)
+                if (substitution.first == atom) return substitution.second;
+            return nullptr;
+        });
     std::unordered_map<int, KOBWBPolynomial> replacements;
     for (const auto& substitution : substitutions) replacements.emplace(substitution.first, *substitution.second);
     // Arguments name only earlier atoms: in number order, an atom's arguments have
@@ -94,12 +107,19 @@ KOBWBPolynomial Impl::Substitute(const KOBWBPolynomial& polynomial,
         KOBWBExpression* node = record.node;
         const bool reciprocal = record.kind == AtomKind::Reciprocal;
         std::vector<KOBWBPolynomial> arguments = record.arguments;
-        for (KOBWBPolynomial& argument : arguments) argument = Replace(*this, argument, replacements);
+        const auto find = [&replacements](int atom) -> const KOBWBPolynomial* {
+            const auto found = replacements.find(atom);
+            return found == replacements.end() ? nullptr : &found->second;
+        };
+        for (KOBWBPolynomial& argument : arguments) argument = Replace(*this, argument, find);
         std::vector<const KOBWBPolynomial*> pointers;
         for (const KOBWBPolynomial& argument : arguments) pointers.push_back(&argument);
         KOBWBPolynomial reread = reciprocal ? Quotient(KOBWBPolynomial(KOBWBCoefficient(1)), arguments[0], node)
                                             : ReadOperator(node, pointers);
         replacements.emplace(atom, std::move(reread));
     }
-    return Replace(*this, polynomial, replacements);
+    return Replace(*this, polynomial, [&replacements](int atom) -> const KOBWBPolynomial* {
+        const auto found = replacements.find(atom);
+        return found == replacements.end() ? nullptr : &found->second;
+    });
 }
