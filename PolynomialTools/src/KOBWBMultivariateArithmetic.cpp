@@ -7,8 +7,6 @@
 
 namespace KOBWBMultivariateArithmetic {
 
-// The lexicographic order of monomials, atoms of larger number first: a monomial
-// order (compatible with products), in which exact division proceeds.
 int CompareLex(const KOBWBMonomial& a, const KOBWBMonomial& b) {
     size_t i = a.size(), j = b.size();
     while (i > 0 && j > 0) {
@@ -29,7 +27,6 @@ const KOBWBPolynomialTerm& LeadingTerm(const KOBWBPolynomial& p) {
     return *lead;
 }
 
-// a / b for monomials when b divides a.
 bool DivideMonomial(const KOBWBMonomial& a, const KOBWBMonomial& b, KOBWBMonomial& quotient) {
     KOBWBMonomial result;
     size_t j = 0;
@@ -51,7 +48,6 @@ KOBWBPolynomial Term(const KOBWBMonomial& monomial, const KOBWBCoefficient& coef
     return KOBWBPolynomial::FromTerms(std::move(terms));
 }
 
-// The coefficient of atom^k in p, a polynomial in the other atoms.
 KOBWBPolynomial CoefficientOf(const KOBWBPolynomial& p, int atom, long long k) {
     std::vector<KOBWBPolynomialTerm> terms;
     for (const KOBWBPolynomialTerm& term : p.GetTerms()) {
@@ -79,7 +75,6 @@ KOBWBPolynomial PowerOf(const KOBWBPolynomial& p, long long n) {
 
 bool TooLarge(const KOBWBPolynomial& p) { return p.GetNbOfTerms() > KOBWBMultivariatePolynomialTools::maxTerms; }
 
-// lead(b)^(deg a - deg b + 1) a modulo b, in atom; false past the limit.
 bool PseudoRemainder(const KOBWBPolynomial& a, const KOBWBPolynomial& b, int atom, KOBWBPolynomial& remainder) {
     const long long degreeB = DegreeIn(b, atom);
     const KOBWBPolynomial leadB = Lead(b, atom);
@@ -97,7 +92,6 @@ bool PseudoRemainder(const KOBWBPolynomial& a, const KOBWBPolynomial& b, int ato
     return true;
 }
 
-// The atoms of p, by number.
 std::vector<int> AtomsOf(const KOBWBPolynomial& p) {
     std::vector<int> atoms;
     for (const KOBWBPolynomialTerm& term : p.GetTerms())
@@ -114,7 +108,6 @@ KOBWBPolynomial Normalised(const KOBWBPolynomial& p) {
     return result;
 }
 
-// The content of p in atom (the gcd of its coefficients) and its primitive part.
 bool Content(const KOBWBPolynomial& p, int atom, KOBWBPolynomial& content, KOBWBPolynomial& primitive) {
     KOBWBPolynomial c;
     for (long long k = DegreeIn(p, atom); k >= 0; --k) {
