@@ -56,6 +56,7 @@
 #include "KOBWBIntegration.h"
 #include "KOBWBPolynomial.h"
 #include "KOBWBPolynomialContext.h"
+#include "KOBWBMultivariatePolynomialTools.h"
 #include "KOBWBPolynomialTools.h"
 #include "KOBWBRational.h"
 #include "KOBWBSymbolicTransformations.h"

@@ -17,7 +17,8 @@ class KOBWBVariable;
 //  - a polynomial in x over a polynomial denominator d in x with rational
 //    coefficients: the rational part found by Hermite reduction plus, for the
 //    square-free remainder, logarithms of the linear factors and logarithms and
-//    arctangents of the quadratic ones.
+//    arctangents of the quadratic ones, however many (every factor of the form
+//    x^2 + p x + q with p and q rational is split off).
 // Logarithms are written ln(u), not ln(|u|): the antiderivative holds where its
 // arguments are positive. The constant of integration is 0.
 class KOBWBX_API KOBWBIntegration {
@@ -25,7 +26,8 @@ public:
     // The antiderivative of expression in x, in canonical form, with integrable set
     // to 1; null with integrable 0 when a term is of none of the kinds above (a
     // product or power of non-polynomial atoms, a function of a non-linear argument,
-    // a denominator with an irreducible factor of degree 3 or more, ...), or for null
+    // a denominator with a factor of degree 3 or more that splits into no rational
+    // linear or quadratic factors, such as x^3 + x + 1 or x^4 + 1, ...), or for null
     // or foreign arguments.
     static KOBWBExpression* Integrate(KOBWBExpression* expression, KOBWBVariable* x, unsigned char& integrable);
 };

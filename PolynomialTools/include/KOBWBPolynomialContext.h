@@ -46,15 +46,21 @@ class KOBWBVariable;
 //     of one factor is that factor itself.
 //  4. An atom to the power 1 is the atom; to a power n > 1 it is the power node
 //     of the atom and the integer constant n.
-//  5. Atoms are ordered by their canonical key: variables first by index, then
-//     interval constants, then operators by type code and arguments.
+//  5. Atoms are ordered by their canonical key, one function of the atom (no
+//     address, nothing that depends on what was read before): variables first by
+//     index, then the other constants (intervals, enumerations) by value, then
+//     operators by type code, parameters and arguments, a black-box call by the
+//     black box's name and then the order of its declaration in the factory;
+//     then atoms whose key would pass 2,048 characters, by a digest of their
+//     structure; last the nodes that are not read (an integral), by a digest of
+//     their graph.
 //  6. Terms are ordered by descending degree, then lexicographically in the
 //     atom order (x^2, x y, x, y^2, y, then the constant term).
 //  7. A quotient whose denominator is not constant is kept as a quotient: the
 //     terms that share the same denominators are gathered into one quotient
-//     (numerator sum) / (denominator). The denominator is made monic (its
-//     first term's coefficient is moved to the numerator), so that x/(2y) and
-//     x/(4y) share the denominator y. Quotients follow the other terms. A
+//     (numerator sum) / (denominator). The denominator is made monic (the
+//     coefficient of its first term in the order of rule 6 is moved to the
+//     numerator), so that x/(2y) and x/(4y) share the denominator y. Quotients follow the other terms. A
 //     division by a constant multiplies by its inverse; nothing is cancelled
 //     across a quotient (x/x stays x/x, which is undefined at 0).
 //  8. A sum of one term is that term; other sums are one n-ary sum node.
@@ -89,6 +95,11 @@ public:
     // The polynomial of an expression of the factory; false (result untouched) for
     // null or an expression of another factory.
     bool ToPolynomial(KOBWBExpression* expression, KOBWBPolynomial& result);
+    // Whether the last ToPolynomial (and so Simplify, AreIdentical,
+    // ExtractCoefficients, Substitute) or SubstituteVariable left a product or power
+    // as an atom because its expansion passed the budget: the result is then exact
+    // but not fully expanded, and identities past the budget go unnoticed.
+    bool ExceededBudget() const;
     // The canonical expression of a polynomial of this context; null when it
     // names atoms the context does not have.
     KOBWBExpression* ToExpression(const KOBWBPolynomial& polynomial);

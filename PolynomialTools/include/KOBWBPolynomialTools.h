@@ -13,6 +13,9 @@ public:
     // in KOBWBPolynomialContext.h): an expression that is exactly 0 gives the
     // integer constant 0. Null for null.
     static KOBWBExpression* Simplify(KOBWBExpression* expression);
+    // The same; expanded is false when a product or power past the expansion budget
+    // stayed an atom (see KOBWBPolynomialContext::ExceededBudget), true otherwise.
+    static KOBWBExpression* Simplify(KOBWBExpression* expression, bool& expanded);
 };
 
 #endif

@@ -15,6 +15,12 @@ struct KOBWBPartialFraction {
     int power = 1;
 };
 
+// A closed interval with exact rational ends, lower <= upper.
+struct KOBWBRationalInterval {
+    KOBWBRational lower;
+    KOBWBRational upper;
+};
+
 // A rational function numerator / denominator; the denominator is not zero.
 struct KOBWBRationalFunction {
     KOBWBPolynomial numerator;
@@ -26,11 +32,15 @@ struct KOBWBRationalFunction {
 //
 // Every function takes its polynomials as KOBWBPolynomial and answers false, its
 // outputs untouched, when an argument is not univariate in atom: another atom
-// occurs (Pi included), atom has a negative exponent, or a coefficient is real.
+// occurs (Pi included), atom has a negative exponent or one above maxDegree (the
+// tools work on dense coefficient rows: a huge exponent is refused, not allocated),
+// or a coefficient is real.
 // Results are KOBWBPolynomial in the same atom. Degrees below count the zero
 // polynomial as degree -1.
 class KOBWBX_API KOBWBUnivariatePolynomialTools {
 public:
+    static constexpr long long maxDegree = 10000;
+
     // Whether polynomial is univariate in atom in the sense above.
     static bool IsUnivariate(const KOBWBPolynomial& polynomial, int atom);
 
@@ -73,28 +83,44 @@ public:
     static bool SquareFreeDecomposition(const KOBWBPolynomial& p, int atom, KOBWBRational& content,
                                         std::vector<KOBWBPolynomial>& factors);
 
-    // The real roots of p, without their multiplicities, in increasing order: each
-    // interval holds exactly one root, at which the square-free part of p changes
-    // sign between the two ends (or lower == upper is the root itself). Roots are
-    // isolated by Sturm sequences in exact rational arithmetic; the ends are rounded
-    // outwards to doubles. False also for the zero polynomial (every number is a
+    // The real roots of p, without their multiplicities, in increasing order, each
+    // in an interval with exact rational ends: either lower == upper, the root
+    // itself, or lower < root < upper with neither end a root, the square-free part
+    // of p changing sign between them. The intervals of distinct roots are disjoint
+    // however close the roots are. Roots are isolated by Sturm sequences in exact
+    // rational arithmetic. False also for the zero polynomial (every number is a
     // root); a non-zero constant has no root.
+    static bool IsolateRealRoots(const KOBWBPolynomial& p, int atom, std::vector<KOBWBRationalInterval>& roots);
+    // The same intervals with their ends rounded outwards to doubles. Doubles may be
+    // too coarse to keep two roots apart: roots closer than the spacing of doubles
+    // get intervals that each hold both (the exact form keeps them apart); a root
+    // beyond the largest double gets [largest double, infinity] (or its mirror).
     static bool IsolateRealRoots(const KOBWBPolynomial& p, int atom, std::vector<KOBWBRealInterval>& roots);
+    // Narrows an exact isolating interval of a root of p by exact bisection until it
+    // is at most width wide (or meets the root exactly). False, the interval
+    // untouched, when width is not positive, the interval is not isolating (its ends
+    // give the square-free part of p the same sign, or lower == upper is not a
+    // root), or p is not univariate.
+    static bool RefineRoot(const KOBWBPolynomial& p, int atom, KOBWBRationalInterval& root, const KOBWBRational& width);
     // Narrows an isolating interval of a root of p by exact bisection until it is
     // at most width wide or as narrow as doubles can split it (a width of 0 or less
     // asks for the latter). False, the interval untouched, when it is not an
     // isolating interval returned by IsolateRealRoots for p (its ends give the
-    // square-free part the same sign) or p is not univariate.
+    // square-free part the same sign, or an end is infinite) or p is not univariate.
     static bool RefineRoot(const KOBWBPolynomial& p, int atom, KOBWBRealInterval& root, double width);
 
-    // The rational roots of p, exact and in increasing order, found as the simplest
-    // fraction in each refined root interval and kept when p vanishes there: every
-    // root with a denominator below about 2^25 is found. False for the zero polynomial.
+    // The rational roots of p, exact and in increasing order: all of them, whatever
+    // their magnitude or denominator. Each exact isolating interval is narrowed
+    // below 1 / (2 q^2), q the leading coefficient of the square-free part of p with
+    // integer coefficients (which every root's denominator divides), where the
+    // simplest fraction is the only candidate. False for the zero polynomial.
     static bool RationalRoots(const KOBWBPolynomial& p, int atom, std::vector<KOBWBRational>& roots);
 
     // numerator / denominator = polynomialPart + sum of the fractions, over the
     // factors found: the square-free factors of the denominator, each split into its
-    // rational linear factors x - r (see RationalRoots) and what remains. For each
+    // rational linear factors x - r (see RationalRoots), the quadratic factors with
+    // rational coefficients of the rest that its complex roots reveal (computed in
+    // double, each checked by exact division), and what remains. For each
     // factor f of multiplicity k, the fractions a1/f, ..., ak/f^k that are not zero.
     // False when the denominator is zero.
     static bool PartialFractions(const KOBWBPolynomial& numerator, const KOBWBPolynomial& denominator, int atom,

@@ -1,5 +1,7 @@
 #include "KOBWBPolynomial.h"
 
+#include "KOBLVRHashTable.h"
+
 #include <algorithm>
 #include <cstdlib>
 
@@ -186,32 +188,23 @@ std::size_t HashOf(const KOBWBMonomial& monomial) {
     return hash ^ hash >> 29;
 }
 
-// Collects terms with like terms added up: an open-addressing table from monomials
-// to their place among the distinct terms, which are then sorted once.
+// Collects terms with like terms added up: a hash table from monomials to their
+// place among the distinct terms, which are then sorted once.
 class TermCollector {
 public:
     explicit TermCollector(size_t expected) {
-        size_t size = 16;
-        while (size < 2 * expected) size *= 2;
-        m_slots.assign(size, -1);
+        m_places.Reserve(expected);
         m_terms.reserve(expected);
     }
 
     void Add(KOBWBMonomial monomial, KOBWBCoefficient coefficient) {
-        if (2 * (m_terms.size() + 1) > m_slots.size()) Grow();
-        const size_t mask = m_slots.size() - 1;
-        for (size_t i = HashOf(monomial) & mask;; i = (i + 1) & mask) {
-            if (m_slots[i] < 0) {
-                m_slots[i] = static_cast<int>(m_terms.size());
-                m_terms.push_back({std::move(monomial), std::move(coefficient)});
-                return;
-            }
-            KOBWBPolynomialTerm& term = m_terms[static_cast<size_t>(m_slots[i])];
-            if (term.monomial == monomial) {
-                term.coefficient += coefficient;
-                return;
-            }
-        }
+        const int next = static_cast<int>(m_terms.size());
+        const std::pair<int*, bool> found = m_places.Insert(
+            HashOf(monomial), [&](int place) { return m_terms[static_cast<size_t>(place)].monomial == monomial; }, next);
+        if (found.second)
+            m_terms.push_back({std::move(monomial), std::move(coefficient)});
+        else
+            m_terms[static_cast<size_t>(*found.first)].coefficient += coefficient;
     }
 
     // The distinct terms in storage order, zeros dropped.
@@ -230,17 +223,7 @@ public:
     }
 
 private:
-    void Grow() {
-        m_slots.assign(m_slots.size() * 2, -1);
-        const size_t mask = m_slots.size() - 1;
-        for (size_t t = 0; t < m_terms.size(); ++t) {
-            size_t i = HashOf(m_terms[t].monomial) & mask;
-            while (m_slots[i] >= 0) i = (i + 1) & mask;
-            m_slots[i] = static_cast<int>(t);
-        }
-    }
-
-    std::vector<int> m_slots;
+    KOBLVRHashTable<int> m_places;
     std::vector<KOBWBPolynomialTerm> m_terms;
 };
 

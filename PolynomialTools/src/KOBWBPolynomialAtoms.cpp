@@ -1,5 +1,7 @@
 #include "KOBWBPolynomialContextImpl.h"
 
+#include "KOBWBStableKeys.h"
+
 #include "KOBWBBlackBoxOperator.h"
 #include "KOBWBExpression.h"
 #include "KOBWBFactory.h"
@@ -15,7 +17,7 @@ using Impl = KOBWBPolynomialContext::Impl;
 
 namespace {
 
-// Keys beyond this length are not spelled out: such an atom is keyed by its number.
+// Keys beyond this length are not spelled out: such an atom is keyed by its digest.
 constexpr size_t maxKeyLength = 2048;
 
 std::string NumberedKey(char prefix, int number) {
@@ -30,7 +32,6 @@ std::size_t Combine(std::size_t hash, std::size_t value) { return hash * 1000003
 
 Impl::Impl(KOBWBFactory& factory, KOBWBExpression* zero, KOBWBExpression* one)
     : factory(factory), zero(zero), one(one) {
-    atoms.reserve(1024);
     atoms.push_back({AtomKind::Pi, nullptr, {}, {}, nullptr, 0, "", true, nullptr, 0});
 }
 
@@ -47,37 +48,22 @@ int Impl::InternAtom(AtomKind kind, KOBWBExpression* node, const std::vector<con
     hash = Combine(hash, std::hash<const void*>()(blackBox));
     for (const KOBWBPolynomial* argument : arguments) hash = Combine(hash, argument->Hash());
 
-    // Open addressing on the hash: equal atoms are among the entries of equal hash
-    // met before the first empty slot.
-    if (2 * (hashedAtoms + 1) > atomTable.size()) {
-        std::vector<HashedAtom> grown(std::max<size_t>(64, atomTable.size() * 2));
-        for (const HashedAtom& entry : atomTable) {
-            if (entry.atom < 0) continue;
-            size_t i = entry.hash & (grown.size() - 1);
-            while (grown[i].atom >= 0) i = (i + 1) & (grown.size() - 1);
-            grown[i] = entry;
-        }
-        atomTable = std::move(grown);
-    }
-    const size_t mask = atomTable.size() - 1;
-    size_t slot = hash & mask;
-    for (; atomTable[slot].atom >= 0; slot = (slot + 1) & mask) {
-        if (atomTable[slot].hash != hash) continue;
-        const Atom& atom = atoms[static_cast<size_t>(atomTable[slot].atom)];
+    const auto equal = [&](int number) {
+        const Atom& atom = atoms[static_cast<size_t>(number)];
         if (atom.kind != kind || atom.parameters != parameters || atom.blackBox != blackBox ||
             atom.arguments.size() != arguments.size() || (kind == AtomKind::Operator && atom.node->GetType() != type))
-            continue;
-        bool same = true;
-        for (size_t i = 0; same && i < arguments.size(); ++i) same = atom.arguments[i] == *arguments[i];
-        if (same) return atomTable[slot].atom;
-    }
+            return false;
+        for (size_t i = 0; i < arguments.size(); ++i)
+            if (atom.arguments[i] != *arguments[i]) return false;
+        return true;
+    };
     const int number = static_cast<int>(atoms.size());
+    const std::pair<int*, bool> found = atomTable.Insert(hash, equal, number);
+    if (!found.second) return *found.first;
     std::vector<KOBWBPolynomial> copies;
     copies.reserve(arguments.size());
     for (const KOBWBPolynomial* argument : arguments) copies.push_back(*argument);
     atoms.push_back({kind, node, std::move(copies), std::move(parameters), blackBox, hash, "", false, nullptr, 0});
-    atomTable[slot] = {hash, number};
-    ++hashedAtoms;
     return number;
 }
 
@@ -91,10 +77,14 @@ int Impl::VariableAtom(KOBWBVariable* variable) {
     if (variable->GetIdx() < 0 || variable->GetIdx() >= factory.GetNbOfVariables() ||
         factory.GetVariable(variable->GetIdx()) != variable)
         return UniqueAtom(AtomKind::Opaque, variable);
-    const size_t index = static_cast<size_t>(variable->GetIdx());
-    if (index >= atomOfVariable.size()) atomOfVariable.resize(std::max(index + 1, 2 * atomOfVariable.size()), -1);
-    int& atom = atomOfVariable[index];
-    if (atom < 0) atom = UniqueAtom(AtomKind::Variable, variable);
+    const std::size_t index = static_cast<std::size_t>(variable->GetIdx());
+    const auto same = [variable](const VariableEntry& entry) {
+        return entry.index == variable->GetIdx();
+    };
+    if (const VariableEntry* known = variableTable.Find(index, same)) return known->atom;
+    const int atom = UniqueAtom(AtomKind::Variable, variable);
+    variablePolynomials.push_back(KOBWBPolynomial::Atom(atom));
+    variableTable.Insert(index, same, {variable->GetIdx(), atom, &variablePolynomials.back()});
     return atom;
 }
 
@@ -130,39 +120,52 @@ const std::string& Impl::Key(int atom) {
     return atoms[static_cast<size_t>(atom)].key;
 }
 
+// The keys of rule 5 of the canonical form: they sort variables ("a", though
+// variables are ordered by index without their keys), then the other values ("b",
+// by their exact text), then operators and reciprocals ("c" with the type code, "r"),
+// then atoms too long to be spelled out ("y" and the digest), then the nodes the
+// algebra does not read ("z" with their head and a digest of their graph). Nothing
+// in a key depends on addresses or on the order in which atoms were read.
 std::string Impl::MakeKey(int number) {
-    const Atom& record = atoms[static_cast<size_t>(number)];
-    switch (record.kind) {
-    case AtomKind::Pi: return std::string();
-    case AtomKind::Variable: return NumberedKey('a', static_cast<KOBWBVariable*>(record.node)->GetIdx());
-    case AtomKind::Value:
-    case AtomKind::Opaque: return NumberedKey('z', number);
-    case AtomKind::Operator:
-    case AtomKind::Reciprocal: break;
-    }
-    char head[64];
+    Atom& record = atoms[static_cast<size_t>(number)];
     std::string key;
-    if (record.kind == AtomKind::Reciprocal) {
-        key = "r";
-    } else {
-        std::snprintf(head, sizeof head, "c%02d", static_cast<int>(record.node->GetType()));
-        key = head;
+    switch (record.kind) {
+    case AtomKind::Pi: record.digest = KOBWBStableKeys::Digest("Pi"); return key;
+    case AtomKind::Variable: key = NumberedKey('a', static_cast<KOBWBVariable*>(record.node)->GetIdx()); break;
+    case AtomKind::Value: key = "b" + KOBWBStableKeys::ValueText(record.node->GetExprValue()); break;
+    case AtomKind::Opaque:
+        key = "z" + KOBWBStableKeys::NodeHead(record.node) + KOBWBStableKeys::Hex(KOBWBStableKeys::NodeDigest(record.node));
+        break;
+    case AtomKind::Operator:
+    case AtomKind::Reciprocal: {
+        key = record.kind == AtomKind::Reciprocal ? std::string("r") : KOBWBStableKeys::NodeHead(record.node);
+        std::uint64_t digest = KOBWBStableKeys::Digest(key);
+        for (const KOBWBPolynomial& argument : record.arguments) digest = KOBWBStableKeys::Mix(digest, PolynomialDigest(argument));
+        record.digest = digest;
+        key += '(';
+        for (size_t i = 0; i < record.arguments.size() && key.size() <= maxKeyLength; ++i) {
+            if (i > 0) key += ',';
+            key += PolynomialKey(record.arguments[i]);
+        }
+        key += ')';
+        return key.size() > maxKeyLength ? "y" + KOBWBStableKeys::Hex(digest) : key;
     }
-    for (double parameter : record.parameters) {
-        std::snprintf(head, sizeof head, "p%.17g", parameter);
-        key += head;
     }
-    if (record.blackBox) {
-        std::snprintf(head, sizeof head, "b%p", record.blackBox);
-        key += head;
+    record.digest = KOBWBStableKeys::Digest(key);
+    return key;
+}
+
+std::uint64_t Impl::PolynomialDigest(const KOBWBPolynomial& polynomial) const {
+    std::uint64_t digest = 0;
+    for (const KOBWBPolynomialTerm& term : polynomial.GetTerms()) {
+        std::uint64_t monomial = 0;
+        for (const KOBWBMonomialFactor& factor : term.monomial)
+            monomial += KOBWBStableKeys::Mix(atoms[static_cast<size_t>(factor.atom)].digest,
+                                             static_cast<std::uint64_t>(factor.exponent));
+        digest += KOBWBStableKeys::Mix(monomial, KOBWBStableKeys::Digest((term.coefficient.IsReal() ? "r" : "") +
+                                                                         term.coefficient.ToString()));
     }
-    key += '(';
-    for (size_t i = 0; i < record.arguments.size() && key.size() <= maxKeyLength; ++i) {
-        if (i > 0) key += ',';
-        key += PolynomialKey(record.arguments[i]);
-    }
-    key += ')';
-    return key.size() > maxKeyLength ? NumberedKey('z', number) : key;
+    return digest;
 }
 
 std::string Impl::MonomialKey(const KOBWBMonomial& monomial) {

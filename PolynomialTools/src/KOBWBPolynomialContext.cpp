@@ -49,6 +49,7 @@ bool KOBWBPolynomialContext::AtomDependsOn(int atom, KOBWBVariable* variable) co
 KOBWBPolynomial KOBWBPolynomialContext::SubstituteVariable(const KOBWBPolynomial& polynomial, KOBWBVariable* x,
                                                            const KOBWBPolynomial& by) {
     const int atom = GetVariableAtom(x);
+    m_impl->pastBudget = false;
     if (atom < 0) return polynomial;
     return m_impl->Substitute(polynomial, {{atom, &by}});
 }
@@ -68,7 +69,10 @@ KOBWBVariable* KOBWBPolynomialContext::GetAtomVariable(int atom) const {
     return record.kind == Impl::AtomKind::Variable ? static_cast<KOBWBVariable*>(record.node) : nullptr;
 }
 
+bool KOBWBPolynomialContext::ExceededBudget() const { return m_impl->pastBudget; }
+
 bool KOBWBPolynomialContext::ToPolynomial(KOBWBExpression* expression, KOBWBPolynomial& result) {
+    m_impl->pastBudget = false;
     if (!IsValid()) return false;
     // Nodes may have changed since an earlier call: each call reads afresh.
     m_impl->ForgetReadings();

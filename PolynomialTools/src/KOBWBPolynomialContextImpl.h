@@ -1,9 +1,12 @@
 #ifndef KOBWBPolynomialContextImpl_h
 #define KOBWBPolynomialContextImpl_h
 
+#include "KOBLVRHashTable.h"
 #include "KOBWBExpressionType.h"
 #include "KOBWBPolynomialContext.h"
 
+#include <cstdint>
+#include <deque>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -32,6 +35,11 @@ struct KOBWBPolynomialContext::Impl {
         KOBWBExpression* written = nullptr;
         // The last writing that noted the atom as needed.
         unsigned noted = 0;
+        // The last walk of Reachable that met the atom.
+        unsigned reached = 0;
+        // A digest of what the key spells out, made with it: the key of an atom
+        // too long to be spelled out.
+        std::uint64_t digest = 0;
     };
 
     Impl(KOBWBFactory& factory, KOBWBExpression* zero, KOBWBExpression* one);
@@ -47,6 +55,9 @@ struct KOBWBPolynomialContext::Impl {
     bool KeyLess(int a, int b);
     // The canonical key of a polynomial: its terms' keys in sorted order.
     std::string PolynomialKey(const KOBWBPolynomial& polynomial);
+    // The digest of a polynomial whose atoms are keyed: one function of its terms,
+    // whatever their order.
+    std::uint64_t PolynomialDigest(const KOBWBPolynomial& polynomial) const;
     std::string MonomialKey(const KOBWBMonomial& monomial);
     bool DependsOn(int atom, const KOBWBVariable* variable) const;
 
@@ -61,6 +72,8 @@ struct KOBWBPolynomialContext::Impl {
     // The atoms reachable from the polynomial through the arguments of its atoms, in number order.
     std::vector<int> Reachable(const KOBWBPolynomial& polynomial);
     KOBWBPolynomial OperatorAtom(KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& arguments);
+    // The atom of a product or power left unexpanded by the budget, noted in pastBudget.
+    KOBWBPolynomial PastBudget(KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& arguments);
     KOBWBPolynomial Quotient(const KOBWBPolynomial& numerator, const KOBWBPolynomial& denominator, KOBWBExpression* node);
     KOBWBPolynomial Power(const KOBWBPolynomial& base, const KOBWBPolynomial& exponent, KOBWBExpression* node);
     KOBWBPolynomial Product(KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& factors);
@@ -70,6 +83,16 @@ struct KOBWBPolynomialContext::Impl {
     KOBWBExpression* Write(const KOBWBPolynomial& polynomial);
     KOBWBExpression* WriteAtom(int atom);
     KOBWBExpression* WriteCoefficient(const KOBWBCoefficient& coefficient, long long piPower);
+    // A monomial as the canonical order sees it: its ordinary factors in the atom
+    // order, their degree, and its power of Pi.
+    struct OrderedMonomial {
+        KOBWBMonomial factors;
+        long long degree;
+        long long piPower;
+    };
+    OrderedMonomial Ordered(const KOBWBMonomial& monomial);
+    // The canonical order of terms.
+    bool Precedes(const OrderedMonomial& a, const OrderedMonomial& b);
     // The sum of the terms, their reciprocal factors left out.
     KOBWBExpression* WriteTerms(const std::vector<const KOBWBPolynomialTerm*>& terms);
     KOBWBExpression* Constant(const KOBWBValue& value, const std::string& key);
@@ -78,7 +101,10 @@ struct KOBWBPolynomialContext::Impl {
     KOBWBExpression* zero;
     KOBWBExpression* one;
     int maxTerms = 10000;
+    // Whether the budget left a product or power unexpanded since the last reset.
+    bool pastBudget = false;
     unsigned noteStamp = 0;
+    unsigned reachStamp = 0;
     // Scratch storage of reading, kept between expressions.
     std::vector<const KOBWBPolynomial*> argumentScratch;
     struct Frame {
@@ -89,21 +115,20 @@ struct KOBWBPolynomialContext::Impl {
     std::vector<Frame> frames;
     std::vector<Atom> atoms;
     // The atoms found again by their structure, by hash.
-    struct HashedAtom {
-        std::size_t hash = 0;
+    KOBLVRHashTable<int> atomTable;
+    // The atom of each variable of the factory that was read, with its polynomial,
+    // found by index: a context costs what it reads, not what the factory holds.
+    struct VariableEntry {
+        int index = -1;
         int atom = -1;
+        const KOBWBPolynomial* polynomial = nullptr;
     };
-    std::vector<HashedAtom> atomTable;
-    size_t hashedAtoms = 0;
-    // The atom of each variable of the factory, by index; -1 where none was made.
-    std::vector<int> atomOfVariable;
-    // The polynomials of the nodes read since the readings were last forgotten:
-    // an open-addressing table from nodes to places in readings, whose slots are
-    // stamped with the generation that filled them, so that forgetting is one
-    // increment and the storage is kept for the next expression.
-    struct Slot {
+    KOBLVRHashTable<VariableEntry> variableTable;
+    std::deque<KOBWBPolynomial> variablePolynomials;
+    // The polynomials of the nodes read since the readings were last forgotten, by
+    // node: forgetting clears the table in one step and keeps its storage.
+    struct NodeReading {
         const KOBWBExpression* node = nullptr;
-        unsigned generation = 0;
         int reading = -1;
     };
     // A node's polynomial: its own, or one the context keeps for every occurrence
@@ -113,11 +138,10 @@ struct KOBWBPolynomialContext::Impl {
         const KOBWBPolynomial* shared = nullptr;
         bool done = false;
     };
-    std::vector<Slot> slots = std::vector<Slot>(64);
+    KOBLVRHashTable<NodeReading> readTable;
     std::vector<Reading> readings;
-    unsigned generation = 1;
     void ForgetReadings() {
-        ++generation;
+        readTable.Clear();
         readings.clear();
     }
     // The place of node in readings, -1 when it was not read in this generation.
@@ -125,7 +149,6 @@ struct KOBWBPolynomialContext::Impl {
     int AddReading(const KOBWBExpression* node);
     // The polynomial kept for a variable or a small integer constant; null for other nodes.
     const KOBWBPolynomial* SharedLeaf(KOBWBExpression* node);
-    std::vector<std::unique_ptr<KOBWBPolynomial>> variablePolynomials;
     static constexpr int smallInteger = 16;
     std::unique_ptr<KOBWBPolynomial> integerPolynomials[2 * smallInteger + 1];
     std::unordered_map<std::string, KOBWBExpression*> constants;

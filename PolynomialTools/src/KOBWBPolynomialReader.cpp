@@ -73,38 +73,19 @@ bool ReadsChildren(KOBWBExpressionType type) { return type != KOBWBIntegrateType
 
 namespace {
 
-size_t SlotOf(const KOBWBExpression* node, size_t mask) {
-    return (reinterpret_cast<std::uintptr_t>(node) >> 6) * 0x9E3779B97F4A7C15ull >> 20 & mask;
-}
+std::size_t NodeHash(const KOBWBExpression* node) { return reinterpret_cast<std::uintptr_t>(node) >> 4; }
 
 } // namespace
 
 int Impl::FindReading(const KOBWBExpression* node) const {
-    const size_t mask = slots.size() - 1;
-    for (size_t i = SlotOf(node, mask);; i = (i + 1) & mask) {
-        const Slot& slot = slots[i];
-        if (slot.generation != generation) return -1;
-        if (slot.node == node) return slot.reading;
-    }
+    const NodeReading* found =
+        readTable.Find(NodeHash(node), [node](const NodeReading& entry) { return entry.node == node; });
+    return found ? found->reading : -1;
 }
 
 int Impl::AddReading(const KOBWBExpression* node) {
-    if (2 * (readings.size() + 1) > slots.size()) {
-        std::vector<Slot> grown(slots.size() * 2);
-        const size_t mask = grown.size() - 1;
-        for (const Slot& slot : slots) {
-            if (slot.generation != generation) continue;
-            size_t i = SlotOf(slot.node, mask);
-            while (grown[i].generation == generation) i = (i + 1) & mask;
-            grown[i] = slot;
-        }
-        slots = std::move(grown);
-    }
-    const size_t mask = slots.size() - 1;
-    size_t i = SlotOf(node, mask);
-    while (slots[i].generation == generation) i = (i + 1) & mask;
     const int reading = static_cast<int>(readings.size());
-    slots[i] = {node, generation, reading};
+    readTable.Insert(NodeHash(node), [node](const NodeReading& entry) { return entry.node == node; }, {node, reading});
     readings.emplace_back();
     return reading;
 }
@@ -158,11 +139,9 @@ const KOBWBPolynomial* Impl::SharedLeaf(KOBWBExpression* node) {
     if (node->GetType() == KOBWBVariableType) {
         const int atom = VariableAtom(static_cast<KOBWBVariable*>(node));
         if (atoms[static_cast<size_t>(atom)].kind != AtomKind::Variable) return nullptr;
-        const size_t index = static_cast<size_t>(static_cast<KOBWBVariable*>(node)->GetIdx());
-        if (index >= variablePolynomials.size()) variablePolynomials.resize(std::max(index + 1, 2 * variablePolynomials.size()));
-        std::unique_ptr<KOBWBPolynomial>& polynomial = variablePolynomials[index];
-        if (!polynomial) polynomial.reset(new KOBWBPolynomial(KOBWBPolynomial::Atom(atom)));
-        return polynomial.get();
+        return variableTable.Find(static_cast<std::size_t>(static_cast<KOBWBVariable*>(node)->GetIdx()),
+                                  [atom](const VariableEntry& entry) { return entry.atom == atom; })
+            ->polynomial;
     }
     if (node->GetType() != KOBWBConstantType) return nullptr;
     const KOBWBValue& value = node->GetExprValue();
@@ -218,6 +197,11 @@ KOBWBPolynomial Impl::ReadOperator(KOBWBExpression* node, const std::vector<cons
 
 KOBWBPolynomial Impl::OperatorAtom(KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& arguments) {
     return KOBWBPolynomial::Atom(InternAtom(AtomKind::Operator, node, arguments));
+}
+
+KOBWBPolynomial Impl::PastBudget(KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& arguments) {
+    pastBudget = true;
+    return OperatorAtom(node, arguments);
 }
 
 namespace {
@@ -276,14 +260,15 @@ bool PowerMayBeWritable(const KOBWBPolynomial& base, long long exponent) {
 KOBWBPolynomial Impl::Quotient(const KOBWBPolynomial& numerator, const KOBWBPolynomial& denominator, KOBWBExpression* node) {
     if (denominator.IsZero()) return OperatorAtom(node, {&numerator, &denominator});
     if (OnlyPi(denominator)) return KOBWBPolynomial::Multiply(numerator, InverseTerm(denominator.GetTerm(0)));
-    // A monic denominator: its first term in key order gets coefficient 1.
+    // Rule 7: a monic denominator, its first term in the canonical order of terms
+    // given coefficient 1.
     const KOBWBPolynomialTerm* first = nullptr;
-    std::string firstKey;
+    OrderedMonomial firstOrder;
     for (const KOBWBPolynomialTerm& term : denominator.GetTerms()) {
-        std::string key = MonomialKey(term.monomial);
-        if (!first || key < firstKey) {
+        OrderedMonomial order = Ordered(term.monomial);
+        if (!first || Precedes(order, firstOrder)) {
             first = &term;
-            firstKey = std::move(key);
+            firstOrder = std::move(order);
         }
     }
     const KOBWBCoefficient scale = KOBWBCoefficient(1) / first->coefficient;
@@ -305,16 +290,16 @@ KOBWBPolynomial Impl::Power(const KOBWBPolynomial& base, const KOBWBPolynomial& 
     const bool zeroBase = base.IsConstant(constantBase) && constantBase.IsZero();
     if (e >= 0) {
         if (PowerMayBeWritable(base, e) && base.Power(e, maxTerms, power) && Writable(power)) return power;
-        return OperatorAtom(node, {&base, &exponent});
+        return PastBudget(node, {&base, &exponent});
     }
     if (zeroBase) return OperatorAtom(node, {&base, &exponent});
     if (OnlyPi(base) || base.IsConstant(constantBase)) {
         const KOBWBPolynomial inverse = InverseTerm(base.GetTerm(0));
         if (PowerMayBeWritable(inverse, -e) && inverse.Power(-e, maxTerms, power) && Writable(power)) return power;
-        return OperatorAtom(node, {&base, &exponent});
+        return PastBudget(node, {&base, &exponent});
     }
     if (!PowerMayBeWritable(base, -e) || !base.Power(-e, maxTerms, power) || !Writable(power))
-        return OperatorAtom(node, {&base, &exponent});
+        return PastBudget(node, {&base, &exponent});
     return Quotient(KOBWBPolynomial(KOBWBCoefficient(1)), power, node);
 }
 
@@ -324,9 +309,9 @@ KOBWBPolynomial Impl::Product(KOBWBExpression* node, const std::vector<const KOB
     for (size_t i = 1; i < factors.size(); ++i) {
         const KOBWBPolynomial& factor = *factors[i];
         if (static_cast<long long>(product.GetNbOfTerms()) * factor.GetNbOfTerms() > maxWork)
-            return OperatorAtom(node, factors);
+            return PastBudget(node, factors);
         product = KOBWBPolynomial::Multiply(product, factor);
-        if (product.GetNbOfTerms() > maxTerms || !Writable(product)) return OperatorAtom(node, factors);
+        if (product.GetNbOfTerms() > maxTerms || !Writable(product)) return PastBudget(node, factors);
     }
     return product;
 }

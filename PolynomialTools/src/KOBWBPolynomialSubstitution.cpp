@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <unordered_map>
-#include <unordered_set>
 
 // Substitution of polynomials for atoms, inside the arguments of other atoms too:
 // an atom whose arguments change is read again from its new arguments.
@@ -15,11 +14,16 @@ using Impl = KOBWBPolynomialContext::Impl;
 
 std::vector<int> Impl::Reachable(const KOBWBPolynomial& polynomial) {
     std::vector<int> reached, pending;
-    std::unordered_set<int> seen;
+    // Atoms are marked with a stamp of this walk rather than kept in a set.
+    const unsigned stamp = ++reachStamp;
     const auto note = [&](const KOBWBPolynomial& p) {
         for (const KOBWBPolynomialTerm& term : p.GetTerms())
-            for (const KOBWBMonomialFactor& factor : term.monomial)
-                if (seen.insert(factor.atom).second) pending.push_back(factor.atom);
+            for (const KOBWBMonomialFactor& factor : term.monomial) {
+                Atom& atom = atoms[static_cast<size_t>(factor.atom)];
+                if (atom.reached == stamp) continue;
+                atom.reached = stamp;
+                pending.push_back(factor.atom);
+            }
     };
     note(polynomial);
     while (!pending.empty()) {
@@ -36,36 +40,57 @@ namespace {
 
 // The polynomial with the atoms that have a replacement replaced; a power past the
 // budget is written as a power node and read back as one atom.
-KOBWBPolynomial Replace(Impl& impl, const KOBWBPolynomial& polynomial,
-                        const std::unordered_map<int, KOBWBPolynomial>& replacements) {
-    KOBWBPolynomial result;
+// find(atom) gives the replacement of an atom, null for none.
+template <class Find>
+KOBWBPolynomial Replace(Impl& impl, const KOBWBPolynomial& polynomial, Find find) {
+    std::vector<KOBWBPolynomialTerm> terms;
+    terms.reserve(static_cast<size_t>(polynomial.GetNbOfTerms()));
     for (const KOBWBPolynomialTerm& term : polynomial.GetTerms()) {
         KOBWBPolynomial product(term.coefficient);
         KOBWBMonomial kept;
+        bool replaced = false;
         for (const KOBWBMonomialFactor& factor : term.monomial) {
-            const auto replacement = replacements.find(factor.atom);
-            if (replacement == replacements.end()) {
+            const KOBWBPolynomial* replacement = find(factor.atom);
+            if (!replacement) {
                 kept.push_back(factor);
                 continue;
             }
+            replaced = true;
             KOBWBPolynomial power;
-            if (!replacement->second.Power(factor.exponent, impl.maxTerms, power)) {
-                KOBWBExpression* node = impl.factory.CreatePower(impl.Write(replacement->second),
+            if (!replacement->Power(factor.exponent, impl.maxTerms, power)) {
+                KOBWBExpression* node = impl.factory.CreatePower(impl.Write(*replacement),
                                                                  static_cast<int>(factor.exponent));
                 impl.Read(node, power);
             }
             product = KOBWBPolynomial::Multiply(product, power);
         }
-        KOBWBPolynomial rest = KOBWBPolynomial::FromTerms({{kept, KOBWBCoefficient(1)}});
-        result += KOBWBPolynomial::Multiply(product, rest);
+        // A term without replaced atoms is kept as it is; the others are collected once.
+        if (!replaced) {
+            terms.push_back(term);
+            continue;
+        }
+        for (const KOBWBPolynomialTerm& piece : product.GetTerms())
+            terms.push_back({KOBWBMultiplyMonomials(piece.monomial, kept), piece.coefficient});
     }
-    return result;
+    return KOBWBPolynomial::FromTerms(std::move(terms));
 }
 
 } // namespace
 
 KOBWBPolynomial Impl::Substitute(const KOBWBPolynomial& polynomial,
                                  const std::vector<std::pair<int, const KOBWBPolynomial*>>& substitutions) {
+    // Without atoms that have arguments (a polynomial in variables), the atoms are
+    // replaced where they stand.
+    bool nested = false;
+    for (const KOBWBPolynomialTerm& term : polynomial.GetTerms())
+        for (const KOBWBMonomialFactor& factor : term.monomial)
+            nested = nested || !atoms[static_cast<size_t>(factor.atom)].arguments.empty();
+    if (!nested)
+        return Replace(*this, polynomial, [&substitutions](int atom) -> const KOBWBPolynomial* {
+            for (const auto& substitution : substitutions)
+                if (substitution.first == atom) return substitution.second;
+            return nullptr;
+        });
     std::unordered_map<int, KOBWBPolynomial> replacements;
     for (const auto& substitution : substitutions) replacements.emplace(substitution.first, *substitution.second);
     // Arguments name only earlier atoms: in number order, an atom's arguments have
@@ -82,12 +107,19 @@ KOBWBPolynomial Impl::Substitute(const KOBWBPolynomial& polynomial,
         KOBWBExpression* node = record.node;
         const bool reciprocal = record.kind == AtomKind::Reciprocal;
         std::vector<KOBWBPolynomial> arguments = record.arguments;
-        for (KOBWBPolynomial& argument : arguments) argument = Replace(*this, argument, replacements);
+        const auto find = [&replacements](int atom) -> const KOBWBPolynomial* {
+            const auto found = replacements.find(atom);
+            return found == replacements.end() ? nullptr : &found->second;
+        };
+        for (KOBWBPolynomial& argument : arguments) argument = Replace(*this, argument, find);
         std::vector<const KOBWBPolynomial*> pointers;
         for (const KOBWBPolynomial& argument : arguments) pointers.push_back(&argument);
         KOBWBPolynomial reread = reciprocal ? Quotient(KOBWBPolynomial(KOBWBCoefficient(1)), arguments[0], node)
                                             : ReadOperator(node, pointers);
         replacements.emplace(atom, std::move(reread));
     }
-    return Replace(*this, polynomial, replacements);
+    return Replace(*this, polynomial, [&replacements](int atom) -> const KOBWBPolynomial* {
+        const auto found = replacements.find(atom);
+        return found == replacements.end() ? nullptr : &found->second;
+    });
 }

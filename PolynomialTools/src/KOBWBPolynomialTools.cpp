@@ -4,7 +4,15 @@
 #include "KOBWBPolynomialContext.h"
 
 KOBWBExpression* KOBWBPolynomialTools::Simplify(KOBWBExpression* expression) {
+    bool expanded = true;
+    return Simplify(expression, expanded);
+}
+
+KOBWBExpression* KOBWBPolynomialTools::Simplify(KOBWBExpression* expression, bool& expanded) {
+    expanded = true;
     if (!expression) return nullptr;
     KOBWBPolynomialContext context(expression->GetFactory());
-    return context.Simplify(expression);
+    KOBWBExpression* simplified = context.Simplify(expression);
+    expanded = !context.ExceededBudget();
+    return simplified;
 }

@@ -25,6 +25,7 @@ long long PiPower(const KOBWBMonomial& monomial) {
 
 } // namespace
 
+// Rule 9: one node per constant value.
 KOBWBExpression* Impl::Constant(const KOBWBValue& value, const std::string& key) {
     const auto found = constants.find(key);
     if (found != constants.end()) return found->second;
@@ -56,6 +57,8 @@ KOBWBExpression* Impl::WriteCoefficient(const KOBWBCoefficient& coefficient, lon
     return Constant(KOBWBValue(value), key);
 }
 
+// Rule 9: the variables themselves, and an atom's first node when its arguments are
+// written back as they were.
 KOBWBExpression* Impl::WriteAtom(int atom) {
     Atom& record = atoms[static_cast<size_t>(atom)];
     if (record.written) return record.written;
@@ -124,7 +127,7 @@ KOBWBExpression* Impl::Write(const KOBWBPolynomial& polynomial) {
         for (const KOBWBPolynomialTerm& term : polynomial.GetTerms()) terms.push_back(&term);
         return WriteTerms(terms);
     }
-    // Terms gathered by their reciprocal factors, the group without any first.
+    // Rule 7: terms gathered by their reciprocal factors, the group without any first.
     std::map<std::string, std::vector<const KOBWBPolynomialTerm*>> groups;
     for (const KOBWBPolynomialTerm& term : polynomial.GetTerms()) {
         KOBWBMonomial reciprocals;
@@ -165,55 +168,61 @@ KOBWBExpression* Impl::Write(const KOBWBPolynomial& polynomial) {
     return factory.CreateSum(static_cast<int>(parts.size()), parts.data());
 }
 
+Impl::OrderedMonomial Impl::Ordered(const KOBWBMonomial& monomial) {
+    OrderedMonomial ordered{{}, 0, PiPower(monomial)};
+    for (const KOBWBMonomialFactor& factor : monomial) {
+        const AtomKind kind = atoms[static_cast<size_t>(factor.atom)].kind;
+        if (kind == AtomKind::Pi || kind == AtomKind::Reciprocal) continue;
+        ordered.factors.push_back(factor);
+        ordered.degree += factor.exponent;
+    }
+    // Rule 5: the factors of a term in the atom order.
+    if (ordered.factors.size() > 1)
+        std::sort(ordered.factors.begin(), ordered.factors.end(),
+                  [this](const KOBWBMonomialFactor& a, const KOBWBMonomialFactor& b) { return KeyLess(a.atom, b.atom); });
+    return ordered;
+}
+
+bool Impl::Precedes(const OrderedMonomial& a, const OrderedMonomial& b) {
+    // Rule 6: descending degree, then lexicographic in the atom order (a higher
+    // power of an atom first), then descending Pi power.
+    if (a.degree != b.degree) return a.degree > b.degree;
+    for (size_t i = 0; i < a.factors.size() && i < b.factors.size(); ++i) {
+        const int atomA = a.factors[i].atom, atomB = b.factors[i].atom;
+        if (atomA != atomB) return KeyLess(atomA, atomB);
+        if (a.factors[i].exponent != b.factors[i].exponent) return a.factors[i].exponent > b.factors[i].exponent;
+    }
+    if (a.factors.size() != b.factors.size()) return a.factors.size() > b.factors.size();
+    return a.piPower > b.piPower;
+}
+
 KOBWBExpression* Impl::WriteTerms(const std::vector<const KOBWBPolynomialTerm*>& terms) {
     struct Written {
         const KOBWBPolynomialTerm* term;
-        // The ordinary factors in key order.
-        KOBWBMonomial factors;
-        long long degree;
-        long long piPower;
+        OrderedMonomial order;
     };
     std::vector<Written> ordered;
     ordered.reserve(terms.size());
-    for (const KOBWBPolynomialTerm* term : terms) {
-        Written w{term, {}, 0, PiPower(term->monomial)};
-        for (const KOBWBMonomialFactor& factor : term->monomial) {
-            const AtomKind kind = atoms[static_cast<size_t>(factor.atom)].kind;
-            if (kind == AtomKind::Pi || kind == AtomKind::Reciprocal) continue;
-            w.factors.push_back(factor);
-            w.degree += factor.exponent;
-        }
-        if (w.factors.size() > 1)
-            std::sort(w.factors.begin(), w.factors.end(),
-                      [this](const KOBWBMonomialFactor& a, const KOBWBMonomialFactor& b) { return KeyLess(a.atom, b.atom); });
-        ordered.push_back(std::move(w));
-    }
-    // Descending degree, then lexicographic in the atom order, then descending Pi power.
-    std::sort(ordered.begin(), ordered.end(), [this](const Written& a, const Written& b) {
-        if (a.degree != b.degree) return a.degree > b.degree;
-        for (size_t i = 0; i < a.factors.size() && i < b.factors.size(); ++i) {
-            const int atomA = a.factors[i].atom, atomB = b.factors[i].atom;
-            if (atomA != atomB) return KeyLess(atomA, atomB);
-            if (a.factors[i].exponent != b.factors[i].exponent) return a.factors[i].exponent > b.factors[i].exponent;
-        }
-        if (a.factors.size() != b.factors.size()) return a.factors.size() > b.factors.size();
-        return a.piPower > b.piPower;
-    });
+    for (const KOBWBPolynomialTerm* term : terms) ordered.push_back({term, Ordered(term->monomial)});
+    std::sort(ordered.begin(), ordered.end(), [this](const Written& a, const Written& b) { return Precedes(a.order, b.order); });
     std::vector<KOBWBExpression*> summands, factors;
     summands.reserve(ordered.size());
     for (const Written& w : ordered) {
         factors.clear();
         const KOBWBCoefficient& coefficient = w.term->coefficient;
-        const bool plainOne = coefficient.IsExact() && coefficient.IsOne() && w.piPower == 0;
-        if (!plainOne || w.factors.empty()) {
-            factors.push_back(WriteCoefficient(coefficient, w.piPower));
+        const long long piPower = w.order.piPower;
+        // Rules 2 and 3: one constant for the coefficient, first, left out when it is 1.
+        const bool plainOne = coefficient.IsExact() && coefficient.IsOne() && piPower == 0;
+        if (!plainOne || w.order.factors.empty()) {
+            factors.push_back(WriteCoefficient(coefficient, piPower));
             int n = 0, d = 1;
-            const bool folded = coefficient.IsExact() && coefficient.GetExact().FitsInt(n, d) && w.piPower >= INT_MIN &&
-                                w.piPower <= INT_MAX;
-            if (!folded && w.piPower != 0) factors.push_back(WriteCoefficient(KOBWBCoefficient(1), w.piPower));
+            const bool folded = coefficient.IsExact() && coefficient.GetExact().FitsInt(n, d) && piPower >= INT_MIN &&
+                                piPower <= INT_MAX;
+            if (!folded && piPower != 0) factors.push_back(WriteCoefficient(KOBWBCoefficient(1), piPower));
         }
-        for (const KOBWBMonomialFactor& factor : w.factors) {
+        for (const KOBWBMonomialFactor& factor : w.order.factors) {
             KOBWBExpression* atom = atoms[static_cast<size_t>(factor.atom)].written;
+            // Rule 4: an atom to a power n > 1 is the power node of the atom and n.
             if (factor.exponent != 1) {
                 const KOBWBCoefficient exponent(factor.exponent);
                 atom = factory.CreatePower(atom, WriteCoefficient(exponent, 0));
@@ -223,6 +232,8 @@ KOBWBExpression* Impl::WriteTerms(const std::vector<const KOBWBPolynomialTerm*>&
         summands.push_back(factors.size() == 1 ? factors[0]
                                                : factory.CreateProduct(static_cast<int>(factors.size()), factors.data()));
     }
+    // Rules 1 and 8: the zero polynomial is 0, a sum of one term that term, any
+    // other sum one n-ary node.
     if (summands.empty()) return zero;
     if (summands.size() == 1) return summands[0];
     return factory.CreateSum(static_cast<int>(summands.size()), summands.data());

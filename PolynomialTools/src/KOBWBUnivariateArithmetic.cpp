@@ -1,5 +1,7 @@
 #include "KOBWBUnivariateArithmetic.h"
 
+#include "KOBWBUnivariatePolynomialTools.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -17,7 +19,9 @@ bool FromPolynomial(const KOBWBPolynomial& polynomial, int atom, Row& row) {
         if (term.coefficient.IsReal() || term.monomial.size() > 1) return false;
         long long exponent = 0;
         if (term.monomial.size() == 1) {
-            if (term.monomial[0].atom != atom || term.monomial[0].exponent < 0) return false;
+            if (term.monomial[0].atom != atom || term.monomial[0].exponent < 0 ||
+                term.monomial[0].exponent > KOBWBUnivariatePolynomialTools::maxDegree)
+                return false;
             exponent = term.monomial[0].exponent;
         }
         if (exponent >= static_cast<long long>(result.size())) result.resize(static_cast<size_t>(exponent) + 1);

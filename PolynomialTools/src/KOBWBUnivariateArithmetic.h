@@ -62,6 +62,11 @@ KOBWBRational Resultant(const Row& a, const Row& b);
 std::vector<Row> SquareFree(const Row& p, KOBWBRational& content);
 // The product of the square-free factors, monic.
 Row SquareFreePart(const Row& p);
+// Divides out of p (square-free, of degree 3 or more, without rational roots) the
+// monic quadratic factors with rational coefficients that its complex roots,
+// computed in double, reveal; returns them, p left with the rest. What is not found
+// stays in p.
+std::vector<Row> SplitQuadraticFactors(Row& p);
 
 }
 

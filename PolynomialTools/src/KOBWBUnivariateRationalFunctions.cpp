@@ -51,6 +51,7 @@ bool KOBWBUnivariatePolynomialTools::PartialFractions(const KOBWBPolynomial& num
             rest = ExactQuotient(rest, linear);
             factors.push_back({std::move(linear), multiplicity});
         }
+        for (Row& quadratic : SplitQuadraticFactors(rest)) factors.push_back({std::move(quadratic), multiplicity});
         if (Degree(rest) > 0) factors.push_back({std::move(rest), multiplicity});
     }
     // Splitting off one power D = f^k from the rest E: s E + t D = remainder gives

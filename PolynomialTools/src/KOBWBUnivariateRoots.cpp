@@ -108,6 +108,11 @@ struct Pending {
 // The nearest double at or below (downward) or at or above the rational.
 double Outward(const KOBWBRational& value, bool downward) {
     double d = value.ToDouble();
+    // Past the largest double, the bound on the near side is the largest double.
+    if (std::isinf(d)) {
+        const bool towardZero = downward == (d > 0);
+        return towardZero ? std::copysign(std::numeric_limits<double>::max(), d) : d;
+    }
     KOBWBRational exact;
     KOBWBRational::FromDouble(d, exact);
     const int order = KOBWBRational::Compare(exact, value);
@@ -123,37 +128,11 @@ KOBWBRational Simplest(const KOBWBRational& lower, const KOBWBRational& upper) {
     return floor + KOBWBRational(1) / Simplest(KOBWBRational(1) / (upper - floor), KOBWBRational(1) / (lower - floor));
 }
 
-}
-
-bool KOBWBUnivariatePolynomialTools::RationalRoots(const KOBWBPolynomial& p, int atom,
-                                                   std::vector<KOBWBRational>& roots) {
-    std::vector<KOBWBRealInterval> intervals;
-    if (!IsolateRealRoots(p, atom, intervals)) return false;
-    Row row;
-    FromPolynomial(p, atom, row);
-    std::vector<KOBWBRational> found;
-    for (KOBWBRealInterval& interval : intervals) {
-        RefineRoot(p, atom, interval, 0.0);
-        KOBWBRational lower, upper;
-        KOBWBRational::FromDouble(interval.lower, lower);
-        KOBWBRational::FromDouble(interval.upper, upper);
-        KOBWBRational candidate = Simplest(lower, upper);
-        if (Evaluate(row, candidate).IsZero()) found.push_back(std::move(candidate));
-    }
-    roots = std::move(found);
-    return true;
-}
-
-bool KOBWBUnivariatePolynomialTools::IsolateRealRoots(const KOBWBPolynomial& p, int atom,
-                                                      std::vector<KOBWBRealInterval>& roots) {
-    Row row;
-    if (!FromPolynomial(p, atom, row) || row.empty()) return false;
-    std::vector<KOBWBRealInterval> found;
+// The exact isolating intervals of the roots of a non-zero row, in increasing order.
+std::vector<KOBWBRationalInterval> Isolate(const Row& row) {
+    std::vector<KOBWBRationalInterval> found;
     const Row square = SquareFreePart(row);
-    if (Degree(square) <= 0) {
-        roots.clear();
-        return true;
-    }
+    if (Degree(square) <= 0) return found;
     const SturmSequence sturm(square);
     const KOBWBRational bound = RootBound(square);
     std::vector<Pending> pending{{-bound, bound, sturm.SignChanges(-bound), sturm.SignChanges(bound)}};
@@ -165,7 +144,7 @@ bool KOBWBUnivariatePolynomialTools::IsolateRealRoots(const KOBWBPolynomial& p, 
         const int count = interval.lowerChanges - interval.upperChanges;
         if (count == 0) continue;
         if (count == 1) {
-            found.push_back({Outward(interval.lower, true), Outward(interval.upper, false)});
+            found.push_back({std::move(interval.lower), std::move(interval.upper)});
             continue;
         }
         const KOBWBRational middle = (interval.lower + interval.upper) / KOBWBRational(2);
@@ -177,8 +156,7 @@ bool KOBWBUnivariatePolynomialTools::IsolateRealRoots(const KOBWBPolynomial& p, 
         }
         // The middle is a root: keep it alone and split around a gap that holds no
         // other root.
-        const double exact = middle.ToDouble();
-        found.push_back({exact, exact});
+        found.push_back({middle, middle});
         KOBWBRational gap = (interval.upper - interval.lower) / KOBWBRational(4);
         while (true) {
             const KOBWBRational left = middle - gap, right = middle + gap;
@@ -194,7 +172,111 @@ bool KOBWBUnivariatePolynomialTools::IsolateRealRoots(const KOBWBPolynomial& p, 
         }
     }
     std::sort(found.begin(), found.end(),
-              [](const KOBWBRealInterval& a, const KOBWBRealInterval& b) { return a.lower < b.lower; });
+              [](const KOBWBRationalInterval& a, const KOBWBRationalInterval& b) { return a.lower < b.lower; });
+    return found;
+}
+
+// Exact bisection of an isolating interval of a root of the integer row square, whose
+// sign at the lower end is lowerSign, until it is at most width wide or steps
+// bisections are made; whether it is that narrow.
+bool Bisect(const Row& square, int lowerSign, KOBWBRationalInterval& root, const KOBWBRational& width,
+            int steps = std::numeric_limits<int>::max()) {
+    for (; width < root.upper - root.lower; --steps) {
+        if (steps == 0) return false;
+        KOBWBRational middle = (root.lower + root.upper) / KOBWBRational(2);
+        const int sign = SignAt(square, middle);
+        if (sign == 0) {
+            root.upper = middle;
+            root.lower = std::move(middle);
+        } else if (sign == lowerSign) {
+            root.lower = std::move(middle);
+        } else {
+            root.upper = std::move(middle);
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+bool KOBWBUnivariatePolynomialTools::IsolateRealRoots(const KOBWBPolynomial& p, int atom,
+                                                      std::vector<KOBWBRationalInterval>& roots) {
+    Row row;
+    if (!FromPolynomial(p, atom, row) || row.empty()) return false;
+    roots = Isolate(row);
+    return true;
+}
+
+bool KOBWBUnivariatePolynomialTools::IsolateRealRoots(const KOBWBPolynomial& p, int atom,
+                                                      std::vector<KOBWBRealInterval>& roots) {
+    std::vector<KOBWBRationalInterval> exact;
+    if (!IsolateRealRoots(p, atom, exact)) return false;
+    Row square;
+    FromPolynomial(p, atom, square);
+    square = WithIntegerCoefficients(SquareFreePart(square));
+    KOBWBRational largest;
+    KOBWBRational::FromDouble(std::numeric_limits<double>::max(), largest);
+    std::vector<KOBWBRealInterval> found;
+    for (KOBWBRationalInterval& root : exact) {
+        // An interval that reaches past the largest double is cut there, on the side
+        // of the root, so that a root within the doubles gets finite ends and one
+        // beyond them [largest double, infinity].
+        for (const KOBWBRational& cut : {-largest, largest}) {
+            if (!(root.lower < cut && cut < root.upper)) continue;
+            const int sign = SignAt(square, cut);
+            if (sign == 0)
+                root.lower = root.upper = cut;
+            else if (sign == SignAt(square, root.lower))
+                root.lower = cut;
+            else
+                root.upper = cut;
+        }
+        found.push_back({Outward(root.lower, true), Outward(root.upper, false)});
+    }
+    roots = std::move(found);
+    return true;
+}
+
+bool KOBWBUnivariatePolynomialTools::RefineRoot(const KOBWBPolynomial& p, int atom, KOBWBRationalInterval& root,
+                                                const KOBWBRational& width) {
+    Row row;
+    if (width.Sign() <= 0 || !FromPolynomial(p, atom, row) || row.empty() || root.upper < root.lower) return false;
+    const Row square = WithIntegerCoefficients(SquareFreePart(row));
+    const int lowerSign = SignAt(square, root.lower);
+    if (root.lower == root.upper) return lowerSign == 0;
+    if (lowerSign * SignAt(square, root.upper) >= 0) return false;
+    Bisect(square, lowerSign, root, width);
+    return true;
+}
+
+bool KOBWBUnivariatePolynomialTools::RationalRoots(const KOBWBPolynomial& p, int atom,
+                                                   std::vector<KOBWBRational>& roots) {
+    Row row;
+    if (!FromPolynomial(p, atom, row) || row.empty()) return false;
+    const Row square = WithIntegerCoefficients(SquareFreePart(row));
+    std::vector<KOBWBRational> found;
+    if (Degree(square) > 0) {
+        // Two fractions whose denominators divide q are at least 1 / q^2 apart: below
+        // that width an interval holds at most one of them, the simplest fraction in it.
+        KOBWBRational q = Lead(square);
+        if (q.Sign() < 0) q = -q;
+        const KOBWBRational width = KOBWBRational(1) / (KOBWBRational(2) * q * q);
+        for (KOBWBRationalInterval& root : Isolate(row)) {
+            // The simplest fraction is tried on the way: a root of small denominator
+            // is met long before the interval is that narrow.
+            const int lowerSign = SignAt(square, root.lower);
+            bool narrow = false;
+            while (true) {
+                KOBWBRational candidate = Simplest(root.lower, root.upper);
+                if (SignAt(square, candidate) == 0) {
+                    found.push_back(std::move(candidate));
+                    break;
+                }
+                if (narrow) break;
+                narrow = Bisect(square, lowerSign, root, width, 8);
+            }
+        }
+    }
     roots = std::move(found);
     return true;
 }

@@ -12,15 +12,27 @@ enum KOBWBProperty { Constant = 0, Linear = 1 };
 extern KOBWBX_API const char* const KOBWBConstantProperty;
 extern KOBWBX_API const char* const KOBWBLinearProperty;
 
+// The bits of the mode of a run (SetMode), to be ORed together.
+enum KOBWBTransformationMode : unsigned {
+    // Compute "linear" as well as "constant".
+    KOBWBMarkLinear = 1,
+    // Every equation, and the elimination of variables through linear forms (sets
+    // KOBWBMarkLinear).
+    KOBWBEliminateLinear = 2,
+    // Simplify each equation (an equality that is exactly 0 is removed).
+    KOBWBSimplifyEquations = 4,
+    // Re-binarise every sum, product, min and max of three or more children.
+    KOBWBBinarizeOperators = 8,
+    // With KOBWBEliminateLinear: judge the constant inequalities, and record the
+    // verdict in the replay.
+    KOBWBJudgeInequalities = 16,
+};
+
 // Rewrites in place the equations of one factory: marks sub-expressions "constant"
 // and "linear", flattens sums and products, simplifies expressions, eliminates
 // variables through the linear equations, writes exact constants in canonical form
-// and re-binarises n-ary nodes, as the mode asks:
-//   1  compute "linear" as well as "constant";
-//   2  every equation, and the elimination of variables through linear forms (sets 1);
-//   4  simplify each equation (an equality that is exactly 0 is removed);
-//   8  re-binarise every sum, product, min and max of three or more children;
-//   16 with 2: judge the constant inequalities, and record the verdict in the replay.
+// and re-binarises n-ary nodes, as the mode (the bits of KOBWBTransformationMode)
+// asks.
 // Made by KOBCreateWBSymbolicTransformations, which picks the implementation the
 // factory's environment asks for; destroyed by Remove or KOBRemove.
 class KOBWBX_API KOBWBSymbolicTransformations : public KOBLVROperator {

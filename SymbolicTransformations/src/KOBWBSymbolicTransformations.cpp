@@ -57,7 +57,7 @@ void KOBWBSymbolicTransformations::SetProperty(KOBWBExpression* expression, KOBW
 
 void KOBWBSymbolicTransformations::SetProperties(KOBWBExpression* expression) {
     if (!expression) return;
-    const bool linearToo = (m_mode & 1) != 0;
+    const bool linearToo = (m_mode & KOBWBMarkLinear) != 0;
     kobwb::PostOrder(expression, [this, linearToo](KOBWBExpression* node) {
         const KOBWBExpressionType type = node->GetType();
         if (type == KOBWBVariableType || type == KOBWBConstantType) {

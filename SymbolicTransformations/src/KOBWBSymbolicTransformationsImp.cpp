@@ -53,49 +53,32 @@ int KOBWBSymbolicTransformationsImp::DoRun() {
         kobwb::TraceSystem(*trace, factory, expressions);
     };
     traceSystem();
-    if (GetMode() & 2) SetMode(GetMode() | 1);
+    if (GetMode() & KOBWBEliminateLinear) SetMode(GetMode() | KOBWBMarkLinear);
     const unsigned mode = GetMode();
     m_equationsToSimplify.QuickSort();
-    const bool all = (mode & 2) || m_equationsToSimplify.Size() == 0;
+    const bool all = (mode & KOBWBEliminateLinear) || m_equationsToSimplify.Size() == 0;
     {
         KOBWBPolynomialContext context(factory);
-        for (KOBWBEquation* equation = factory.GetLastEquation(); equation;) {
-            KOBWBEquation* previous = factory.GetPrevEquation(equation);
-            if (Covers(*equation, all)) {
-                equation->DuplicateRoot();
-                KOBWBExpression* root = equation->GetRoot();
-                // A root about to be simplified is marked in its simplified form.
-                if (!(mode & 4)) SetProperties(root);
-                if (mode & 6) {
-                    KOBLVRStream* trace = parameters.GetTraceStream(2);
-                    if (trace) *trace << "Before: " << kobwb::TraceExpression(root).c_str() << lvrendl;
-                    kobwb::FlattenAssociative(root);
-                    if (trace) *trace << "After : " << kobwb::TraceExpression(root).c_str() << lvrendl;
-                }
-                if (mode & 4) {
-                    if (KOBWBExpression* simplified = SimplifyExpression(context, *equation)) {
-                        SetProperties(simplified);
-                        equation->SetRoot(simplified);
-                    } else {
-                        factory.RemoveEquation(equation);
-                    }
-                }
-            }
-            equation = previous;
-        }
-        if (mode & 2) {
+        kobwb::EquationPass pass;
+        pass.mode = mode;
+        pass.duplicateRoots = true;
+        pass.flattenTraceLevel = 2;
+        kobwb::RunEquationPass(
+            factory, context, pass, parameters, [&](const KOBWBEquation& equation) { return Covers(equation, all); },
+            [this](KOBWBExpression* root) { SetProperties(root); });
+        if (mode & KOBWBEliminateLinear) {
             SubstituteLinearForms(context);
             traceSystem();
         }
         for (KOBWBEquation* equation = factory.GetLastEquation(); equation; equation = factory.GetPrevEquation(equation)) {
             if (!Covers(*equation, all)) continue;
             equation->SetRoot(kobwb::CanonicalizeConstants(factory, equation->GetRoot()));
-            if (mode & 8) kobwb::BinarizeOperators(factory, equation->GetRoot());
+            if (mode & KOBWBBinarizeOperators) kobwb::BinarizeOperators(factory, equation->GetRoot());
         }
     }
     m_equationsToSimplify.SetDimension(0);
     factory.UseTemporaryStorage(0);
-    if (mode & 2) WriteVariableExpressions();
+    if (mode & KOBWBEliminateLinear) WriteVariableExpressions();
     return 0;
 }
 
@@ -127,7 +110,7 @@ void KOBWBSymbolicTransformationsImp::SubstituteLinearForms(KOBWBPolynomialConte
             terms.push_back(std::move(entry));
         }
     }
-    if (GetMode() & 16) CheckInequalities();
+    if (GetMode() & KOBWBJudgeInequalities) CheckInequalities();
 }
 
 void KOBWBSymbolicTransformationsImp::WriteVariableExpressions() {
@@ -159,16 +142,11 @@ void KOBWBSymbolicTransformationsImp::CheckInequalities() {
 
 void KOBWBSymbolicTransformationsImp::WriteInput(KOBLVRStream& stream) const {
     KOBWBSymbolicTransformations::WriteInput(stream);
-    KOBWBEquations(GetFactory(), KOBWBEquations::Input, &m_equationsToSimplify).Write(stream);
-    stream.GetStorage().AddSection("#!MODE", "", KOBLVRString(static_cast<int>(GetMode())), KOBLVRStorage::Input, 1);
-    stream.WriteSections(KOBLVRStorage::Input);
+    kobwb::WriteReplayInput(stream, GetFactory(), GetMode(), &m_equationsToSimplify);
 }
 
 void KOBWBSymbolicTransformationsImp::WriteOutput(KOBLVRStream& stream) const {
     KOBWBSymbolicTransformations::WriteOutput(stream);
-    if (GetMode() & 16)
-        stream.GetStorage().AddSection("#!INCONSISTENCIES", "", m_inconsistent ? "FOUND" : "NOTFOUND",
-                                       KOBLVRStorage::Output, 2);
-    KOBWBEquations(GetFactory(), KOBWBEquations::Output).Write(stream);
-    stream.WriteSections(KOBLVRStorage::Output);
+    const char* verdict = m_inconsistent ? "FOUND" : "NOTFOUND";
+    kobwb::WriteReplayOutput(stream, GetFactory(), GetMode() & KOBWBJudgeInequalities ? verdict : nullptr);
 }

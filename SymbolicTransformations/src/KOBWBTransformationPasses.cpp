@@ -1,5 +1,11 @@
 #include "KOBWBTransformationPasses.h"
 
+#include "KOBWBSymbolicTransformations.h"
+
+#include "KOBWBEquations.h"
+
+#include "KOBLVRGlobalParameters.h"
+
 #include "KOBLVRStream.h"
 #include "KOBWBComparisons.h"
 #include "KOBWBConstant.h"
@@ -198,6 +204,40 @@ void TraceSystem(KOBLVRStream& stream, KOBWBFactory& factory, const std::vector<
     if (count <= 0 || count != factory.GetNbOfVariables()) return;
     for (int i = 0; i < count; ++i)
         stream << "Var[" << i << "] = " << TraceExpression(variableExpressions[static_cast<size_t>(i)]).c_str() << lvrendl;
+}
+
+void RunOnEquation(KOBWBFactory& factory, KOBWBPolynomialContext& context, const EquationPass& pass,
+                   const KOBLVRGlobalParameters& parameters, KOBWBEquation& equation,
+                   const std::function<void(KOBWBExpression*)>& mark) {
+    if (pass.duplicateRoots) equation.DuplicateRoot();
+    KOBWBExpression* root = equation.GetRoot();
+    if (pass.markBeforeSimplifying || !(pass.mode & KOBWBSimplifyEquations)) mark(root);
+    if (pass.mode & (KOBWBEliminateLinear | KOBWBSimplifyEquations)) {
+        KOBLVRStream* trace = parameters.GetTraceStream(pass.flattenTraceLevel);
+        if (trace) *trace << "Before: " << TraceExpression(root).c_str() << lvrendl;
+        FlattenAssociative(root);
+        if (trace) *trace << "After : " << TraceExpression(root).c_str() << lvrendl;
+    }
+    if (!(pass.mode & KOBWBSimplifyEquations)) return;
+    if (KOBWBExpression* simplified = SimplifyRoot(context, equation)) {
+        mark(simplified);
+        equation.SetRoot(simplified);
+    } else {
+        KOBWBEquation* removed = &equation;
+        factory.RemoveEquation(removed);
+    }
+}
+
+void WriteReplayInput(KOBLVRStream& stream, KOBWBFactory& factory, unsigned mode, const KOBLVRIntArray* equationsToSimplify) {
+    KOBWBEquations(factory, KOBWBEquations::Input, equationsToSimplify).Write(stream);
+    stream.GetStorage().AddSection("#!MODE", "", KOBLVRString(static_cast<int>(mode)), KOBLVRStorage::Input, 1);
+    stream.WriteSections(KOBLVRStorage::Input);
+}
+
+void WriteReplayOutput(KOBLVRStream& stream, KOBWBFactory& factory, const char* inconsistencies) {
+    if (inconsistencies) stream.GetStorage().AddSection("#!INCONSISTENCIES", "", inconsistencies, KOBLVRStorage::Output, 2);
+    KOBWBEquations(factory, KOBWBEquations::Output).Write(stream);
+    stream.WriteSections(KOBLVRStorage::Output);
 }
 
 } // namespace kobwb

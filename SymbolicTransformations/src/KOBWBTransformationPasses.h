@@ -1,16 +1,19 @@
 #ifndef KOBWBTransformationPasses_h
 #define KOBWBTransformationPasses_h
 
+#include "KOBWBEquation.h"
 #include "KOBWBExpression.h"
+#include "KOBWBFactory.h"
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <unordered_set>
 #include <vector>
 
+class KOBLVRGlobalParameters;
+class KOBLVRIntArray;
 class KOBWBEnvironment;
-class KOBWBEquation;
-class KOBWBFactory;
 class KOBWBPolynomialContext;
 class KOBLVRStream;
 
@@ -63,6 +66,37 @@ KOBWBExpression* CanonicalizeConstants(KOBWBFactory& factory, KOBWBExpression* r
 // be read; null when the equation is an equality whose root is exactly 0.
 KOBWBExpression* SimplifyRoot(KOBWBPolynomialContext& context, KOBWBEquation& equation);
 
+// How an implementation of the operator runs the pass over the equations.
+struct EquationPass {
+    // The mode of the run (bits of KOBWBTransformationMode).
+    unsigned mode = 0;
+    // Whether the pass works on a duplicate of each root rather than on the
+    // factory's own tree.
+    bool duplicateRoots = false;
+    // Whether a root is marked before it is simplified as well as after.
+    bool markBeforeSimplifying = false;
+    // The trace level of the lines before and after flattening.
+    int flattenTraceLevel = 1;
+};
+
+// The pass over the equations of the factory, last to first, that both
+// implementations run: each equation covered is flattened (with mode bit 2 or 4)
+// and simplified (bit 4), its roots marked by mark; an equality that simplifies to
+// exactly 0 is removed.
+template <class Covers, class Mark>
+void RunEquationPass(KOBWBFactory& factory, KOBWBPolynomialContext& context, const EquationPass& pass,
+                     const KOBLVRGlobalParameters& parameters, Covers covers, Mark mark);
+// The same on one equation, the marking given as a function.
+void RunOnEquation(KOBWBFactory& factory, KOBWBPolynomialContext& context, const EquationPass& pass,
+                   const KOBLVRGlobalParameters& parameters, KOBWBEquation& equation,
+                   const std::function<void(KOBWBExpression*)>& mark);
+
+// The replay sections of a run: the system in input form with the equations to
+// simplify (may be null) and the mode; in output form, after the verdict on the
+// inequalities when one is given ("FOUND" or "NOTFOUND").
+void WriteReplayInput(KOBLVRStream& stream, KOBWBFactory& factory, unsigned mode, const KOBLVRIntArray* equationsToSimplify);
+void WriteReplayOutput(KOBLVRStream& stream, KOBWBFactory& factory, const char* inconsistencies);
+
 // Whether a constant inequality's root can stand in its relation to 0: false when
 // the comparison of its value with 0 is not certainly true. Equalities, objectives
 // and roots that are not constant are not judged (true).
@@ -74,6 +108,16 @@ std::string TraceExpression(const KOBWBExpression* expression);
 // One line "Eq[i] = ..." per equation, then "Var[i] = ..." per variable expression
 // when the list has one entry per variable of the factory.
 void TraceSystem(KOBLVRStream& stream, KOBWBFactory& factory, const std::vector<KOBWBExpression*>& variableExpressions);
+
+template <class Covers, class Mark>
+void RunEquationPass(KOBWBFactory& factory, KOBWBPolynomialContext& context, const EquationPass& pass,
+                     const KOBLVRGlobalParameters& parameters, Covers covers, Mark mark) {
+    for (KOBWBEquation* equation = factory.GetLastEquation(); equation;) {
+        KOBWBEquation* previous = factory.GetPrevEquation(equation);
+        if (covers(*equation)) RunOnEquation(factory, context, pass, parameters, *equation, mark);
+        equation = previous;
+    }
+}
 
 } // namespace kobwb
 

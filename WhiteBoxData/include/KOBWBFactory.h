@@ -212,6 +212,9 @@ public:
     KOBWBExpression* DeclareBlackBox(KOBWBBlackBox* blackBox, int n, KOBWBExpression** arguments,
                                      unsigned char giveOwnership);
     KOBWBBlackBox* GetBlackBoxByName(const KOBLVRString& name);
+    // The order of the black box's first declaration among the factory's
+    // declarations (0 for the first); -1 for a black box never declared here.
+    int GetBlackBoxIndex(const KOBWBBlackBox* blackBox) const;
     // The derivative black box of blackBox by variable, if one was made; null else.
     KOBWBDerivBlackBox* GetDerivBlackBox(KOBWBBlackBox* blackBox, KOBWBVariable* variable);
 

@@ -2,6 +2,7 @@
 
 #include "KOBWBVariable.h"
 
+#include <algorithm>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -17,8 +18,10 @@ struct Shape {
     bool constant = false;
     bool free = false;
     bool linear = false;
-    bool quadratic = false;
     bool polynomial = false;
+    // The degree in all variables together: 0 for a constant, 1 for a linear
+    // expression, 2 for a quadratic one, 3 for anything of a higher or no degree.
+    int degree = 3;
 };
 
 bool IsFunction(KOBWBExpressionType type) {
@@ -38,23 +41,25 @@ Shape ShapeOf(const KOBWBExpression& node, const std::vector<Shape>& children, c
     Shape shape;
     shape.present = true;
     const KOBWBExpressionType type = node.GetType();
-    bool allPresent = true, allConstant = true, allFree = true, allLinear = true, allQuadratic = true,
-         allPolynomial = true;
+    bool allPresent = true, allConstant = true, allFree = true, allLinear = true, allPolynomial = true;
+    int highest = 0;
     for (const Shape& child : children) {
         allPresent = allPresent && child.present;
         allConstant = allConstant && child.constant;
         allFree = allFree && (child.free || !child.present);
         allLinear = allLinear && child.linear;
-        allQuadratic = allQuadratic && child.quadratic;
+        highest = std::max(highest, child.degree);
         allPolynomial = allPolynomial && child.polynomial;
     }
     if (type == KOBWBVariableType) {
         shape.free = &node != x;
-        shape.linear = shape.quadratic = shape.polynomial = true;
+        shape.linear = shape.polynomial = true;
+        shape.degree = 1;
         return shape;
     }
     if (type == KOBWBConstantType) {
-        shape.constant = shape.free = shape.linear = shape.quadratic = shape.polynomial = true;
+        shape.constant = shape.free = shape.linear = shape.polynomial = true;
+        shape.degree = 0;
         return shape;
     }
     shape.constant = allPresent && allConstant;
@@ -63,29 +68,32 @@ Shape ShapeOf(const KOBWBExpression& node, const std::vector<Shape>& children, c
     switch (type) {
     case KOBWBSumType:
         shape.linear = allLinear;
-        shape.quadratic = allQuadratic;
+        shape.degree = highest;
         break;
     case KOBWBProductType: {
         int nonConstant = 0, degree = 0;
         for (const Shape& child : children) {
             nonConstant += child.constant ? 0 : 1;
-            degree += !child.linear ? 2 : (child.constant ? 0 : 1);
+            degree = std::min(3, degree + child.degree);
         }
         shape.linear = allLinear && nonConstant <= 1;
-        shape.quadratic = allQuadratic && degree <= 2;
+        shape.degree = degree;
         break;
     }
     case KOBWBQuotientType:
         shape.linear = count == 2 && children[0].linear && children[1].constant;
-        shape.quadratic = count == 2 && children[0].quadratic && children[1].constant;
+        if (count == 2 && children[1].constant) shape.degree = children[0].degree;
         break;
     case KOBWBPowerType:
+        // A power counts with a linear base and an exponent 0, 1 or 2; a constant
+        // power is a constant whatever its form.
         shape.linear = shape.constant;
-        shape.quadratic = count == 2 && children[0].linear && children[1].present &&
-                          IsSmallIntegerExponent(*node.GetChild(1));
+        if (count == 2 && children[0].linear && children[1].present && IsSmallIntegerExponent(*node.GetChild(1)))
+            shape.degree = (children[0].constant ? 0 : 1) * node.GetChild(1)->GetExprValue().GetAsInteger();
         break;
-    default: shape.linear = shape.quadratic = shape.constant; break;
+    default: shape.linear = shape.constant; break;
     }
+    if (shape.constant) shape.degree = 0;
     if (shape.free) {
         shape.polynomial = true;
     } else if (type == KOBWBQuotientType && count == 2) {
@@ -133,7 +141,7 @@ Shape Classify(const KOBWBExpression* root, const KOBWBVariable* x) {
 
 unsigned char KOBWBExpression::IsLinear() const { return Classify(this, nullptr).linear ? 1 : 0; }
 
-unsigned char KOBWBExpression::IsQuadratic() const { return Classify(this, nullptr).quadratic ? 1 : 0; }
+unsigned char KOBWBExpression::IsQuadratic() const { return Classify(this, nullptr).degree <= 2 ? 1 : 0; }
 
 unsigned char KOBWBExpression::IsPolynomial(KOBWBVariable* x) const { return Classify(this, x).polynomial ? 1 : 0; }
 

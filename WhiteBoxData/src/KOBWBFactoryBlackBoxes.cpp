@@ -24,6 +24,12 @@ KOBWBBlackBox* KOBWBFactory::GetBlackBoxByName(const KOBLVRString& name) {
     return nullptr;
 }
 
+int KOBWBFactory::GetBlackBoxIndex(const KOBWBBlackBox* blackBox) const {
+    for (int i = 0; blackBox && i < m_blackBoxes.Size(); ++i)
+        if (m_blackBoxes[i] == blackBox) return i;
+    return -1;
+}
+
 KOBWBDerivBlackBox* KOBWBFactory::GetDerivBlackBox(KOBWBBlackBox* blackBox, KOBWBVariable* variable) {
     for (int i = 0; i < m_blackBoxes.Size(); ++i) {
         KOBWBBlackBox* candidate = m_blackBoxes[i];

@@ -50,6 +50,14 @@ TEST(KOBWBClassification, LinearAndQuadraticReadTheTreeAsBuilt) {
     EXPECT_FALSE(s.factory.CreateSin(s.x)->IsQuadratic());
     EXPECT_TRUE(s.factory.CreateSin(s.I(2))->IsQuadratic());
     EXPECT_TRUE(s.Div(s.Mul(s.x, s.y), s.I(4))->IsQuadratic());
+    // Constant powers are constants, and x^1 counts as degree 1.
+    EXPECT_TRUE(s.Add(s.x, s.Pow(s.I(2), s.I(3)))->IsQuadratic());
+    EXPECT_TRUE(s.Pow(s.factory.CreateConstantPi(), s.Div(s.I(1), s.I(2)))->IsQuadratic());
+    EXPECT_TRUE(s.Mul(s.y, s.Pow(s.x, s.I(1)))->IsQuadratic());
+    EXPECT_TRUE(s.Mul(s.Pow(s.y, s.I(1)), s.Pow(s.x, s.I(1)))->IsQuadratic());
+    EXPECT_FALSE(s.Mul(s.y, s.Pow(s.x, s.I(2)))->IsQuadratic());
+    EXPECT_FALSE(s.Pow(s.Pow(s.x, s.I(1)), s.I(2))->IsQuadratic());
+    EXPECT_FALSE(s.Div(s.x, s.y)->IsQuadratic());
 }
 
 TEST(KOBWBClassification, PolynomialAndRationalInOneVariable) {

@@ -103,6 +103,11 @@ TEST(Integration, LogarithmicIntegralsDifferentiateBackAtSamplePoints) {
         f.CreateQuotient(Poly({1}), Poly({-1, 0, 1})),
         f.CreateQuotient(Poly({5, -1, 2, 0, 1}), f.CreateProduct(f.CreatePower(Poly({1, 0, 1}), 2), Poly({-1, 1}))),
         f.CreateQuotient(f.CreateProduct(s.y, Poly({0, 0, 1})), f.CreatePower(Poly({2, 1, 1}), 3)),
+        // Several irreducible quadratic factors, with complex and with real roots.
+        f.CreateQuotient(Poly({1}), f.CreateProduct(Poly({1, 0, 1}), Poly({2, 0, 1}))),
+        f.CreateQuotient(Poly({0, 1}), f.CreateProduct(Poly({1, 0, 1}), Poly({-2, 0, 1}))),
+        f.CreateQuotient(Poly({1, 0, 0, 1}), f.CreateProduct(f.CreateProduct(Poly({1, 1, 1}), Poly({3, 0, 1})), Poly({-2, 0, 1}))),
+        f.CreateQuotient(Poly({1, 2}), f.CreateProduct(f.CreatePower(Poly({1, 0, 1}), 2), Poly({7, 3, 2}))),
     };
     for (size_t i = 0; i < integrands.size(); ++i) {
         unsigned char integrable = 0;
@@ -127,6 +132,8 @@ TEST(Integration, ReportsWhatItCannotIntegrate) {
         f.CreateProduct(x, f.CreateExp(x)),
         f.CreateProduct(f.CreateSin(x), f.CreateCos(x)),
         f.CreateQuotient(s.I(1), cubic),
+        // x^4 + 1 splits into quadratics only over the reals, with coefficients sqrt(2).
+        f.CreateQuotient(s.I(1), f.CreateSum(f.CreatePower(x, 4), s.I(1))),
         f.CreateSum(x, f.CreateSqrt(f.CreateSum(f.CreatePower(x, 2), s.I(1)))),
         f.CreatePower(x, s.y),
         f.CreateQuotient(s.I(1), f.CreateSum(f.CreateProduct(s.y, f.CreatePower(x, 2)), s.I(1))),

@@ -197,15 +197,26 @@ TEST(KOBWBSimplify, ExpansionStaysWithinItsBudget) {
     KOBWBPolynomial expanded;
     ASSERT_TRUE(context.ToPolynomial(f.CreatePower(sum, 20), expanded));
     EXPECT_EQ(expanded.GetNbOfTerms(), 1771);
+    EXPECT_FALSE(context.ExceededBudget());
     KOBWBExpression* sixtieth = f.CreatePower(sum, 60);
     ASSERT_TRUE(context.ToPolynomial(sixtieth, expanded));
     EXPECT_EQ(expanded.GetNbOfTerms(), 1);
+    // The caller is told that the power stayed an atom, and the next reading starts afresh.
+    EXPECT_TRUE(context.ExceededBudget());
+    ASSERT_TRUE(context.ToPolynomial(sum, expanded));
+    EXPECT_FALSE(context.ExceededBudget());
+    bool complete = true;
+    EXPECT_NE(KOBWBPolynomialTools::Simplify(f.CreateProduct(sixtieth, s.I(2)), complete), nullptr);
+    EXPECT_FALSE(complete);
+    EXPECT_NE(KOBWBPolynomialTools::Simplify(sum, complete), nullptr);
+    EXPECT_TRUE(complete);
     // A product of many sums, under a smaller budget.
     context.SetMaxTerms(500);
     std::vector<KOBWBExpression*> sums;
     for (int i = 0; i < 120; ++i) sums.push_back(f.CreateSum(s.v[static_cast<size_t>(i % 3)], s.I(i + 1)));
     ASSERT_TRUE(context.ToPolynomial(f.CreateProduct(120, sums.data()), expanded));
     EXPECT_EQ(expanded.GetNbOfTerms(), 1);
+    EXPECT_TRUE(context.ExceededBudget());
     context.SetMaxTerms(10000);
     // The atom keeps its meaning.
     s.Set({0.01, -0.02, 0.005});

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <random>
 #include <vector>
 
@@ -317,6 +318,67 @@ TEST(UnivariatePolynomialTools, RationalRootsAreFoundExactly) {
     }
     std::vector<KOBWBRational> found;
     EXPECT_FALSE(Tools::RationalRoots(KOBWBPolynomial(), x, found));
+}
+
+// Rational roots of any magnitude and denominator, roots closer than doubles can
+// separate, and roots past the largest double.
+TEST(UnivariatePolynomialTools, RootsAtEveryMagnitudeAndSpacing) {
+    std::mt19937_64 random(5);
+    for (int trial = 0; trial < 100; ++trial) {
+        // a x + b with a of 7 digits and b of 12: the root's denominator is about a.
+        const long long a = 1000000 + static_cast<long long>(random() % 9000000);
+        const long long b = (trial % 2 ? -1 : 1) * (100000000000LL + static_cast<long long>(random() % 900000000000LL));
+        const KOBWBRational root = KOBWBRational(-b) / KOBWBRational(a);
+        // Times an irrational pair, so that the rational root is not the only one.
+        const KOBWBPolynomial p = Poly({KOBWBRational(b), KOBWBRational(a)}) * Poly({-2, 0, 1});
+        std::vector<KOBWBRational> found;
+        ASSERT_TRUE(Tools::RationalRoots(p, x, found));
+        ASSERT_EQ(found.size(), 1u) << a << " x + " << b;
+        EXPECT_EQ(found[0], root) << a << " x + " << b;
+    }
+    std::vector<KOBWBRational> found;
+    ASSERT_TRUE(Tools::RationalRoots(Poly({KOBWBRational(621393040766LL), KOBWBRational(4962536)}), x, found));
+    ASSERT_EQ(found.size(), 1u);
+    EXPECT_EQ(found[0], KOBWBRational(-310696520383LL) / KOBWBRational(2481268));
+
+    // (3x - 1)(3 2^60 x - (2^60 + 1)): two roots 1/(3 2^60) apart.
+    const KOBWBRational big = KOBWBRational(2).Power(60);
+    const KOBWBRational close = (big + KOBWBRational(1)) / (KOBWBRational(3) * big);
+    const KOBWBPolynomial pair = Linear(KOBWBRational(1, 3)) * Linear(close);
+    std::vector<KOBWBRationalInterval> exact;
+    ASSERT_TRUE(Tools::IsolateRealRoots(pair, x, exact));
+    ASSERT_EQ(exact.size(), 2u);
+    EXPECT_TRUE(exact[0].upper < exact[1].lower || (exact[0].upper == exact[1].lower && exact[0].upper != close));
+    EXPECT_FALSE(KOBWBRational(1, 3) < exact[0].lower || exact[0].upper < KOBWBRational(1, 3));
+    EXPECT_FALSE(close < exact[1].lower || exact[1].upper < close);
+    for (KOBWBRationalInterval& interval : exact) {
+        const KOBWBRational before = interval.upper - interval.lower;
+        ASSERT_TRUE(Tools::RefineRoot(pair, x, interval, KOBWBRational(1) / big / big));
+        EXPECT_FALSE(KOBWBRational(1) / big / big < interval.upper - interval.lower);
+        EXPECT_FALSE(before < interval.upper - interval.lower);
+    }
+    ASSERT_TRUE(Tools::RationalRoots(pair, x, found));
+    EXPECT_EQ(found, (std::vector<KOBWBRational>{KOBWBRational(1, 3), close}));
+    // A huge exponent is refused, not allocated.
+    std::vector<KOBWBRealInterval> none;
+    EXPECT_FALSE(Tools::IsolateRealRoots(KOBWBPolynomial::Atom(x, 2000000000) + Poly({-1}), x, none));
+    EXPECT_FALSE(Tools::RationalRoots(KOBWBPolynomial::Atom(x, Tools::maxDegree + 1), x, found));
+    KOBWBRationalInterval notIsolating{KOBWBRational(0), KOBWBRational(1)};
+    EXPECT_FALSE(Tools::RefineRoot(pair, x, notIsolating, KOBWBRational(1, 8)));
+    EXPECT_FALSE(Tools::RefineRoot(pair, x, exact[0], KOBWBRational(0)));
+
+    // Roots of +-2^1100: doubles bound them by the largest double and infinity.
+    const KOBWBRational huge = KOBWBRational(2).Power(1100);
+    const KOBWBPolynomial far = Linear(huge) * Linear(-huge);
+    std::vector<KOBWBRealInterval> rounded;
+    ASSERT_TRUE(Tools::IsolateRealRoots(far, x, rounded));
+    ASSERT_EQ(rounded.size(), 2u);
+    EXPECT_EQ(rounded[0].lower, -HUGE_VAL);
+    EXPECT_EQ(rounded[0].upper, -std::numeric_limits<double>::max());
+    EXPECT_EQ(rounded[1].lower, std::numeric_limits<double>::max());
+    EXPECT_EQ(rounded[1].upper, HUGE_VAL);
+    ASSERT_TRUE(Tools::RationalRoots(far, x, found));
+    EXPECT_EQ(found, (std::vector<KOBWBRational>{-huge, huge}));
 }
 
 // The exact sum of the partial fractions, over the common denominator.

@@ -1,0 +1,74 @@
+#ifndef KOBWBMultivariatePolynomialTools_h
+#define KOBWBMultivariatePolynomialTools_h
+
+#include "KOBWBPolynomial.h"
+
+#include <utility>
+#include <vector>
+
+class KOBWBExpression;
+class KOBWBPolynomialContext;
+class KOBWBVariable;
+
+// Exact algebra of polynomials in several atoms of a KOBWBPolynomialContext, every
+// atom taken as an independent variable, with exact rational coefficients: exact
+// division, the resultant in one atom (to eliminate it from two equations) and the
+// greatest common divisor.
+//
+// A polynomial qualifies when its coefficients are exact and its exponents are not
+// negative (Pi counts as an atom like any other); every function answers false, its
+// outputs untouched, for one that does not, as it does when a result would pass
+// maxTerms terms on the way (the work grows fast with the degrees and the atoms).
+// One factor of a factorisation and its multiplicity.
+struct KOBWBPolynomialFactor {
+    KOBWBPolynomial factor;
+    int multiplicity = 1;
+};
+
+class KOBWBX_API KOBWBMultivariatePolynomialTools {
+public:
+    static constexpr int maxTerms = 100000;
+
+    // Whether the polynomial qualifies.
+    static bool IsExact(const KOBWBPolynomial& polynomial);
+
+    // quotient = a / b when b divides a exactly; false when b is zero or does not
+    // divide a.
+    static bool DivideExactly(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomial& quotient);
+
+    // The resultant of a and b in atom, a polynomial in the other atoms: it vanishes
+    // where a and b, as polynomials in atom, have a common root (or both leading
+    // coefficients vanish). Computed by the subresultant remainder sequence, so that
+    // every division is exact. 0 when a or b is zero; c^deg b when a is a constant c
+    // in atom (and c^deg a when b is).
+    static bool Resultant(const KOBWBPolynomial& a, const KOBWBPolynomial& b, int atom, KOBWBPolynomial& resultant);
+
+    // The greatest common divisor, normalised so that its leading term (the atoms of
+    // larger number first) has coefficient 1; 0 when both are zero. Computed by
+    // primitive remainder sequences in the atom of largest number, the contents'
+    // gcd found the same way over the other atoms: meant for the small polynomials
+    // of equations (their remainders grow fast with the degrees and the atoms).
+    static bool Gcd(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomial& gcd);
+
+    // p = constant x f1^m1 x ... x fk^mk: the contents in each atom split off
+    // (factors free of the atom), each primitive part split into its square-free
+    // factors by multiplicity, and the square-free factors in one atom split further
+    // into their rational linear factors and the rational quadratic factors their
+    // complex roots reveal. Every factor has the coefficient 1 on its leading term;
+    // a factor in several atoms that is a product of others in several atoms (such as
+    // x^2 - y^2) stays whole. Empty factors for a constant p.
+    static bool Factor(const KOBWBPolynomial& p, KOBWBRational& constant, std::vector<KOBWBPolynomialFactor>& factors);
+
+    // The same on expressions of the context's factory, read and written by the
+    // context (canonical form); null for null or foreign arguments, expressions that
+    // do not qualify, or past the limits above.
+    static KOBWBExpression* Resultant(KOBWBPolynomialContext& context, KOBWBExpression* a, KOBWBExpression* b,
+                                      KOBWBVariable* variable);
+    static KOBWBExpression* Gcd(KOBWBPolynomialContext& context, KOBWBExpression* a, KOBWBExpression* b);
+    // The factors as expressions with their multiplicities, and the constant; false
+    // (outputs untouched) as above.
+    static bool Factor(KOBWBPolynomialContext& context, KOBWBExpression* expression, KOBWBExpression*& constant,
+                       std::vector<std::pair<KOBWBExpression*, int>>& factors);
+};
+
+#endif
