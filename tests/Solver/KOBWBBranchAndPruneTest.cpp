@@ -1,3 +1,4 @@
+#include "AllSolutionsWorkloads.h"
 #include "KOBWBBranchAndPrune.h"
 #include "KOBWBEquation.h"
 #include "KOBWBFactory.h"
@@ -83,20 +84,11 @@ TEST(KOBWBBranchAndPrune, CirclesAndLines) {
     }
 }
 
-// Products of univariate factors mixed by an invertible linear change of variables:
-// (u-1)(u-2)(u-3)(u-4) = 0 and the same in v, with u = x + y and v = x - 2y, have
-// 16 solutions.
+// Products of univariate factors mixed by an invertible linear change of variables
+// have 16 solutions, each found in a few boxes.
 TEST(KOBWBBranchAndPrune, SixteenSolutionsOfMixedProducts) {
     KOBWBFactory f;
-    KOBWBVariable* x = Bounded(f, -10, 10);
-    KOBWBVariable* y = Bounded(f, -10, 10);
-    KOBWBExpression* u = f.CreateSum(x, y);
-    KOBWBExpression* v = f.CreateSub(x, f.CreateProduct(Real(f, 2), y));
-    for (KOBWBExpression* w : {u, v}) {
-        std::vector<KOBWBExpression*> factors;
-        for (int k = 1; k <= 4; ++k) factors.push_back(f.CreateSub(w, Real(f, k)));
-        f.AddEquation(f.CreateProduct(4, factors.data()), KOBWBEqEqual, Real(f, 0));
-    }
+    bench::BuildMixedProducts(f);
     std::vector<std::vector<double>> known;
     for (int a = 1; a <= 4; ++a)
         for (int b = 1; b <= 4; ++b) known.push_back({(2.0 * a + b) / 3.0, (a - b) / 3.0});
@@ -129,16 +121,7 @@ TEST(KOBWBBranchAndPrune, FourBarLinkageHasTwoAssemblyModes) {
 TEST(KOBWBBranchAndPrune, BroydenBandedSystem) {
     for (int n : {5, 10}) {
         KOBWBFactory f;
-        std::vector<KOBWBVariable*> x;
-        for (int i = 0; i < n; ++i) x.push_back(Bounded(f, -1, 1));
-        for (int i = 0; i < n; ++i) {
-            std::vector<KOBWBExpression*> terms{
-                f.CreateProduct(x[i], f.CreateSum(Real(f, 2), f.CreateProduct(Real(f, 5), f.CreatePower(x[i], 2)))),
-                Real(f, 1)};
-            for (int j = std::max(0, i - 5); j <= std::min(n - 1, i + 1); ++j)
-                if (j != i) terms.push_back(f.CreateOpposite(f.CreateProduct(x[j], f.CreateSum(Real(f, 1), x[j]))));
-            f.AddEquation(f.CreateSum(static_cast<int>(terms.size()), terms.data()), KOBWBEqEqual, Real(f, 0));
-        }
+        bench::BuildBroydenBanded(f, n);
         KOBWBBranchAndPrune search(f);
         ASSERT_EQ(search.Run(), KOBWBSearchComplete) << n;
         EXPECT_EQ(search.GetSolutions().size(), 1u) << n;
