@@ -126,6 +126,9 @@ public:
 private:
     struct System;
 
+    // What is read of the factory, read again when its system or the variables' own
+    // Fix flags changed.
+    System& CurrentSystem();
     KOBWBSolverStatus Newton();
     void NameConflicts(const std::vector<double>& values, const std::vector<double>& scale);
 

@@ -72,6 +72,11 @@ void KOBWBSolver::Fix(KOBWBVariable* variable, bool fixed) {
     m_system.reset();
 }
 
+KOBWBSolver::System& KOBWBSolver::CurrentSystem() {
+    if (!m_system || !m_system->IsCurrent()) m_system = std::make_unique<System>(m_factory, m_fixed);
+    return *m_system;
+}
+
 void KOBWBSolver::SetTolerance(double tolerance) {
     if (std::isnan(tolerance)) return;
     m_tolerance = std::max(tolerance, KOBWBAbsPrecision);
@@ -110,9 +115,7 @@ KOBWBSolverStatus KOBWBSolver::Solve() {
 }
 
 KOBWBSolverStatus KOBWBSolver::Newton() {
-    if (!m_system || m_system->version != m_factory.GetSystemVersion())
-        m_system = std::make_unique<System>(m_factory, m_fixed);
-    System& s = *m_system;
+    System& s = CurrentSystem();
     m_unknownCount = static_cast<int>(s.unknowns.size());
     if (s.equalities.empty()) return KOBWBSolverNoEquations;
     if (!s.complete) return KOBWBSolverNoDerivative;

@@ -16,9 +16,7 @@ void KOBWBSolver::Diagnose() {
     m_free.clear();
     m_redundant.clear();
     m_overDetermined.clear();
-    if (!m_system || m_system->version != m_factory.GetSystemVersion())
-        m_system = std::make_unique<System>(m_factory, m_fixed);
-    const System& s = *m_system;
+    const System& s = CurrentSystem();
     const int m = s.EqualityCount();
     const int n = static_cast<int>(s.unknowns.size());
     m_unknownCount = n;

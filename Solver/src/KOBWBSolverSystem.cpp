@@ -20,8 +20,17 @@ bool SolverSystem::Holds(KOBWBEquationType type, double value, double tolerance)
     }
 }
 
+bool SolverSystem::IsCurrent() const {
+    if (factory.GetSystemVersion() != version || factory.GetNbOfVariables() != static_cast<int>(variableFixed.size()))
+        return false;
+    for (int i = 0; i < factory.GetNbOfVariables(); ++i)
+        if ((factory.GetVariable(i)->IsFixed() != 0) != variableFixed[static_cast<std::size_t>(i)]) return false;
+    return true;
+}
+
 SolverSystem::SolverSystem(KOBWBFactory& f, const std::vector<KOBWBVariable*>& fixed)
     : factory(f), version(f.GetSystemVersion()) {
+    for (int i = 0; i < f.GetNbOfVariables(); ++i) variableFixed.push_back(f.GetVariable(i)->IsFixed() != 0);
     std::vector<KOBWBExpression*> equalityRoots;
     std::vector<KOBWBExpression*> inequalityRoots;
     for (KOBWBEquation* equation = f.GetFirstEquation(); equation; equation = f.GetNextEquation(equation)) {

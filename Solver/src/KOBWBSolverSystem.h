@@ -29,11 +29,15 @@ struct SolverSystem {
     // Reads the factory; unknowns exclude the variables fixed there or in fixed.
     SolverSystem(KOBWBFactory& factory, const std::vector<KOBWBVariable*>& fixed);
 
+    // Whether the factory's system and its variables' Fix flags are as they were read.
+    bool IsCurrent() const;
     // Whether an inequality of that type holds for a root of that value.
     static bool Holds(KOBWBEquationType type, double value, double tolerance);
 
     KOBWBFactory& factory;
     unsigned long long version;
+    // The variables' own Fix flags when read, by index.
+    std::vector<bool> variableFixed;
     std::vector<KOBWBEquation*> equalities;
     std::vector<KOBWBEquation*> inequalities;
     std::vector<KOBWBVariable*> unknowns;

@@ -68,6 +68,13 @@ TEST(KOBWBSolver, SquareAndUnderDeterminedSystems) {
     EXPECT_EQ(solver.GetNbOfUnknowns(), 1);
     EXPECT_EQ(solver.GetStructuralDof(), 0);
     EXPECT_EQ(solver.GetNumericDof(), 0);
+    // The variable's own flag counts as well, set or released after the first solve.
+    solver.Fix(x, false);
+    y->Fix(1);
+    x->SetExprValue(KOBWBValue(0.0));
+    ASSERT_EQ(solver.Solve(), KOBWBSolverSolved);
+    EXPECT_NEAR(ValueOf(x), 10.0, 1e-12);
+    EXPECT_EQ(ValueOf(y), -8.0);
 }
 
 // A step that would break an inequality that holds is shortened; a bounded variable
