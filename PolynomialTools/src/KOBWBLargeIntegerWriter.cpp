@@ -32,7 +32,11 @@ bool FitsInt(const KOBWBRational& value, long long& small) {
 bool PerfectPower(const KOBWBRational& value, long long& base, long long& exponent) {
     const double approximate = value.ToDouble();
     for (long long e = 62; e >= 2; --e) {
-        const long long guess = std::llround(std::pow(approximate, 1.0 / static_cast<double>(e)));
+        // Bases past the integer constants' range are not looked for (nor rounded
+        // into a long long, which they may not fit).
+        const double root = std::pow(approximate, 1.0 / static_cast<double>(e));
+        if (!(root < static_cast<double>(INT_MAX) + 2)) continue;
+        const long long guess = std::llround(root);
         for (long long b = guess - 1; b <= guess + 1; ++b)
             if (b >= 2 && b <= INT_MAX && KOBWBRational(b).Power(e) == value) {
                 base = b;
