@@ -20,6 +20,14 @@ struct Jacobian {
     std::vector<KOBWBExpression*> entries;
 };
 
+// Checking starts from clear error bits and empty buffers, so that every value
+// computed raises its bits again.
+void StartCheck(KOBWBFactory& factory, bool check) {
+    if (!check) return;
+    factory.GetEnvironment().ClearError();
+    factory.ResetBuffer();
+}
+
 void CheckErrors(KOBWBFactory& factory, bool check) {
     const unsigned bits = factory.GetEnvironment().GetError();
     if (check && bits)
@@ -29,7 +37,7 @@ void CheckErrors(KOBWBFactory& factory, bool check) {
 
 // Evaluates the nodes in one plan and gives their values in order.
 py::list EvaluateNodes(KOBWBFactory& factory, const std::vector<KOBWBExpression*>& nodes, bool check) {
-    if (check) factory.GetEnvironment().ClearError();
+    StartCheck(factory, check);
     factory.EvaluateExpressions(static_cast<int>(nodes.size()), nodes.data());
     CheckErrors(factory, check);
     py::list values(nodes.size());
@@ -51,7 +59,7 @@ py::list Evaluate(const FactoryRef& self, const py::iterable& expressions, bool 
 
 py::list Residuals(const FactoryRef& self, bool check) {
     KOBWBFactory& factory = self.owner->Factory();
-    if (check) factory.GetEnvironment().ClearError();
+    StartCheck(factory, check);
     py::list values;
     for (KOBWBEquation* e = factory.GetFirstEquation(); e; e = factory.GetNextEquation(e))
         values.append(e->GetRoot() ? FromValue(e->GetRoot()->GetValue()) : py::none());
@@ -67,10 +75,7 @@ Jacobian MakeJacobian(const FactoryRef& self, const py::object& equations, const
             jacobian.equationIds.push_back(e->GetId());
     } else {
         for (const py::handle& e : equations) {
-            if (!py::isinstance<EquationRef>(e)) throw py::type_error("equations must be Equations");
-            const EquationRef& ref = e.cast<const EquationRef&>();
-            if (ref.owner != self.owner) throw py::value_error("an equation belongs to another factory");
-            jacobian.equationIds.push_back(ref.Get()->GetId());
+            jacobian.equationIds.push_back(ToEquation(self.owner, e, "an equation")->GetId());
         }
     }
     if (variables.is_none()) {

@@ -149,7 +149,9 @@ py::object Derivative(const Node& node, const py::args& variables) {
 
 py::object Evaluate(const Node& node) {
     KOBWBFactory& factory = node.Factory();
+    // Values kept in buffers would not raise their error bits again.
     factory.GetEnvironment().ClearError();
+    factory.ResetBuffer();
     py::object value = FromValue(node.Get()->GetValue());
     if (const unsigned bits = factory.GetEnvironment().GetError())
         throw EvaluationFailure("evaluating " + KOBWBEquationPrinter::ToText(node.expression) + " set error bits " +

@@ -26,7 +26,7 @@ py::object Variable(const FactoryRef& self, const py::object& name, const py::ob
     KOBWBFactory& factory = self.owner->Factory();
     KOBWBVariable* variable = nullptr;
     if (!name.is_none()) {
-        const std::string text = name.cast<std::string>();
+        const std::string text = ToText(name, "the name");
         if (text.empty() || text.find('\0') != std::string::npos)
             throw py::value_error("a variable name is a non-empty text without NUL");
         variable = factory.GetVariable(KOBLVRString(text.c_str()));
@@ -62,14 +62,14 @@ EquationRef Add(const FactoryRef& self, const py::object& what, const py::object
         equation = factory.AddEquation(left, r.type, right);
     } else if (py::isinstance<Node>(what)) {
         const KOBWBEquationType type =
-            relation.is_none() ? KOBWBEqUndefined : RelationFromText(relation.cast<std::string>());
+            relation.is_none() ? KOBWBEqUndefined : RelationFromText(ToText(relation, "the relation"));
         equation = factory.AddEquation(ToExpression(self.owner, what, "the root"), type);
     } else {
         throw py::type_error("add() takes a Relation (x + y == 3) or an Expression, not " +
                              py::str(py::type::of(what)).cast<std::string>());
     }
     if (!equation) throw std::runtime_error("the factory made no equation");
-    if (!name.is_none()) equation->SetName(KOBLVRString(name.cast<std::string>().c_str()));
+    if (!name.is_none()) equation->SetName(KOBLVRString(ToText(name, "the name").c_str()));
     return EquationRef{self.owner, equation->GetId()};
 }
 

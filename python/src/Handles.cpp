@@ -133,6 +133,22 @@ KOBWBVariable* ToVariable(const Owner& owner, const py::handle& object, const ch
     return variable.Variable();
 }
 
+std::string ToText(const py::handle& object, const char* argument) {
+    if (!py::isinstance<py::str>(object))
+        throw py::type_error(std::string(argument) + " must be a str, not " +
+                             py::str(py::type::of(object)).cast<std::string>());
+    return object.cast<std::string>();
+}
+
+KOBWBEquation* ToEquation(const Owner& owner, const py::handle& object, const char* argument) {
+    if (!py::isinstance<EquationRef>(object))
+        throw py::type_error(std::string(argument) + " must be an Equation, not " +
+                             py::str(py::type::of(object)).cast<std::string>());
+    const EquationRef& equation = object.cast<const EquationRef&>();
+    if (equation.owner != owner) throw py::value_error("the equation belongs to another factory");
+    return equation.Get();
+}
+
 Owner OwnerOf(std::initializer_list<py::handle> objects) {
     for (const py::handle& object : objects)
         if (py::isinstance<Node>(object)) return object.cast<const Node&>().owner;

@@ -105,6 +105,10 @@ KOBWBExpression* ToOperand(const Owner& owner, const py::handle& object);
 KOBWBExpression* ToExpression(const Owner& owner, const py::handle& object, const char* argument);
 // The variable of a Python object of the owner's factory; TypeError or ValueError else.
 KOBWBVariable* ToVariable(const Owner& owner, const py::handle& object, const char* argument);
+// The text of a Python str; a TypeError naming the argument for other objects.
+std::string ToText(const py::handle& object, const char* argument);
+// The equation of a Python Equation of the owner's factory; TypeError or ValueError else.
+KOBWBEquation* ToEquation(const Owner& owner, const py::handle& object, const char* argument);
 // The factory of the first Expression among the objects; a TypeError when none is.
 Owner OwnerOf(std::initializer_list<py::handle> objects);
 // Checks that node belongs to owner's factory.

@@ -84,6 +84,8 @@ std::vector<std::string> VariableNames(const ParsedModel& parsed) {
 
 FactoryRef ToFactory(ParsedModel& parsed, const py::object& into) {
     if (!parsed.errors.empty()) throw ModelFailure(ErrorText(parsed));
+    if (!into.is_none() && !py::isinstance<FactoryRef>(into))
+        throw py::type_error("to_factory() takes a Factory or None, not " + py::str(py::type::of(into)).cast<std::string>());
     FactoryRef target = into.is_none() ? FactoryRef{std::make_shared<FactoryHolder>()} : into.cast<FactoryRef>();
     KOBWBFactory& factory = target.owner->Factory();
     // Names the factory already has keep their variables.

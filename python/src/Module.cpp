@@ -18,6 +18,15 @@ PYBIND11_MODULE(_kobwbx, module) {
                    "simplify, read and print them.";
     pybind11::register_exception<binding::EvaluationFailure>(module, "EvaluationError", PyExc_ArithmeticError);
     pybind11::register_exception<binding::ModelFailure>(module, "ModelError", PyExc_ValueError);
+    // A Python object of the wrong type that reached a conversion is the caller's
+    // type error, not the binding's.
+    pybind11::register_exception_translator([](std::exception_ptr raised) {
+        try {
+            if (raised) std::rethrow_exception(raised);
+        } catch (const pybind11::cast_error& error) {
+            PyErr_SetString(PyExc_TypeError, error.what());
+        }
+    });
     binding::BindValues(module);
     binding::BindFactory(module);
     binding::BindExpressions(module);

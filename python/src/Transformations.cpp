@@ -71,9 +71,7 @@ void BindTransformations(py::module_& module) {
         .def("restrict",
              [](const Transformations& t, const py::iterable& equations) {
                  for (const py::handle& e : equations) {
-                     const EquationRef& ref = e.cast<const EquationRef&>();
-                     if (ref.owner != t.GetOwner()) throw py::value_error("an equation belongs to another factory");
-                     t.Get().SetEquationToSimplify(ref.Get()->GetId());
+                     t.Get().SetEquationToSimplify(ToEquation(t.GetOwner(), e, "an equation")->GetId());
                  }
              },
              py::arg("equations"), "Limits the runs to these equations.")
