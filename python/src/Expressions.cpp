@@ -258,6 +258,7 @@ void BindExpressions(py::module_& module) {
                       [](const VariableNode& v, const std::string& name) {
                           if (name.find('\0') != std::string::npos) throw py::value_error("a name holds no NUL");
                           v.Variable()->SetName(KOBLVRString(name.c_str()));
+                          v.owner->NoteVariableName(name, nullptr);
                       })
         .def_property_readonly("index", [](const VariableNode& v) { return v.Variable()->GetIdx(); })
         .def_property("domain", [](const VariableNode& v) { return FromValue(v.Variable()->GetExprValue()); },

@@ -29,13 +29,15 @@ py::object Variable(const FactoryRef& self, const py::object& name, const py::ob
         const std::string text = ToText(name, "the name");
         if (text.empty() || text.find('\0') != std::string::npos)
             throw py::value_error("a variable name is a non-empty text without NUL");
-        variable = factory.GetVariable(KOBLVRString(text.c_str()));
+        variable = self.owner->FindVariable(text);
         if (!variable) {
             variable = NewVariable(factory);
             if (variable) variable->SetName(KOBLVRString(text.c_str()));
+            self.owner->NoteVariableName(text, variable);
         }
     } else {
         variable = NewVariable(factory);
+        if (variable) self.owner->NoteVariableName(variable->GetName().str(), variable);
     }
     if (variable && !domain.is_none()) variable->SetExprValue(ToDomain(domain));
     return Wrap(self.owner, variable, "variable");
@@ -89,8 +91,7 @@ py::list Variables(const FactoryRef& self) {
 }
 
 py::object VariableByName(const FactoryRef& self, const std::string& name) {
-    KOBWBVariable* variable =
-        name.find('\0') == std::string::npos ? self.owner->Factory().GetVariable(KOBLVRString(name.c_str())) : nullptr;
+    KOBWBVariable* variable = self.owner->FindVariable(name);
     if (!variable) throw py::key_error("no variable named '" + name + "'");
     return Wrap(self.owner, variable, "variable");
 }
@@ -173,6 +174,8 @@ void BindFactory(py::module_& module) {
              "Adds an equation: a Relation (x + y == 3), or an Expression with a relation text ('=', '<=', ...; "
              "none for an equation without relation).")
         .def_property_readonly("equations", &Equations)
+        .def_property_readonly("node_count", [](const FactoryRef& f) { return f.owner->Factory().GetNbOfExpressions(); },
+                               "How many nodes the factory made.")
         .def("equation", [](const FactoryRef& f, int id) {
                  EquationRef e{f.owner, id};
                  e.Get();

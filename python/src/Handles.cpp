@@ -26,6 +26,29 @@ void FactoryHolder::Detach(Attachment* attachment) {
     m_attachments.erase(std::remove(m_attachments.begin(), m_attachments.end(), attachment), m_attachments.end());
 }
 
+KOBWBVariable* FactoryHolder::FindVariable(const std::string& name) {
+    KOBWBFactory& factory = Factory();
+    if (m_namedVariables != factory.GetNbOfVariables()) {
+        m_names.clear();
+        for (int i = 0; i < factory.GetNbOfVariables(); ++i) {
+            KOBWBVariable* variable = factory.GetVariable(i);
+            m_names.emplace(variable->GetName().str(), variable);
+        }
+        m_namedVariables = factory.GetNbOfVariables();
+    }
+    const auto found = m_names.find(name);
+    return found == m_names.end() ? nullptr : found->second;
+}
+
+void FactoryHolder::NoteVariableName(const std::string& name, KOBWBVariable* variable) {
+    if (!variable || m_namedVariables != Factory().GetNbOfVariables() - 1) {
+        m_namedVariables = -1;
+        return;
+    }
+    m_names.emplace(name, variable);
+    m_namedVariables = Factory().GetNbOfVariables();
+}
+
 KOBWBPolynomialContext& FactoryHolder::Algebra() {
     KOBWBFactory& factory = Factory();
     if (!m_algebra) m_algebra = std::make_unique<KOBWBPolynomialContext>(factory);

@@ -12,6 +12,7 @@
 
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace kobwbx_python {
@@ -44,6 +45,14 @@ public:
     void Attach(Attachment* attachment) { m_attachments.push_back(attachment); }
     void Detach(Attachment* attachment);
 
+    // The variable of that name, null when none. The factory looks names up in a
+    // list it sorts again after each new variable; Python programs make variables
+    // by name one after the other, so the names are kept here, and read again when
+    // variables were made or renamed elsewhere.
+    KOBWBVariable* FindVariable(const std::string& name);
+    // A variable named by the binding, or renamed (null: forget the names).
+    void NoteVariableName(const std::string& name, KOBWBVariable* variable);
+
     // The factory's algebra context, made at first use.
     KOBWBPolynomialContext& Algebra();
 
@@ -51,6 +60,9 @@ private:
     std::unique_ptr<KOBWBFactory> m_factory;
     std::unique_ptr<KOBWBPolynomialContext> m_algebra;
     std::vector<Attachment*> m_attachments;
+    std::unordered_map<std::string, KOBWBVariable*> m_names;
+    // The number of variables m_names was made for; -1 when it must be made again.
+    int m_namedVariables = -1;
 };
 
 using Owner = std::shared_ptr<FactoryHolder>;

@@ -92,7 +92,7 @@ FactoryRef ToFactory(ParsedModel& parsed, const py::object& into) {
     KOBLVRListPKOBWBVarNode variableNodes;
     KOBLVRListPKOBWBVariable factoryVariables;
     for (const std::string& name : VariableNames(parsed)) {
-        KOBWBVariable* variable = factory.GetVariable(KOBLVRString(name.c_str()));
+        KOBWBVariable* variable = target.owner->FindVariable(name);
         if (!variable) continue;
         variableNodes.Append(parsed.model.GetVariable(name.c_str()));
         factoryVariables.Append(variable);
