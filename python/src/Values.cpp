@@ -172,9 +172,16 @@ void BindValues(py::module_& module) {
         .def("__iter__", [](const Interval& i) { return py::iter(py::make_tuple(i.lower, i.upper)); })
         .def("__eq__",
              [](const Interval& i, const py::object& other) {
-                 if (!py::isinstance<Interval>(other) && !py::isinstance<py::tuple>(other)) return false;
-                 const Interval o = py::isinstance<Interval>(other) ? other.cast<Interval>() : ToInterval(other);
-                 return (i.IsEmpty() && o.IsEmpty()) || (i.lower == o.lower && i.upper == o.upper);
+                 if (py::isinstance<Interval>(other)) {
+                     const Interval o = other.cast<Interval>();
+                     return (i.IsEmpty() && o.IsEmpty()) || (i.lower == o.lower && i.upper == o.upper);
+                 }
+                 // A pair equals the interval of its bounds; no other object does.
+                 if (!py::isinstance<py::tuple>(other) || py::len(other) != 2) return false;
+                 const py::tuple pair = py::reinterpret_borrow<py::tuple>(other);
+                 const py::object lower = pair[0];
+                 const py::object upper = pair[1];
+                 return !i.IsEmpty() && lower.equal(py::float_(i.lower)) && upper.equal(py::float_(i.upper));
              })
         .def("__hash__",
              [](const Interval& i) {

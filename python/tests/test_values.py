@@ -10,6 +10,7 @@ from kobwbx import Interval
 
 def test_intervals_from_pairs_points_and_their_errors():
     assert Interval(0, 2) == Interval((0, 2)) == (0, 2)
+    assert Interval(0, 1) != (2, 1) and Interval(0, 1) != "a" and Interval(0, 1) != (0, 1, 2)
     assert tuple(Interval(1.5)) == (1.5, 1.5)
     assert Interval(0, 2).width == 2 and Interval(0, 2).mid == 1
     assert 1.5 in Interval(1, 2) and (1, 2) in Interval(0, 3) and 3 not in Interval(1, 2)
