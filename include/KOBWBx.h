@@ -85,4 +85,8 @@
 #include "KOBWBEquationPrinter.h"
 #include "KOBWBGraphPrinter.h"
 
+#include "KOBWBJacobian.h"
+#include "KOBWBPointEvaluator.h"
+#include "KOBWBSolver.h"
+
 #endif
