@@ -3,6 +3,7 @@
 #include "Values.h"
 
 #include <cmath>
+#include <memory>
 #include <vector>
 
 namespace kobwbx_python {
@@ -51,7 +52,7 @@ py::list RealRoots(const py::object& e, const py::object& x, double width) {
         throw py::value_error("the zero polynomial: every number is a root");
     py::list result;
     for (KOBWBRealInterval& root : roots) {
-        if (width > 0 || width == 0) KOBWBUnivariatePolynomialTools::RefineRoot(p, u.atom, root, width);
+        if (width >= 0) KOBWBUnivariatePolynomialTools::RefineRoot(p, u.atom, root, width);
         result.append(Interval{root.lower, root.upper});
     }
     return result;
@@ -175,9 +176,9 @@ void BindAlgebra(py::module_& module) {
                  int degree = 0;
                  KOBWBExpression** coefficients = nullptr;
                  if (!n.Get()->IsPolynomial(variable, degree, coefficients)) return py::none();
+                 const std::unique_ptr<KOBWBExpression*[]> freed(coefficients);
                  py::list result;
                  for (int k = 0; k <= degree; ++k) result.append(WrapOrNone(n.owner, coefficients[k]));
-                 delete[] coefficients;
                  return std::move(result);
              },
              py::arg("x"),

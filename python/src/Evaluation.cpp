@@ -3,6 +3,7 @@
 #include "Errors.h"
 #include "Values.h"
 
+#include <memory>
 #include <vector>
 
 namespace kobwbx_python {
@@ -92,16 +93,20 @@ Jacobian MakeJacobian(const FactoryRef& self, const py::object& equations, const
         if (!root) continue;
         KOBWBVariable** present = nullptr;
         const int count = root->FindPresentVariables(present);
+        const std::unique_ptr<KOBWBVariable*[]> freed(present);
         for (int i = 0; i < count; ++i) {
             const int c = column[static_cast<size_t>(present[i]->GetIdx())];
             if (c < 0) continue;
             KOBWBExpression* entry = factory.CreateDerivative(root, 1, &present[i]);
-            if (!entry) continue;
+            if (!entry) {
+                const std::string name = present[i]->GetName().str();
+                throw py::value_error("equation " + std::to_string(jacobian.equationIds[r]) + " has no derivative by " +
+                                      name);
+            }
             jacobian.rows.push_back(static_cast<int>(r));
             jacobian.columns.push_back(c);
             jacobian.entries.push_back(entry);
         }
-        delete[] present;
     }
     return jacobian;
 }

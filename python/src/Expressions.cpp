@@ -4,6 +4,7 @@
 #include "Values.h"
 
 #include <functional>
+#include <memory>
 
 namespace kobwbx_python {
 
@@ -132,9 +133,9 @@ template <class Class> void BindArithmetic(Class& node) {
 py::list VariablesOf(const Node& node) {
     KOBWBVariable** present = nullptr;
     const int count = node.Get()->FindPresentVariables(present);
+    const std::unique_ptr<KOBWBVariable*[]> freed(present);
     py::list variables;
     for (int i = 0; i < count; ++i) variables.append(Wrap(node.owner, present[i], "variable"));
-    delete[] present;
     return variables;
 }
 
@@ -142,9 +143,11 @@ py::object Derivative(const Node& node, const py::args& variables) {
     if (variables.empty()) throw py::type_error("diff() needs at least one variable");
     std::vector<KOBWBVariable*> by;
     for (const py::handle& v : variables) by.push_back(ToVariable(node.owner, v, "diff() argument"));
-    return Wrap(node.owner,
-                node.Factory().CreateDerivative(node.Get(), static_cast<int>(by.size()), by.data()),
-                "derivative");
+    KOBWBExpression* derivative = node.Factory().CreateDerivative(node.Get(), static_cast<int>(by.size()), by.data());
+    if (!derivative)
+        throw py::value_error(KOBWBEquationPrinter::ToText(node.expression) +
+                              " has no derivative (a node of it has none, such as a black box without one)");
+    return Wrap(node.owner, derivative, "derivative");
 }
 
 py::object Evaluate(const Node& node) {

@@ -93,7 +93,7 @@ void BindFunctions(py::module_& module) {
             return Wrap(owner, owner->Factory().CreateStep(ToExpression(owner, x, "x"), x0, h0, x1, h1), "step");
         },
         py::arg("x"), py::arg("x0"), py::arg("h0"), py::arg("x1"), py::arg("h1"),
-        "The smooth step from h0 (x <= x0) to h1 (x >= x1); ValueError-free: bad bounds give the library's step.");
+        "The step from h0 (x <= x0) to h1 (x >= x1).");
     module.def(
         "integral",
         [](const py::object& e, const py::object& x) {

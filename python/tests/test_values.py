@@ -86,6 +86,14 @@ def test_derivatives(f, xy):
     assert e.diff(y).value == pytest.approx(8)
     assert e.diff(x, y).value == pytest.approx(12)        # mixed: by x, then by y
     assert e.diff(x).diff(x).value == pytest.approx(0)
+    branch = kobwbx.if_then_else(x > 1, x ** 2, y)
+    assert branch.diff(x).value == 4                     # x = 2 decides the condition
+    x.domain = (0, 2)
+    with pytest.raises(ValueError, match="no derivative"):
+        branch.diff(x)
+    f.add(branch == 0)
+    with pytest.raises(ValueError, match="no derivative by x"):
+        f.jacobian()
     with pytest.raises(TypeError, match="Variable"):
         e.diff(x + 1)
     with pytest.raises(TypeError):
