@@ -72,16 +72,24 @@ def main():
     print(f"Factory.residuals(), one call: {whole * 1e3:.2f} ms, {whole / nodes * 1e9:.1f} ns per node, "
           f"{whole / equations * 1e9:.0f} ns per equation (value to Python included)")
 
+    def residual_bounds():
+        change_domain()
+        f.residuals(bounds=True)
+
+    pairs = best(residual_bounds, 10) - domain_change
+    print(f"Factory.residuals(bounds=True), one call: {pairs * 1e3:.2f} ms, {pairs / nodes * 1e9:.1f} ns per node, "
+          f"{pairs / equations * 1e9:.0f} ns per equation (pairs of floats)")
+
     jacobian = f.jacobian()
     jacobian_nodes = f.node_count - nodes
     jacobian.values()
 
     def jacobian_values():
         change_domain()
-        jacobian.values()
+        jacobian.values(bounds=True)
 
     entries = best(jacobian_values, 10) - domain_change
-    print(f"Jacobian.values(), one call: {len(jacobian)} entries over {jacobian_nodes} new nodes: "
+    print(f"Jacobian.values(bounds=True), one call: {len(jacobian)} entries over {jacobian_nodes} new nodes: "
           f"{entries * 1e3:.2f} ms, {entries / len(jacobian) * 1e9:.0f} ns per entry, "
           f"{entries / (nodes + jacobian_nodes) * 1e9:.1f} ns per node of sketch and derivatives")
     f.close()

@@ -129,6 +129,20 @@ py::object FromValue(const KOBWBValue& value) {
     }
 }
 
+py::object FromValueAsBounds(const KOBWBValue& value) {
+    switch (value.GetType()) {
+    case KOBWBIntegerValue:
+    case KOBWBRealValue:
+    case KOBWBIntegerIntervalValue:
+    case KOBWBRealIntervalValue: {
+        const KOBWBRealInterval interval = value.GetAsRealInterval();
+        if (interval.lower > interval.upper || KOBWBIsNilReal(interval.lower)) return py::make_tuple(infinity, -infinity);
+        return py::make_tuple(ToPython(interval.lower), ToPython(interval.upper));
+    }
+    default: return FromValue(value);
+    }
+}
+
 void BindValues(py::module_& module) {
     py::enum_<KOBWBBoolean>(module, "Boolean",
                             "The four-valued boolean of conditions: certain values come back as bool, "

@@ -109,10 +109,13 @@ def test_many_expressions_and_residuals_in_one_call(f, xy):
     f.add(x + y == 10)
     f.add(x * y <= 6)
     assert f.residuals() == [-5, 0]
+    y.domain = (3, 4)
+    assert f.residuals(bounds=True) == [(-5, -4), (0, 2)] and f.evaluate([x], bounds=True) == [(2, 2)]
     x.domain = (-2, -1)
     f.add(kobwbx.ln(x) == 0)
     with pytest.raises(kobwbx.EvaluationError):
         f.residuals(check=True)
+    assert f.residuals(bounds=True)[2] == (math.inf, -math.inf)
     with pytest.raises(TypeError):
         f.evaluate([x, 3])
 
@@ -129,7 +132,7 @@ def test_jacobian_sparse_entries_and_values(f):
     with pytest.raises(IndexError):
         j[2, 0]
     z.domain = (0, 1)
-    assert j.values()[3] == (0, 2)
+    assert j.values()[3] == (0, 2) and j.values(bounds=True)[:2] == [(2, 2), (1, 1)]
     only = f.jacobian(equations=f.equations[1:], variables=[z])
     assert only.shape == (1, 1) and only.evaluate() == {(0, 0): (0, 2)}
     assert [v.name for v in j.variables] == ["x", "y", "z"] and j.equations == f.equations
