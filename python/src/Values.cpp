@@ -4,7 +4,7 @@
 
 #include <cmath>
 #include <limits>
-#include <sstream>
+#include <charconv>
 
 namespace kobwbx_python {
 
@@ -39,11 +39,11 @@ Interval MakeInterval(double lower, double upper) {
     return {ToPython(clamped.lower), ToPython(clamped.upper)};
 }
 
+// The shortest text that reads back to the same double.
 std::string BoundText(double bound) {
-    std::ostringstream text;
-    text.precision(17);
-    text << bound;
-    return text.str();
+    char text[64];
+    const std::to_chars_result written = std::to_chars(text, text + sizeof text, bound);
+    return std::string(text, written.ptr);
 }
 
 py::object Enumeration(const KOBWBValue& value, bool integer) {

@@ -16,6 +16,7 @@ def test_intervals_from_pairs_points_and_their_errors():
     assert 1.5 in Interval(1, 2) and (1, 2) in Interval(0, 3) and 3 not in Interval(1, 2)
     assert Interval(float("-inf"), 0).lower == float("-inf")
     assert str(Interval(0, 0.5)) == "[0, 0.5]" and repr(Interval.empty()) == "Interval.empty()"
+    assert repr(Interval(0.1, 1 / 3)) == "Interval(0.1, 0.3333333333333333)"
     empty = Interval.empty()
     assert empty.is_empty and empty.width == 0 and 1 not in empty and empty == Interval.empty()
     with pytest.raises(ValueError, match="inverted"):
