@@ -42,6 +42,7 @@
 #include "KOBWBEquationType.h"
 #include "KOBWBExpression.h"
 #include "KOBWBExpressionType.h"
+#include "KOBWBFunctionNames.h"
 #include "KOBWBFactory.h"
 #include "KOBWBIfThenElseOperator.h"
 #include "KOBWBIntegrateOperator.h"
@@ -85,6 +86,8 @@
 #include "KOBWBEquationPrinter.h"
 #include "KOBWBGraphPrinter.h"
 
+#include "KOBWBBranchAndPrune.h"
+#include "KOBWBIntervalNewton.h"
 #include "KOBWBJacobian.h"
 #include "KOBWBPointEvaluator.h"
 #include "KOBWBSolver.h"

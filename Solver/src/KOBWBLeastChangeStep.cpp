@@ -1,6 +1,7 @@
 #include "KOBWBLeastChangeStep.h"
 
 #include <Eigen/CholmodSupport>
+#include <Eigen/UmfPackSupport>
 #include <Eigen/SparseCore>
 
 #include <algorithm>
@@ -14,9 +15,15 @@ using Vector = Eigen::VectorXd;
 struct LeastChangeStep::Impl {
     SparseMatrix jacobian;
     SparseMatrix normal;
+    bool normalStale = true;
     SparseMatrix identity;
     Eigen::CholmodSupernodalLLT<SparseMatrix, Eigen::Lower> cholesky;
     bool analysed = false;
+    // A square Jacobian's own LU factorisation, for the undamped Newton step: solving
+    // the normal equations instead would square its condition number, which grows
+    // with the length of a chain of constraints.
+    Eigen::UmfPackLU<SparseMatrix> lu;
+    bool luAnalysed = false;
     // Whether the normal matrix is J J^T (rows) or J^T J (columns).
     bool byRows = true;
 };
@@ -46,23 +53,46 @@ void LeastChangeStep::SetJacobian(const double* values) {
     // the damping and the line search then decide the step.
     double* entries = m_impl->jacobian.valuePtr();
     for (Eigen::Index k = 0; k < m_impl->jacobian.nonZeros(); ++k) entries[k] = std::isfinite(values[k]) ? values[k] : 0.0;
-    Impl& impl = *m_impl;
-    if (impl.byRows)
-        impl.normal = (impl.jacobian * impl.jacobian.transpose());
-    else
-        impl.normal = (impl.jacobian.transpose() * impl.jacobian);
+    m_impl->normalStale = true;
 }
 
-double LeastChangeStep::NormalScale() const {
+// The normal matrix of the current Jacobian, made when a damped step or its scale
+// first needs it.
+static const SparseMatrix& Normal(LeastChangeStep::Impl& impl) {
+    if (impl.normalStale) {
+        if (impl.byRows)
+            impl.normal = impl.jacobian * impl.jacobian.transpose();
+        else
+            impl.normal = impl.jacobian.transpose() * impl.jacobian;
+        impl.normalStale = false;
+    }
+    return impl.normal;
+}
+
+double LeastChangeStep::NormalScale() {
+    const SparseMatrix& normal = Normal(*m_impl);
     double scale = 0.0;
-    for (int i = 0; i < m_impl->normal.outerSize(); ++i) scale = std::max(scale, m_impl->normal.coeff(i, i));
+    for (int i = 0; i < normal.outerSize(); ++i) scale = std::max(scale, normal.coeff(i, i));
     return scale;
 }
 
 bool LeastChangeStep::Step(const double* f, double mu, double* dx) {
     Impl& impl = *m_impl;
     if (impl.jacobian.rows() == 0 || impl.jacobian.cols() == 0) return false;
-    const SparseMatrix damped = impl.normal + mu * impl.identity;
+    if (mu == 0.0) {
+        if (impl.jacobian.rows() != impl.jacobian.cols()) return false;
+        if (!impl.luAnalysed) {
+            impl.lu.analyzePattern(impl.jacobian);
+            impl.luAnalysed = true;
+        }
+        impl.lu.factorize(impl.jacobian);
+        if (impl.lu.info() != Eigen::Success) return false;
+        const Eigen::Map<const Vector> residual(f, impl.jacobian.rows());
+        Eigen::Map<Vector> step(dx, impl.jacobian.cols());
+        step = -impl.lu.solve(residual);
+        return impl.lu.info() == Eigen::Success && step.allFinite();
+    }
+    const SparseMatrix damped = Normal(impl) + mu * impl.identity;
     if (!impl.analysed) {
         impl.cholesky.analyzePattern(damped);
         impl.analysed = true;

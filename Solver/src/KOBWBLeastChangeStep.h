@@ -25,14 +25,17 @@ public:
     void SetJacobian(const double* values);
     // The largest diagonal entry of the normal matrix (the scale of mu); 0 for an
     // empty Jacobian.
-    double NormalScale() const;
+    double NormalScale();
     // dx for the residual f and the damping mu; false when the factorisation fails.
+    // A square Jacobian with mu = 0 gives the Newton step by its LU factorisation;
+    // mu = 0 is refused for other shapes.
     bool Step(const double* f, double mu, double* dx);
     // g = J^T f, the gradient of |f|^2 / 2.
     void Gradient(const double* f, double* g) const;
 
-private:
     struct Impl;
+
+private:
     std::unique_ptr<Impl> m_impl;
 };
 

@@ -92,22 +92,33 @@ bool KOBWBPointEvaluator::Compile(int expressionCount, KOBWBExpression* const* e
     // Slots: the inputs, then leaves and steps in the order they are met.
     int nextSlot = variableCount;
     std::vector<int> stepOfSlot; // for slots past the inputs: the step, or -1 for a leaf
-    kobwb::SlotTable nodes(static_cast<std::size_t>(variableCount + 4 * expressionCount));
-    kobwb::SlotTable steps(static_cast<std::size_t>(4 * expressionCount));
+    kobwb::SlotTable nodes;
     kobwb::SlotTable constants(64);
     std::vector<double> constantValues; // by slot - variableCount, for leaves
     const auto nodeHash = [](const KOBWBExpression* node) {
         return kobwb::SlotTable::Mix(0, reinterpret_cast<std::uintptr_t>(node));
     };
-    // The nodes met, with their slots; several nodes may share a slot.
-    std::vector<std::pair<const KOBWBExpression*, int>> nodeSlots;
+    // The slots of the nodes met, by node number (nodes without a number in a hash
+    // table); several nodes may share a slot.
+    std::vector<int> slotByNumber;
+    std::vector<std::pair<const KOBWBExpression*, int>> unnumbered;
     const auto slotOfNode = [&](const KOBWBExpression* node) {
-        const int entry = nodes.Find(nodeHash(node), [&](int k) { return nodeSlots[static_cast<std::size_t>(k)].first == node; });
-        return entry < 0 ? -1 : nodeSlots[static_cast<std::size_t>(entry)].second;
+        const int number = node->GetNumber();
+        if (number >= 0)
+            return static_cast<std::size_t>(number) < slotByNumber.size() ? slotByNumber[static_cast<std::size_t>(number)] : -1;
+        const int entry = nodes.Find(nodeHash(node), [&](int k) { return unnumbered[static_cast<std::size_t>(k)].first == node; });
+        return entry < 0 ? -1 : unnumbered[static_cast<std::size_t>(entry)].second;
     };
     const auto bind = [&](const KOBWBExpression* node, int slot) {
-        nodes.Insert(nodeHash(node), static_cast<int>(nodeSlots.size()));
-        nodeSlots.emplace_back(node, slot);
+        const int number = node->GetNumber();
+        if (number >= 0) {
+            if (static_cast<std::size_t>(number) >= slotByNumber.size())
+                slotByNumber.resize(std::max(static_cast<std::size_t>(number) + 1, 2 * slotByNumber.size()), -1);
+            slotByNumber[static_cast<std::size_t>(number)] = slot;
+            return;
+        }
+        nodes.Insert(nodeHash(node), static_cast<int>(unnumbered.size()));
+        unnumbered.emplace_back(node, slot);
     };
     for (int i = 0; i < variableCount; ++i)
         if (slotOfNode(variables[i]) < 0) bind(variables[i], i);
@@ -140,36 +151,56 @@ bool KOBWBPointEvaluator::Compile(int expressionCount, KOBWBExpression* const* e
         if (isConstant) constants.Insert(hash, slot);
         return slot;
     };
-    const auto stepHash = [&](const Step& step) {
-        std::uint64_t h = kobwb::SlotTable::Mix(2, step.code);
-        h = kobwb::SlotTable::Mix(h, static_cast<std::uint32_t>(step.a));
-        h = kobwb::SlotTable::Mix(h, static_cast<std::uint32_t>(step.b));
-        for (int i = 0; i < step.count; ++i)
-            h = kobwb::SlotTable::Mix(h, static_cast<std::uint32_t>(m_arguments[step.first + i]));
-        return h;
-    };
     const auto sameStep = [&](const Step& x, const Step& y) {
         if (x.code != y.code || x.a != y.a || x.b != y.b || x.count != y.count || x.node != y.node) return false;
         return std::equal(m_arguments.begin() + x.first, m_arguments.begin() + x.first + x.count,
                           m_arguments.begin() + y.first);
     };
+    // Steps are found again through their latest operand (the one of the largest
+    // slot, constants left out: one constant such as -1 is an operand of thousands of
+    // steps): each slot heads a chain of the steps whose latest operand it is, most of
+    // them one or two long. Operands are mostly recent slots, so the chains are read
+    // near where the tape is growing, where a hash table would miss the cache.
+    std::vector<int> chainOf;     // by slot: the last step whose latest operand it is
+    std::vector<int> nextInChain; // by step
+    const auto isConstantSlot = [&](int slot) {
+        return slot >= variableCount && stepOfSlot[static_cast<std::size_t>(slot - variableCount)] < 0;
+    };
+    const auto latestOperand = [&](const Step& step) {
+        int latest = -1;
+        int latestConstant = -1;
+        const auto consider = [&](int slot) {
+            if (slot < 0) return;
+            int& into = isConstantSlot(slot) ? latestConstant : latest;
+            into = std::max(into, slot);
+        };
+        consider(step.a);
+        if (step.code != IntegerPower) consider(step.b);
+        for (int i = 0; i < step.count; ++i) consider(m_arguments[step.first + i]);
+        return latest >= 0 ? latest : latestConstant;
+    };
     // The slot of node's step, made once per value: a step equal to an earlier one
     // takes its slot.
     const auto stepSlot = [&](KOBWBExpression* node, Step step) {
-        const std::uint64_t hash = stepHash(step);
-        const int known = steps.Find(hash, [&](int slot) {
-            return sameStep(m_steps[static_cast<std::size_t>(stepOfSlot[slot - variableCount])], step);
-        });
-        if (known >= 0) {
-            m_arguments.resize(static_cast<std::size_t>(step.first));
-            bind(node, known);
-            return known;
-        }
-        const int slot = newSlot(node, static_cast<int>(m_steps.size()));
-        step.out = slot;
+        const int latest = step.node ? -1 : latestOperand(step);
+        if (latest >= 0 && static_cast<std::size_t>(latest) < chainOf.size())
+            for (int k = chainOf[static_cast<std::size_t>(latest)]; k >= 0; k = nextInChain[static_cast<std::size_t>(k)])
+                if (sameStep(m_steps[static_cast<std::size_t>(k)], step)) {
+                    m_arguments.resize(static_cast<std::size_t>(step.first));
+                    bind(node, m_steps[static_cast<std::size_t>(k)].out);
+                    return m_steps[static_cast<std::size_t>(k)].out;
+                }
+        const int index = static_cast<int>(m_steps.size());
+        step.out = newSlot(node, index);
         m_steps.push_back(step);
-        steps.Insert(hash, slot);
-        return slot;
+        nextInChain.push_back(-1);
+        if (latest >= 0) {
+            if (static_cast<std::size_t>(latest) >= chainOf.size())
+                chainOf.resize(std::max(static_cast<std::size_t>(latest) + 1, 2 * chainOf.size()), -1);
+            nextInChain.back() = chainOf[static_cast<std::size_t>(latest)];
+            chainOf[static_cast<std::size_t>(latest)] = index;
+        }
+        return step.out;
     };
 
     struct Frame {

@@ -151,7 +151,10 @@ KOBWBSolverStatus KOBWBSolver::Newton() {
     if (!finite(values)) return KOBWBSolverBadStart;
 
     KOBWBSolverStatus status = KOBWBSolverNotConverged;
-    double lambda = 1e-12;
+    // Square systems try the undamped Newton step first.
+    const bool square = static_cast<std::size_t>(m) == n;
+    const double firstLambda = square ? 0.0 : 1e-12;
+    double lambda = firstLambda;
     double norm = SquaredNorm(values, m);
     // Once within the tolerance, one more step takes a Newton iteration's quadratic
     // convergence to the rounding of the equalities, when it reduces the residual.
@@ -171,11 +174,11 @@ KOBWBSolverStatus KOBWBSolver::Newton() {
         }
         ++m_iterations;
         s.step->SetJacobian(values.data() + checked);
-        const double normalScale = s.step->NormalScale();
         bool moved = false;
         // Damping grows until a step reduces the residual; past the last damping no
         // change of the variables does: the point is a least-squares point.
-        for (; lambda < 1e8 && !moved; lambda *= 100) {
+        for (; lambda < 1e8 && !moved; lambda = lambda == 0.0 ? 1e-12 : lambda * 100) {
+            const double normalScale = lambda == 0.0 ? 0.0 : s.step->NormalScale();
             const double mu = lambda * (normalScale > 0 ? normalScale : 1.0);
             if (!s.step->Step(values.data(), mu, dx.data())) continue;
             for (double alpha = 1.0; alpha > 1e-3 && !moved; alpha /= 2) {
@@ -200,7 +203,7 @@ KOBWBSolverStatus KOBWBSolver::Newton() {
                 const double shift = 1e-4 * std::max(1.0, std::fabs(x[j])) * (j % 2 ? -1.0 : 1.0) * (1.0 + j % 7 / 7.0);
                 x[j] = std::clamp(x[j] + shift, lower[j], upper[j]);
             }
-            lambda = 1e-12;
+            lambda = firstLambda;
             evaluateAll();
             if (!finite(values)) break;
             norm = SquaredNorm(values, m);
@@ -210,7 +213,7 @@ KOBWBSolverStatus KOBWBSolver::Newton() {
             if (status != KOBWBSolverSolved) status = KOBWBSolverInconsistent;
             break;
         }
-        lambda = std::max(lambda / 1e4, 1e-14);
+        lambda = square ? 0.0 : std::max(lambda / 1e4, 1e-14);
         x.swap(trial);
         evaluateAll();
         norm = SquaredNorm(values, m);

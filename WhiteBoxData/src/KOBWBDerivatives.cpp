@@ -188,7 +188,7 @@ Term UnaryDerivative(KOBWBUnaryOperator& node, KOBWBVariable* v) {
         return Made(f.CreateQuotient(NodeOf(f, DerivativeRules::Of(x, v)),
                                      f.CreateProduct(x, Real(f, std::log(10.0)))));
     case KOBWBLnType: return Made(f.CreateQuotient(NodeOf(f, DerivativeRules::Of(x, v)), x));
-    case KOBWBExpType: return Made(f.CreateProduct(NodeOf(f, DerivativeRules::Of(x, v)), f.CreateExp(x)));
+    case KOBWBExpType: return Made(Scaled(f, DerivativeRules::Of(x, v), &node));
     case KOBWBCeilType:
     case KOBWBFloorType:
     case KOBWBRoundType:
@@ -202,19 +202,20 @@ Term TrigonometricDerivative(KOBWBTrigonometricOperator& node, KOBWBVariable* v)
     KOBWBFactory& f = node.GetFactory();
     const auto d = [&f, x, v] { return NodeOf(f, DerivativeRules::Of(x, v)); };
     switch (node.GetType()) {
-    case KOBWBSinType: return Made(f.CreateProduct(f.CreateCos(x), d()));
+    case KOBWBSinType: return Made(Scaled(f, DerivativeRules::Of(x, v), f.CreateCos(x)));
     case KOBWBCosType: {
-        KOBWBExpression* factors[] = {Real(f, -1.0), f.CreateSin(x), d()};
-        return Made(f.CreateProduct(3, factors));
+        const Term dx = DerivativeRules::Of(x, v);
+        KOBWBExpression* factors[] = {Real(f, -1.0), f.CreateSin(x), dx.IsOne() ? nullptr : NodeOf(f, dx)};
+        return Made(f.CreateProduct(dx.IsOne() ? 2 : 3, factors));
     }
     case KOBWBTanType: return Made(f.CreateQuotient(d(), Square(f, f.CreateCos(x))));
     case KOBWBAsinType: return Made(f.CreateQuotient(d(), f.CreateSqrt(LinearOfSquare(f, -1.0, x, 1.0))));
     case KOBWBAcosType:
         return Made(f.CreateQuotient(Linear(f, -1.0, d(), 0.0), f.CreateSqrt(LinearOfSquare(f, -1.0, x, 1.0))));
     case KOBWBAtanType: return Made(f.CreateQuotient(d(), LinearOfSquare(f, 1.0, x, 1.0)));
-    case KOBWBSinhType: return Made(f.CreateProduct(f.CreateCosh(x), d()));
-    case KOBWBCoshType: return Made(f.CreateProduct(f.CreateSinh(x), d()));
-    case KOBWBTanhType: return Made(f.CreateProduct(LinearOfSquare(f, -1.0, &node, 1.0), d()));
+    case KOBWBSinhType: return Made(Scaled(f, DerivativeRules::Of(x, v), f.CreateCosh(x)));
+    case KOBWBCoshType: return Made(Scaled(f, DerivativeRules::Of(x, v), f.CreateSinh(x)));
+    case KOBWBTanhType: return Made(Scaled(f, DerivativeRules::Of(x, v), LinearOfSquare(f, -1.0, &node, 1.0)));
     case KOBWBAsinhType: return Made(f.CreateQuotient(d(), f.CreateSqrt(LinearOfSquare(f, 1.0, x, 1.0))));
     case KOBWBAcoshType: return Made(f.CreateQuotient(d(), f.CreateSqrt(LinearOfSquare(f, 1.0, x, -1.0))));
     case KOBWBAtanhType: return Made(f.CreateQuotient(d(), LinearOfSquare(f, -1.0, x, 1.0)));

@@ -1,0 +1,199 @@
+#include "KOBWBBranchAndPrune.h"
+#include "KOBWBEquation.h"
+#include "KOBWBFactory.h"
+#include "KOBWBIntervalNewton.h"
+#include "KOBWBLimits.h"
+#include "KOBWBVariable.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <vector>
+
+namespace {
+
+KOBWBExpression* Real(KOBWBFactory& f, double value) { return f.CreateRealConstant(value); }
+
+KOBWBVariable* Bounded(KOBWBFactory& f, double lower, double upper) {
+    KOBWBVariable* v = f.CreateVariable();
+    v->SetExprValue(KOBWBValue(KOBWBRealInterval{lower, upper}));
+    return v;
+}
+
+KOBWBExpression* Circle(KOBWBFactory& f, KOBWBVariable* x, KOBWBVariable* y, double cx, double cy) {
+    return f.CreateSum(f.CreatePower(f.CreateSub(x, Real(f, cx)), 2), f.CreatePower(f.CreateSub(y, Real(f, cy)), 2));
+}
+
+// Every solution is proved and each known solution lies in exactly one proved box.
+void ExpectSolutions(KOBWBBranchAndPrune& search, const std::vector<std::vector<double>>& known) {
+    ASSERT_EQ(search.Run(), KOBWBSearchComplete);
+    EXPECT_TRUE(search.GetUndecided().empty());
+    ASSERT_EQ(search.GetSolutions().size(), known.size());
+    for (const std::vector<double>& point : known) {
+        int holding = 0;
+        for (const KOBWBSearchBox& box : search.GetSolutions()) {
+            EXPECT_TRUE(box.proved);
+            bool inside = true;
+            for (std::size_t j = 0; j < point.size(); ++j)
+                inside = inside && box.box[j].lower <= point[j] + 1e-9 && point[j] - 1e-9 <= box.box[j].upper;
+            holding += inside;
+        }
+        EXPECT_EQ(holding, 1);
+    }
+}
+
+} // namespace
+
+// Two circles meet in two points, a circle and a line in two, one (tangent: left
+// undecided, never proved twice) or none.
+TEST(KOBWBBranchAndPrune, CirclesAndLines) {
+    {
+        KOBWBFactory f;
+        KOBWBVariable* x = Bounded(f, -10, 10);
+        KOBWBVariable* y = Bounded(f, -10, 10);
+        f.AddEquation(Circle(f, x, y, 0, 0), KOBWBEqEqual, Real(f, 25));
+        f.AddEquation(Circle(f, x, y, 6, 0), KOBWBEqEqual, Real(f, 25));
+        KOBWBBranchAndPrune search(f);
+        ExpectSolutions(search, {{3, 4}, {3, -4}});
+        EXPECT_LE(search.GetNbOfBoxes(), 40);
+        // The domains are given back.
+        EXPECT_EQ(x->GetExprValue().GetAsRealInterval().upper, 10.0);
+    }
+    for (double height : {4.0, 5.0, 6.0}) {
+        KOBWBFactory f;
+        KOBWBVariable* x = Bounded(f, -10, 10);
+        KOBWBVariable* y = Bounded(f, -10, 10);
+        f.AddEquation(Circle(f, x, y, 0, 0), KOBWBEqEqual, Real(f, 25));
+        f.AddEquation(y, KOBWBEqEqual, Real(f, height));
+        KOBWBBranchAndPrune search(f);
+        search.SetMinWidth(1e-6);
+        if (height == 4.0) ExpectSolutions(search, {{3, 4}, {-3, 4}});
+        if (height == 6.0) ExpectSolutions(search, {});
+        if (height == 5.0) {
+            ASSERT_EQ(search.Run(), KOBWBSearchComplete);
+            EXPECT_TRUE(search.GetSolutions().empty());
+            ASSERT_FALSE(search.GetUndecided().empty());
+            for (const KOBWBSearchBox& box : search.GetUndecided()) {
+                EXPECT_FALSE(box.proved);
+                EXPECT_LE(box.box[0].lower, 1e-6);
+                EXPECT_GE(box.box[0].upper, -1e-6);
+            }
+        }
+    }
+}
+
+// Products of univariate factors mixed by an invertible linear change of variables:
+// (u-1)(u-2)(u-3)(u-4) = 0 and the same in v, with u = x + y and v = x - 2y, have
+// 16 solutions.
+TEST(KOBWBBranchAndPrune, SixteenSolutionsOfMixedProducts) {
+    KOBWBFactory f;
+    KOBWBVariable* x = Bounded(f, -10, 10);
+    KOBWBVariable* y = Bounded(f, -10, 10);
+    KOBWBExpression* u = f.CreateSum(x, y);
+    KOBWBExpression* v = f.CreateSub(x, f.CreateProduct(Real(f, 2), y));
+    for (KOBWBExpression* w : {u, v}) {
+        std::vector<KOBWBExpression*> factors;
+        for (int k = 1; k <= 4; ++k) factors.push_back(f.CreateSub(w, Real(f, k)));
+        f.AddEquation(f.CreateProduct(4, factors.data()), KOBWBEqEqual, Real(f, 0));
+    }
+    std::vector<std::vector<double>> known;
+    for (int a = 1; a <= 4; ++a)
+        for (int b = 1; b <= 4; ++b) known.push_back({(2.0 * a + b) / 3.0, (a - b) / 3.0});
+    KOBWBBranchAndPrune search(f);
+    ExpectSolutions(search, known);
+    EXPECT_LE(search.GetNbOfBoxes(), 20 * 16);
+}
+
+// A four-bar linkage with the crank given: the coupler point has two assembly modes.
+TEST(KOBWBBranchAndPrune, FourBarLinkageHasTwoAssemblyModes) {
+    KOBWBFactory f;
+    KOBWBVariable* x = Bounded(f, -20, 20);
+    KOBWBVariable* y = Bounded(f, -20, 20);
+    // Crank end at (3, 4) (crank 5 from the origin at its given angle), ground pivot at
+    // (10, 0), coupler 8, rocker 6.
+    f.AddEquation(Circle(f, x, y, 3, 4), KOBWBEqEqual, Real(f, 64));
+    f.AddEquation(Circle(f, x, y, 10, 0), KOBWBEqEqual, Real(f, 36));
+    KOBWBBranchAndPrune search(f);
+    ASSERT_EQ(search.Run(), KOBWBSearchComplete);
+    ASSERT_EQ(search.GetSolutions().size(), 2u);
+    for (const KOBWBSearchBox& box : search.GetSolutions()) {
+        const double bx = box.box[0].lower / 2 + box.box[0].upper / 2;
+        const double by = box.box[1].lower / 2 + box.box[1].upper / 2;
+        EXPECT_NEAR((bx - 3) * (bx - 3) + (by - 4) * (by - 4), 64, 1e-6);
+        EXPECT_NEAR((bx - 10) * (bx - 10) + by * by, 36, 1e-6);
+    }
+}
+
+// The Broyden banded system in [-1, 1]^n has one solution.
+TEST(KOBWBBranchAndPrune, BroydenBandedSystem) {
+    for (int n : {5, 10}) {
+        KOBWBFactory f;
+        std::vector<KOBWBVariable*> x;
+        for (int i = 0; i < n; ++i) x.push_back(Bounded(f, -1, 1));
+        for (int i = 0; i < n; ++i) {
+            std::vector<KOBWBExpression*> terms{
+                f.CreateProduct(x[i], f.CreateSum(Real(f, 2), f.CreateProduct(Real(f, 5), f.CreatePower(x[i], 2)))),
+                Real(f, 1)};
+            for (int j = std::max(0, i - 5); j <= std::min(n - 1, i + 1); ++j)
+                if (j != i) terms.push_back(f.CreateOpposite(f.CreateProduct(x[j], f.CreateSum(Real(f, 1), x[j]))));
+            f.AddEquation(f.CreateSum(static_cast<int>(terms.size()), terms.data()), KOBWBEqEqual, Real(f, 0));
+        }
+        KOBWBBranchAndPrune search(f);
+        ASSERT_EQ(search.Run(), KOBWBSearchComplete) << n;
+        EXPECT_EQ(search.GetSolutions().size(), 1u) << n;
+        EXPECT_TRUE(search.GetUndecided().empty()) << n;
+    }
+}
+
+// More equations than unknowns are enclosed, never proved; unbounded domains, NaN
+// widths and zero limits are refused with a status.
+TEST(KOBWBBranchAndPrune, BadInput) {
+    KOBWBFactory f;
+    KOBWBVariable* x = Bounded(f, -10, 10);
+    f.AddEquation(f.CreatePower(x, 2), KOBWBEqEqual, Real(f, 4));
+    f.AddEquation(f.CreateProduct(x, Real(f, 3)), KOBWBEqEqual, Real(f, 6));
+    KOBWBBranchAndPrune search(f);
+    search.SetMinWidth(1e-6);
+    ASSERT_EQ(search.Run(), KOBWBSearchComplete);
+    EXPECT_TRUE(search.GetSolutions().empty());
+    ASSERT_FALSE(search.GetUndecided().empty());
+    for (const KOBWBSearchBox& box : search.GetUndecided()) EXPECT_NEAR(box.box[0].lower, 2.0, 1e-5);
+
+    search.SetMinWidth(std::nan(""));
+    EXPECT_EQ(search.Run(), KOBWBSearchBadArguments);
+    search.SetMinWidth(1e-6);
+    search.SetMaxBoxes(0);
+    EXPECT_EQ(search.Run(), KOBWBSearchBadArguments);
+    KOBWBFactory circles;
+    KOBWBVariable* cx = Bounded(circles, -10, 10);
+    KOBWBVariable* cy = Bounded(circles, -10, 10);
+    circles.AddEquation(Circle(circles, cx, cy, 0, 0), KOBWBEqEqual, Real(circles, 25));
+    circles.AddEquation(Circle(circles, cx, cy, 1, 0), KOBWBEqEqual, Real(circles, 25));
+    KOBWBBranchAndPrune limited(circles);
+    limited.SetMaxBoxes(1);
+    EXPECT_EQ(limited.Run(), KOBWBSearchIncomplete);
+    EXPECT_FALSE(limited.IsComplete());
+    EXPECT_EQ(limited.GetUndecided().size(), 2u);
+    x->SetExprValue(KOBWBValue(KOBWBRealInterval{-KOBWBMaxReal, KOBWBMaxReal}));
+    search.SetMaxBoxes(1000);
+    EXPECT_EQ(search.Run(), KOBWBSearchNeedsBounds);
+    KOBWBFactory empty;
+    KOBWBBranchAndPrune nothing(empty);
+    EXPECT_EQ(nothing.Run(), KOBWBSearchBadArguments);
+    EXPECT_STREQ(KOBWBGetSearchStatusText(KOBWBSearchNeedsBounds), "needs bounds");
+
+    KOBWBIntervalNewton newton;
+    EXPECT_FALSE(newton.Make(0, nullptr, nullptr));
+    KOBWBExpression* roots[] = {f.GetFirstEquation()->GetRoot()};
+    KOBWBVariable* unknowns[] = {x};
+    ASSERT_TRUE(newton.Make(1, roots, unknowns));
+    std::vector<KOBWBRealInterval> wrongSize;
+    EXPECT_EQ(newton.Step(wrongSize), KOBWBNewtonNarrowed);
+    std::vector<KOBWBRealInterval> box{{1.5, 3.0}};
+    EXPECT_EQ(newton.Step(box), KOBWBNewtonProved);
+    EXPECT_LE(box[0].lower, 2.0);
+    EXPECT_GE(box[0].upper, 2.0);
+    std::vector<KOBWBRealInterval> far{{5.0, 6.0}};
+    EXPECT_EQ(newton.Step(far), KOBWBNewtonEmpty);
+}
