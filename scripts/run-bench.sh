@@ -9,3 +9,8 @@ cmake --build _build/bench
 for program in _build/bench/bench/kobwbx-bench-*; do
     "$program" "$@"
 done
+# The cost of Python calls, when the module was built.
+python=$(sed -n 's/^Python_EXECUTABLE:[A-Z]*=//p' _build/bench/CMakeCache.txt)
+if [ -n "$python" ] && [ -d _build/bench/python/kobwbx ]; then
+    PYTHONPATH=_build/bench/python "$python" python/bench/EvaluationBench.py
+fi

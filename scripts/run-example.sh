@@ -11,6 +11,16 @@ cmake --install _build/release >/dev/null
 export LD_LIBRARY_PATH="$PWD/_install/lib${LD_LIBRARY_PATH:+:$LD_LIBRARY_PATH}"
 "$PWD/_install/bin/kobwbx-example" "$@"
 
+# The Python module is installed under _install/lib/python3.X/site-packages, for the
+# interpreter the build chose; the Python example runs on the same model.
+python=$(sed -n 's/^Python_EXECUTABLE:[A-Z]*=//p' _build/release/CMakeCache.txt)
+site=$(ls -d "$PWD"/_install/lib/python3*/site-packages 2>/dev/null | head -n 1)
+if [ -n "$python" ] && [ -f "$site/kobwbx/__init__.py" ]; then
+    echo
+    echo "\$ PYTHONPATH=${site#$PWD/} $python python/examples/sketch.py"
+    PYTHONPATH="$site" "$python" python/examples/sketch.py
+fi
+
 kobwb="$PWD/_install/bin/kobwb"
 model=examples/sketch.wbm
 echo

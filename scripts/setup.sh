@@ -18,6 +18,11 @@ if [ "${FUZZ:-0}" = 1 ]; then
         ls /usr/lib/llvm-*/lib/clang/*/lib/x86_64-pc-linux-gnu/libclang_rt.fuzzer.a >/dev/null 2>&1 ||
         missing+=(libclang-rt-dev)
 fi
+# The Python module: Debian's interpreter with its headers, pybind11, pytest.
+[ -f /usr/lib/cmake/pybind11/pybind11Config.cmake ] || missing+=(pybind11-dev)
+/usr/bin/python3 -c 'import pybind11' 2>/dev/null || missing+=(python3-pybind11)
+/usr/bin/python3 -c 'import pytest' 2>/dev/null || missing+=(python3-pytest)
+ls /usr/include/python3*/Python.h >/dev/null 2>&1 || missing+=(python3-dev)
 { [ -f /usr/include/gmp.h ] || ls /usr/include/*/gmp.h >/dev/null 2>&1; } || missing+=(libgmp-dev)
 [ -f /usr/include/eigen3/Eigen/Sparse ] || missing+=(libeigen3-dev)
 [ -f /usr/include/suitesparse/SuiteSparseQR.hpp ] || missing+=(libsuitesparse-dev)
