@@ -22,14 +22,15 @@
 // the snapping of KOBWBIntersect) to a point rather than reporting no point left.
 namespace kobwb {
 
-// Relative widening of one bound: eight units of rounding.
+// Relative widening of one bound: eight units of rounding, and one more step to the
+// next double, so that a bound at 0 or among the subnormals moves too.
 constexpr double projectionSlack = 8 * DBL_EPSILON;
 
 inline double Down(double v) {
-    return std::isinf(v) ? v : v - projectionSlack * std::fabs(v);
+    return std::isinf(v) ? v : std::nextafter(v - projectionSlack * std::fabs(v), -HUGE_VAL);
 }
 inline double Up(double v) {
-    return std::isinf(v) ? v : v + projectionSlack * std::fabs(v);
+    return std::isinf(v) ? v : std::nextafter(v + projectionSlack * std::fabs(v), HUGE_VAL);
 }
 
 // The clamping of real results applied to bounds widened outwards.
