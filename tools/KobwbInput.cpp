@@ -112,6 +112,9 @@ void LoadModelText(const std::string& name, std::string text, LoadedModel& loade
     KOBWBParser::Parse(text.c_str(), loaded.model, loaded.ids, loaded.messenger, nullptr);
     CollectMessengerReports(loaded);
     CheckHomogeneity(loaded);
+    if (loaded.messenger.GetErrorNumber() == 0)
+        for (const KOBWBNumberWarning& warning : KOBWBModelNumberCheck::Run(loaded.model))
+            Add(loaded, warning.location.GetFirstLine(), warning.location.GetFirstColumn() + 1, false, warning.message);
     // In text order; what has no place comes last.
     std::stable_sort(loaded.diagnostics.begin(), loaded.diagnostics.end(),
                      [](const Diagnostic& a, const Diagnostic& b) {
