@@ -3,6 +3,7 @@
 #include "KOBWBEnvironment.h"
 #include "KOBWBEquation.h"
 #include "KOBWBExpression.h"
+#include "KOBWBIntervalKernels.h"
 #include "KOBWBLimits.h"
 #include "KOBWBOperatorEvaluation.h"
 #include "KOBWBOperatorTable.h"
@@ -73,8 +74,8 @@ void WidenByRounding(KOBWBValue& v) {
     const KOBWBRealInterval* r = v.GetRealIntervalPayload();
     if (!r || !(r->lower <= r->upper)) return;
     const double max = KOBWBMaxReal;
-    const double lower = r->lower <= -max ? r->lower : std::nextafter(r->lower, -HUGE_VAL);
-    const double upper = r->upper >= max ? r->upper : std::nextafter(r->upper, HUGE_VAL);
+    const double lower = r->lower <= -max ? r->lower : NextBelow(r->lower);
+    const double upper = r->upper >= max ? r->upper : NextAbove(r->upper);
     v.Set(KOBWBRealInterval{lower, upper});
 }
 

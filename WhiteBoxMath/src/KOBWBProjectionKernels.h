@@ -27,10 +27,12 @@ namespace kobwb {
 constexpr double projectionSlack = 8 * DBL_EPSILON;
 
 inline double Down(double v) {
-    return std::isinf(v) ? v : std::nextafter(v - projectionSlack * std::fabs(v), -HUGE_VAL);
+    const double widened = v - projectionSlack * std::fabs(v);
+    return std::isfinite(widened) ? NextBelow(widened) : widened;
 }
 inline double Up(double v) {
-    return std::isinf(v) ? v : std::nextafter(v + projectionSlack * std::fabs(v), HUGE_VAL);
+    const double widened = v + projectionSlack * std::fabs(v);
+    return std::isfinite(widened) ? NextAbove(widened) : widened;
 }
 
 // The clamping of real results applied to bounds widened outwards.
