@@ -42,6 +42,7 @@
 #include "KOBWBEquationType.h"
 #include "KOBWBExpression.h"
 #include "KOBWBExpressionType.h"
+#include "KOBWBFunctionNames.h"
 #include "KOBWBFactory.h"
 #include "KOBWBIfThenElseOperator.h"
 #include "KOBWBIntegrateOperator.h"
@@ -85,5 +86,11 @@
 #include "KOBWBEquationMLPrinter.h"
 #include "KOBWBEquationPrinter.h"
 #include "KOBWBGraphPrinter.h"
+
+#include "KOBWBBranchAndPrune.h"
+#include "KOBWBIntervalNewton.h"
+#include "KOBWBJacobian.h"
+#include "KOBWBPointEvaluator.h"
+#include "KOBWBSolver.h"
 
 #endif

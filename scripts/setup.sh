@@ -19,6 +19,8 @@ if [ "${FUZZ:-0}" = 1 ]; then
         missing+=(libclang-rt-dev)
 fi
 { [ -f /usr/include/gmp.h ] || ls /usr/include/*/gmp.h >/dev/null 2>&1; } || missing+=(libgmp-dev)
+[ -f /usr/include/eigen3/Eigen/Sparse ] || missing+=(libeigen3-dev)
+[ -f /usr/include/suitesparse/SuiteSparseQR.hpp ] || missing+=(libsuitesparse-dev)
 
 if [ ${#missing[@]} -gt 0 ]; then
     if [ "$(id -u)" -eq 0 ]; then

@@ -1,31 +1,40 @@
 #include "KobwbActions.h"
 
+#include "KobwbConflict.h"
 #include "KobwbJson.h"
+#include "KobwbSimplification.h"
 
+#include <cmath>
 #include <cstdlib>
 
 namespace kobwb_tool {
 
-namespace {
-
-bool ParseNumber(const std::string& text, double& value) {
+std::string ParseNumber(const std::string& text, double& value) {
     char* end = nullptr;
     value = std::strtod(text.c_str(), &end);
-    return !text.empty() && end == text.c_str() + text.size();
+    if (text.empty() || end != text.c_str() + text.size()) return "'" + text + "' is not a number";
+    if (!std::isfinite(value)) return text + " is past the largest real";
+    return "";
 }
 
-// "[LOW,HIGH]" or "VALUE", LOW <= HIGH.
-bool ParseInterval(const std::string& text, KOBWBRealInterval& domain) {
+namespace {
+
+// "[LOW,HIGH]" or "VALUE", LOW <= HIGH; what was wrong otherwise.
+std::string ParseInterval(const std::string& text, KOBWBRealInterval& domain) {
     if (text.size() >= 2 && text.front() == '[' && text.back() == ']') {
         const size_t comma = text.find(',');
-        if (comma == std::string::npos) return false;
-        return ParseNumber(text.substr(1, comma - 1), domain.lower) &&
-               ParseNumber(text.substr(comma + 1, text.size() - comma - 2), domain.upper) &&
-               domain.lower <= domain.upper;
+        if (comma == std::string::npos) return "no comma between the bounds";
+        const std::string low = text.substr(1, comma - 1);
+        const std::string high = text.substr(comma + 1, text.size() - comma - 2);
+        std::string problem = ParseNumber(low, domain.lower);
+        if (problem.empty()) problem = ParseNumber(high, domain.upper);
+        if (problem.empty() && domain.lower > domain.upper)
+            problem = "the lower bound " + low + " is above the upper bound " + high;
+        return problem;
     }
-    if (!ParseNumber(text, domain.lower)) return false;
+    const std::string problem = ParseNumber(text, domain.lower);
     domain.upper = domain.lower;
-    return true;
+    return problem;
 }
 
 KOBWBValue Everything() {
@@ -97,29 +106,36 @@ std::string SetDomain(KOBWBFactory& factory, const std::string& assignment) {
     const std::string name = assignment.substr(0, equals);
     const std::string value = assignment.substr(equals + 1);
     KOBWBRealInterval domain{0, 0};
-    if (value != "*" && !ParseInterval(value, domain)) return "bad domain " + assignment;
+    const std::string problem = value == "*" ? "" : ParseInterval(value, domain);
+    if (!problem.empty()) return "bad domain " + assignment + ": " + problem;
     KOBWBVariable* variable = factory.GetVariable(KOBLVRString(name.c_str()));
     if (!variable) return "no variable " + name + " in the model";
     variable->SetExprValue(value == "*" ? Everything() : KOBWBValue(domain));
     return "";
 }
 
-void WriteVariables(KOBWBFactory& factory, bool json, std::string& out) {
+void WriteVariables(KOBWBFactory& factory, const ModelSource& source, bool json, std::string& out) {
     ListWriter list(json, out);
     for (int i = 0; i < factory.GetNbOfVariables(); ++i) {
         KOBWBVariable* variable = factory.GetVariable(i);
         if (!variable) continue;
         const KOBWBValue& value = variable->GetExprValue();
+        const std::string name = variable->GetName().str();
         list.Item();
         if (!json) {
-            out += std::string(variable->GetName().str()) + " in " + ValueText(value) + '\n';
+            out += name + " in " + source.ValueText(variable) + '\n';
             continue;
         }
         out += "{\"name\": ";
-        AppendJsonString(out, std::string(variable->GetName().str()));
+        AppendJsonString(out, name);
         out += ", \"domain\": ";
         AppendJsonString(out, ValueText(value));
         AppendBounds(out, value);
+        const std::string unit = source.UnitOf(name);
+        if (!unit.empty()) {
+            out += ", \"shown\": ";
+            AppendJsonString(out, source.ValueText(variable));
+        }
         out += '}';
     }
     list.Close();
@@ -147,12 +163,16 @@ void WriteEvaluation(KOBWBFactory& factory, bool json, std::string& out) {
     list.Close();
 }
 
-bool WriteDerivatives(KOBWBFactory& factory, const std::string& name, bool json, std::string& out) {
+bool WriteDerivatives(KOBWBFactory& factory, const std::string& name, bool raw, bool json, std::string& out) {
     KOBWBVariable* variable = factory.GetVariable(KOBLVRString(name.c_str()));
     if (!variable) return false;
     ListWriter list(json, out);
     for (KOBWBEquation* equation = factory.GetFirstEquation(); equation; equation = factory.GetNextEquation(equation)) {
-        const KOBWBExpression* derivative = factory.CreateDerivative(equation->GetRoot(), 1, &variable);
+        KOBWBExpression* derivative = factory.CreateDerivative(equation->GetRoot(), 1, &variable);
+        if (derivative && !raw) {
+            KOBWBExpression* simplified = KOBWBPolynomialTools::Simplify(derivative);
+            derivative = WriteFractionsAsQuotients(factory, FoldExactConstants(factory, simplified ? simplified : derivative));
+        }
         const std::string text = derivative ? KOBWBEquationPrinter::ToText(derivative) : "(no derivative)";
         list.Item();
         if (!json) {
@@ -167,15 +187,6 @@ bool WriteDerivatives(KOBWBFactory& factory, const std::string& name, bool json,
         out += '}';
     }
     list.Close();
-    return true;
-}
-
-bool RunSimplify(KOBWBFactory& factory, unsigned mode) {
-    KOBWBSymbolicTransformations* transformations = KOBCreateWBSymbolicTransformations(0, factory);
-    if (!transformations) return false;
-    transformations->SetMode(mode);
-    transformations->Run();
-    KOBRemove(transformations);
     return true;
 }
 
@@ -199,23 +210,51 @@ void WriteClassification(KOBWBFactory& factory, bool json, std::string& out) {
     list.Close();
 }
 
-bool RunContract(KOBWBFactory& factory, bool json, std::string& out) {
-    KOBWBContractor contractor(factory);
-    const KOBWBContractionStatus status = contractor.Run();
+bool RunContract(KOBWBFactory& factory, const ModelSource& source, bool json, std::string& out) {
+    const std::vector<KOBWBValue> start = SaveDomains(factory);
+    KOBWBContractionStatus status = KOBWBContractionFixedPoint;
+    long revisions = 0;
+    {
+        KOBWBContractor contractor(factory);
+        status = contractor.Run();
+        revisions = contractor.GetNbOfRevisions();
+    }
     const char* outcome = status == KOBWBContractionNoSolution  ? "no solution"
                           : status == KOBWBContractionFixedPoint ? "fixed point"
                                                                  : "budget spent";
-    const std::string revisions = std::to_string(contractor.GetNbOfRevisions());
+    const std::string counted = std::to_string(revisions);
+    if (status == KOBWBContractionNoSolution) {
+        const std::vector<KOBWBEquation*> culprits = EquationsThatEmpty(factory, start);
+        RestoreDomains(factory, start);
+        if (json) {
+            out += "{\"status\": \"no solution\", \"revisions\": " + counted + ", \"equations\": [";
+            for (size_t i = 0; i < culprits.size(); ++i) {
+                out += i > 0 ? ", " : "";
+                out += "{\"id\": " + std::to_string(culprits[i]->GetId()) +
+                       ", \"line\": " + std::to_string(source.LineOf(culprits[i])) + ", \"equation\": ";
+                AppendJsonString(out, KOBWBEquationPrinter::ToText(culprits[i]));
+                out += '}';
+            }
+            out += "]}\n";
+        } else {
+            out += "no solution after " + counted + " revisions: ";
+            out += culprits.empty() ? std::string("the domains are empty\n")
+                                    : culprits.size() == 1 ? "this equation cannot hold in the domains\n"
+                                                           : "these equations cannot hold together in the domains\n";
+            for (const KOBWBEquation* equation : culprits) out += "  " + source.NameEquation(equation) + '\n';
+        }
+        return false;
+    }
     if (json) {
-        out += "{\"status\": \"" + std::string(outcome) + "\", \"revisions\": " + revisions + ", \"variables\": ";
-        WriteVariables(factory, true, out);
+        out += "{\"status\": \"" + std::string(outcome) + "\", \"revisions\": " + counted + ", \"variables\": ";
+        WriteVariables(factory, source, true, out);
         out.back() = '}';
         out += '\n';
     } else {
-        out += std::string(outcome) + " after " + revisions + " revisions\n";
-        WriteVariables(factory, false, out);
+        out += std::string(outcome) + " after " + counted + " revisions\n";
+        WriteVariables(factory, source, false, out);
     }
-    return status != KOBWBContractionNoSolution;
+    return true;
 }
 
 namespace {

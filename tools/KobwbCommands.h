@@ -1,24 +1,22 @@
 #ifndef KobwbCommands_h
 #define KobwbCommands_h
 
-#include <string>
-#include <vector>
+#include "KobwbCommandLine.h"
 
 namespace kobwb_tool {
 
-// Each command takes its arguments (after the command's name) and returns the
-// exit status.
-int Check(const std::vector<std::string>& arguments);
-int Eval(const std::vector<std::string>& arguments);
-int Print(const std::vector<std::string>& arguments);
-int Diff(const std::vector<std::string>& arguments);
-int Simplify(const std::vector<std::string>& arguments);
-int Classify(const std::vector<std::string>& arguments);
-int Contract(const std::vector<std::string>& arguments);
-int Edit(const std::vector<std::string>& arguments);
-
-// The usage text of a command, empty for an unknown one.
-const char* UsageOf(const std::string& command);
+// The handlers of the command table; each returns the exit status.
+int Check(const Invocation& invocation);
+int Eval(const Invocation& invocation);
+int Print(const Invocation& invocation);
+int Diff(const Invocation& invocation);
+int Simplify(const Invocation& invocation);
+int Classify(const Invocation& invocation);
+int Contract(const Invocation& invocation);
+int Edit(const Invocation& invocation);
+// KobwbSolve.cpp
+int Solve(const Invocation& invocation);
+int Dof(const Invocation& invocation);
 
 } // namespace kobwb_tool
 

@@ -1,6 +1,8 @@
 #include "KobwbInput.h"
 
 #include "KobwbJson.h"
+#include "KobwbMessageDetail.h"
+#include "KobwbUnitConflicts.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -60,20 +62,55 @@ void CheckComments(const std::string& text, LoadedModel& loaded) {
     }
 }
 
-void CollectMessengerReports(LoadedModel& loaded) {
+const std::string inconsistentUnit = "semantic error, inconsistent unit";
+
+// Whether the place (line and column from 1) is within the equation's text.
+bool Holds(const KOBWBEqNode& equation, int line, int column) {
+    const KOBWBLocation& location = equation.GetLocation();
+    const bool afterStart = line > location.GetFirstLine() ||
+                            (line == location.GetFirstLine() && column - 1 >= location.GetFirstColumn());
+    const bool beforeEnd = line < location.GetLastLine() ||
+                           (line == location.GetLastLine() && column - 1 <= location.GetLastColumn());
+    return afterStart && beforeEnd;
+}
+
+// Moves a report of inconsistent units to the first conflict found in its
+// equation that no other report took, and adds what the conflict is.
+void ExplainUnits(std::vector<UnitConflict>& conflicts, Diagnostic& report) {
+    for (auto conflict = conflicts.begin(); conflict != conflicts.end(); ++conflict) {
+        if (!Holds(*conflict->equation, report.line, report.column)) continue;
+        report.line = conflict->line;
+        report.column = conflict->column;
+        report.message += ": " + conflict->detail;
+        conflicts.erase(conflict);
+        return;
+    }
+}
+
+void CollectMessengerReports(const TextPlaces& places, LoadedModel& loaded) {
     const KOBWBParserMessenger& messenger = loaded.messenger;
+    std::vector<UnitConflict> conflicts;
+    bool conflictsFound = false;
     for (int i = 0; i < messenger.GetErrorNumber(); ++i) {
         int code = 0;
         KOBWBLocation location;
         messenger.GetError(i, code, location);
-        Add(loaded, location.GetFirstLine(), location.GetFirstColumn() + 1, true, messenger.GetErrorMessage(i).str());
+        Diagnostic report{location.GetFirstLine(), location.GetFirstColumn() + 1, true, messenger.GetErrorMessage(i).str()};
+        if (report.message == inconsistentUnit) {
+            if (!conflictsFound) conflicts = FindUnitConflicts(loaded.model, places);
+            conflictsFound = true;
+            ExplainUnits(conflicts, report);
+        } else {
+            DetailReport(places, report);
+        }
+        Add(loaded, report.line, report.column, true, std::move(report.message));
     }
     const int invalid = messenger.GetNbOfInvalidCharacters();
     for (int i = 0; i < invalid && i < shownInvalidCharacters; ++i) {
         int line = 0;
         int column = 0;
         messenger.GetInvalidCharacter(i, line, column);
-        Add(loaded, line, column + 1, false, "invalid character, skipped");
+        Add(loaded, line, column + 1, false, InvalidCharacterMessage(places, line, column));
     }
     if (invalid > shownInvalidCharacters)
         Add(loaded, 0, 0, false, std::to_string(invalid - shownInvalidCharacters) + " more invalid characters");
@@ -83,12 +120,25 @@ void CollectMessengerReports(LoadedModel& loaded) {
 // of a length or an angle): only a side that is decided to mix kinds, or two
 // decided sides that differ, is a problem.
 void CheckHomogeneity(LoadedModel& loaded) {
+    bool unitsInconsistent = false;
+    for (const Diagnostic& problem : loaded.diagnostics)
+        unitsInconsistent = unitsInconsistent || problem.message.compare(0, inconsistentUnit.size(), inconsistentUnit) == 0;
     for (KOBWBEqNode* equation = loaded.model.GetFirstEquation(); equation;
          equation = loaded.model.GetNextEquation(equation)) {
         if (!equation->GetRightTerm() || KOBWBModelHomogeneity::CheckHomogeneity(*equation) != 1) continue;
+        // An equation whose units the model check found inconsistent, or one on a
+        // line with a syntax error, is reported once.
+        bool reported = false;
+        for (const Diagnostic& problem : loaded.diagnostics)
+            reported = reported || (problem.error && (Holds(*equation, problem.line, problem.column) ||
+                                                      problem.line == equation->GetLocation().GetFirstLine()));
+        if (reported) continue;
         const KOBLVRString left = KOBWBModelHomogeneity::FillHomogeneity(equation->GetLeftTerm());
         const KOBLVRString right = KOBWBModelHomogeneity::FillHomogeneity(equation->GetRightTerm());
         if (left == KOBWBUnitClassUnsolved || right == KOBWBUnitClassUnsolved) continue;
+        // A variable is of both kinds because the model check found a unit
+        // inconsistent, which is reported where it is.
+        if (unitsInconsistent && (left == KOBWBUnitClassInhomogeneous || right == KOBWBUnitClassInhomogeneous)) continue;
         const KOBWBLocation& location = equation->GetLocation();
         Add(loaded, location.GetFirstLine(), location.GetFirstColumn() + 1, false,
             std::string("the two sides are not the same kind of quantity (") + left.str() + " and " + right.str() +
@@ -110,11 +160,12 @@ void LoadModelText(const std::string& name, std::string text, LoadedModel& loade
     }
     CheckComments(text, loaded);
     KOBWBParser::Parse(text.c_str(), loaded.model, loaded.ids, loaded.messenger, nullptr);
-    CollectMessengerReports(loaded);
+    CollectMessengerReports(TextPlaces(text), loaded);
     CheckHomogeneity(loaded);
     if (loaded.messenger.GetErrorNumber() == 0)
         for (const KOBWBNumberWarning& warning : KOBWBModelNumberCheck::Run(loaded.model))
             Add(loaded, warning.location.GetFirstLine(), warning.location.GetFirstColumn() + 1, false, warning.message);
+    if (loaded.ids.Size() == 0 && loaded.errors == 0) Add(loaded, 0, 0, false, "the model holds no equations");
     // In text order; what has no place comes last.
     std::stable_sort(loaded.diagnostics.begin(), loaded.diagnostics.end(),
                      [](const Diagnostic& a, const Diagnostic& b) {
@@ -127,7 +178,9 @@ void LoadModelText(const std::string& name, std::string text, LoadedModel& loade
 bool LoadModel(const std::string& name, LoadedModel& loaded) {
     std::string text;
     if (!ReadInput(name, text)) {
-        std::cerr << "kobwb: cannot read " << ShownName(name) << ": " << std::strerror(errno) << '\n';
+        loaded.file = name;
+        loaded.unreadable = std::strerror(errno);
+        std::cerr << "kobwb: cannot read " << ShownName(name) << ": " << loaded.unreadable << '\n';
         return false;
     }
     LoadModelText(name, std::move(text), loaded);
@@ -163,23 +216,36 @@ void AppendDiagnosticsJson(const LoadedModel& loaded, std::string& out) {
 }
 
 int ConvertModel(LoadedModel& loaded, KOBWBFactory& factory, KOBLVRListPKOBWBVarNode& variableNodes,
-                 KOBLVRListPKOBWBVariable& factoryVariables) {
+                 KOBLVRListPKOBWBVariable& factoryVariables, ModelSource& source) {
     if (loaded.errors > 0) return exitProblems;
     const int parsed = loaded.ids.Size();
-    if (loaded.model.FillFactory(factory, loaded.ids, -1, variableNodes, factoryVariables) != parsed) {
+    // Conversion writes each factory equation's id over its model equation's.
+    std::vector<int> lines;
+    for (int i = 0; i < parsed; ++i) {
+        const KOBWBEqNode* equation = loaded.model.GetEquationById(loaded.ids[i]);
+        lines.push_back(equation ? equation->GetLocation().GetFirstLine() : 0);
+    }
+    const long converted = loaded.model.FillFactory(factory, loaded.ids, -1, variableNodes, factoryVariables);
+    for (int i = 0; i < parsed; ++i)
+        if (loaded.ids[i] >= 0 && lines[static_cast<size_t>(i)] > 0) source.SetLine(loaded.ids[i], lines[static_cast<size_t>(i)]);
+    KOBLVRListPKOBWBVarNode occurrences;
+    loaded.model.GetVariables(occurrences);
+    for (int i = 0; i < occurrences.Size(); ++i)
+        if (const KOBWBVarNode* variable = occurrences[i]) source.SetKind(variable->GetName().str(), variable->GetUnitType());
+    if (converted != parsed) {
         std::cerr << ShownName(loaded.file) << ": error: some equations could not be converted\n";
         return exitProblems;
     }
     return exitClean;
 }
 
-int LoadFactory(const std::string& name, KOBWBFactory& factory) {
+int LoadFactory(const std::string& name, KOBWBFactory& factory, ModelSource& source) {
     LoadedModel loaded;
     if (!LoadModel(name, loaded)) return exitUsage;
     WriteDiagnostics(loaded, std::cerr);
     KOBLVRListPKOBWBVarNode variableNodes;
     KOBLVRListPKOBWBVariable factoryVariables;
-    return ConvertModel(loaded, factory, variableNodes, factoryVariables);
+    return ConvertModel(loaded, factory, variableNodes, factoryVariables, source);
 }
 
 } // namespace kobwb_tool

@@ -2,17 +2,14 @@
 #define KobwbInput_h
 
 #include "KOBWBx.h"
+#include "KobwbCommandLine.h"
+#include "KobwbModelSource.h"
 
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace kobwb_tool {
-
-// Exit statuses of every command.
-constexpr int exitClean = 0;
-constexpr int exitProblems = 1;
-constexpr int exitUsage = 2;
 
 // The whole text of a file, or of standard input for "-"; false when it cannot be read.
 bool ReadInput(const std::string& name, std::string& text);
@@ -41,6 +38,8 @@ struct LoadedModel {
     std::vector<Diagnostic> diagnostics;
     int errors = 0;
     int warnings = 0;
+    // Why the file could not be read, when it could not.
+    std::string unreadable;
 };
 
 // Parses and checks text as the model of the named file.
@@ -59,15 +58,16 @@ void AppendDiagnosticsJson(const LoadedModel& loaded, std::string& out);
 
 // The equations of a loaded model without errors converted into the factory;
 // the variables already given (name occurrences and factory variables at the same
-// positions) are reused and the new ones appended. exitClean, or exitProblems
-// (with a message) when the model holds errors or an equation does not convert.
+// positions) are reused and the new ones appended. The equations' lines and the
+// variables' kinds are noted in source. exitClean, or exitProblems (with a
+// message) when the model holds errors or an equation does not convert.
 int ConvertModel(LoadedModel& loaded, KOBWBFactory& factory, KOBLVRListPKOBWBVarNode& variableNodes,
-                 KOBLVRListPKOBWBVariable& factoryVariables);
+                 KOBLVRListPKOBWBVariable& factoryVariables, ModelSource& source);
 
 // A file read into a factory, for the commands that work on equations: exitClean,
 // or (after the problems are written to standard error) exitUsage when the file
 // cannot be read and exitProblems when it holds errors.
-int LoadFactory(const std::string& name, KOBWBFactory& factory);
+int LoadFactory(const std::string& name, KOBWBFactory& factory, ModelSource& source);
 
 } // namespace kobwb_tool
 

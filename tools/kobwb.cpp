@@ -1,7 +1,6 @@
 // kobwb: the library's models from the shell. Every command has --help.
 
-#include "KobwbCommands.h"
-#include "KobwbInput.h"
+#include "KobwbCommandLine.h"
 
 #include <iostream>
 #include <string>
@@ -9,31 +8,16 @@
 
 namespace {
 
-using Command = int (*)(const std::vector<std::string>&);
-
-struct Entry {
-    const char* name;
-    Command run;
-    const char* summary;
-};
-
-const Entry commands[] = {
-    {"check", kobwb_tool::Check, "parse and check models; problems as FILE:LINE:COL: lines"},
-    {"eval", kobwb_tool::Eval, "evaluate every equation over variable domains"},
-    {"print", kobwb_tool::Print, "write a model's equations in the model language"},
-    {"diff", kobwb_tool::Diff, "differentiate every equation by a variable"},
-    {"simplify", kobwb_tool::Simplify, "run the symbolic transformations"},
-    {"classify", kobwb_tool::Classify, "tell linear, quadratic and other equations apart"},
-    {"contract", kobwb_tool::Contract, "narrow the variables' domains with the equations"},
-    {"edit", kobwb_tool::Edit, "a session over a model's equations, from a terminal or a script"},
-};
-
 void Help(std::ostream& out) {
     out << "usage: kobwb COMMAND [ARGUMENTS]\n"
-           "FILE - reads standard input; kobwb COMMAND --help describes a command.\n"
+           "FILE - reads standard input; kobwb COMMAND --help describes a command;\n"
+           "kobwb --version tells the version.\n"
            "Commands:\n";
-    for (const Entry& entry : commands) out << "  " << entry.name << std::string(10 - std::string(entry.name).size(), ' ')
-                                            << entry.summary << '\n';
+    for (const kobwb_tool::CommandRow& command : kobwb_tool::Commands()) {
+        std::string name = command.name;
+        name.resize(name.size() < 10 ? 10 : name.size() + 1, ' ');
+        out << "  " << name << command.summary << '\n';
+    }
 }
 
 } // namespace
@@ -48,9 +32,13 @@ int main(int argc, char** argv) {
         Help(std::cout);
         return kobwb_tool::exitClean;
     }
+    if (name == "--version") {
+        std::cout << "kobwb " << KOBWB_VERSION << '\n';
+        return kobwb_tool::exitClean;
+    }
     const std::vector<std::string> arguments(argv + 2, argv + argc);
-    for (const Entry& entry : commands)
-        if (name == entry.name) return entry.run(arguments);
+    for (const kobwb_tool::CommandRow& command : kobwb_tool::Commands())
+        if (name == command.name) return kobwb_tool::RunCommand(command, arguments);
     std::cerr << "kobwb: unknown command " << name << '\n';
     Help(std::cerr);
     return kobwb_tool::exitUsage;

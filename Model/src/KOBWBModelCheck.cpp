@@ -3,7 +3,7 @@
 #include "KOBWBConstNode.h"
 #include "KOBWBEqNode.h"
 #include "KOBWBModel.h"
-#include "KOBWBModelFunctions.h"
+#include "KOBWBFunctionNames.h"
 #include "KOBWBOpNode.h"
 #include "KOBWBParserMessenger.h"
 #include "KOBWBPrefetch.h"
@@ -198,12 +198,11 @@ int Checker::OperatorSet(const KOBWBOpNode& node, const int* children) {
     const KOBWBExpressionType type = node.GetType();
     if (type == KOBWBBlackBoxType && !node.GetBlackBox())
         Tell(node.GetLocation(), "semantic error, unknown function " + node.GetCalledName());
-    int minimum = 0;
-    int maximum = 0;
-    if (KOBWBFunctionArity(type, minimum, maximum) &&
-        (count < minimum || (maximum >= 0 && count > maximum))) {
-        Tell(node.GetLocation(), KOBLVRString("semantic error, wrong number of arguments for ") +
-                                     KOBWBFunctionName(type));
+    // Step's arguments are not counted (minimum 0).
+    const KOBWBFunctionName* function = KOBWBFindWrittenFunction(type);
+    if (function && function->minimum > 0 &&
+        (count < function->minimum || (function->maximum >= 0 && count > function->maximum))) {
+        Tell(node.GetLocation(), KOBLVRString("semantic error, wrong number of arguments for ") + function->name);
         return KOBWBUnitSets::None;
     }
     Restriction restriction;

@@ -1,5 +1,6 @@
 #include "KOBWBModelScannerSupport.h"
 
+#include "KOBWBFunctionNames.h"
 #include "KOBWBModel.h"
 #include "KOBWBParserMessenger.h"
 
@@ -30,11 +31,6 @@ const int foreseenCharacters = 512;
 
 } // namespace
 
-int KOBWBBuiltinToken(KOBWBMODELLANGSTYPE* value, KOBWBExpressionType type) {
-    value->code = type;
-    return TOKEN_BUILTIN_FUNC;
-}
-
 int KOBWBDigitsToken(KOBWBMODELLANGSTYPE* value, const char* text) {
     // The digits are read here while they fit in an int; a larger number is the
     // real that atof reads.
@@ -56,8 +52,11 @@ int KOBWBRealToken(KOBWBMODELLANGSTYPE* value, const char* text) {
     return TOKEN_REAL;
 }
 
-int KOBWBIdentifierToken(KOBWBMODELLANGSTYPE* value, KOBWBScanContext& context, const char* text,
-                         int length) {
+int KOBWBNameToken(KOBWBMODELLANGSTYPE* value, KOBWBScanContext& context, const char* text, int length) {
+    if (const KOBWBFunctionName* function = KOBWBFindReadFunction(text, length)) {
+        value->code = function->type;
+        return TOKEN_BUILTIN_FUNC;
+    }
     value->text = context.identifiers.Copy(text, static_cast<size_t>(length));
     return TOKEN_IDENTIFIER;
 }

@@ -21,14 +21,12 @@ struct KOBWBScanContext {
 
 // What the scanner's rules do with the text they match.
 
-// A built-in function name: the token carries its expression type.
-int KOBWBBuiltinToken(KOBWBMODELLANGSTYPE* value, KOBWBExpressionType type);
 // A run of digits: an "integer" when it fits in an int, a "real" otherwise.
 int KOBWBDigitsToken(KOBWBMODELLANGSTYPE* value, const char* text);
 int KOBWBRealToken(KOBWBMODELLANGSTYPE* value, const char* text);
-// An "identifier" carrying a copy of its text kept in the scan context.
-int KOBWBIdentifierToken(KOBWBMODELLANGSTYPE* value, KOBWBScanContext& context, const char* text,
-                         int length);
+// A built-in function's name (as KOBWBFunctionNames reads it) with its code, or
+// an "identifier" carrying a copy of its text kept in the scan context.
+int KOBWBNameToken(KOBWBMODELLANGSTYPE* value, KOBWBScanContext& context, const char* text, int length);
 // Notes the character at location with the messenger (not as an error) and,
 // while the messenger echoes, writes "Invalid character\n" on standard output;
 // the character is skipped.

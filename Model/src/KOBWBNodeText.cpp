@@ -3,7 +3,7 @@
 #include "KOBWBBlackBox.h"
 #include "KOBWBConstNode.h"
 #include "KOBWBEqNode.h"
-#include "KOBWBModelFunctions.h"
+#include "KOBWBFunctionNames.h"
 #include "KOBWBOpNode.h"
 #include "KOBWBVarNode.h"
 
@@ -21,8 +21,8 @@ struct Piece {
 
 const char* FunctionText(KOBWBExpressionType type) {
     if (type == KOBWBRootType) return "root";
-    const char* name = KOBWBFunctionName(type);
-    return name ? name : "?";
+    const KOBWBFunctionName* function = KOBWBFindWrittenFunction(type);
+    return function ? function->name : "?";
 }
 
 // The infix text of a binary operator, or null for a function.

@@ -3,6 +3,7 @@
 #include "KOBWBExpression.h"
 #include "KOBWBConstant.h"
 #include "KOBWBFactory.h"
+#include "KOBWBLargeIntegerWriter.h"
 
 #include <algorithm>
 #include <climits>
@@ -45,6 +46,9 @@ KOBWBExpression* Impl::WriteCoefficient(const KOBWBCoefficient& coefficient, lon
         return Constant(KOBWBValue(fraction), "f" + std::to_string(numerator) + "/" + std::to_string(denominator) +
                                                   "p" + std::to_string(piPower));
     }
+    // An integer past the integer constants, exactly where the factory can write it.
+    if (coefficient.IsExact())
+        if (KOBWBExpression* exact = KOBWBWriteLargeInteger(factory, coefficient.GetExact())) return exact;
     // Real constants are told apart by their bits.
     const double value = coefficient.ToDouble();
     std::string key(1 + sizeof value, 'r');

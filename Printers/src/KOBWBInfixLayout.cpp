@@ -4,6 +4,7 @@
 #include "KOBWBConstant.h"
 #include "KOBWBEquation.h"
 #include "KOBWBExpression.h"
+#include "KOBWBFunctionNames.h"
 
 namespace kobwb {
 
@@ -303,15 +304,14 @@ void KOBWBInfixLayout::LayOutProduct(const KOBWBExpression* node, Placing placin
 
 void KOBWBInfixLayout::LayOutCall(const KOBWBExpression* node, Layout& layout) {
     const char* name = nullptr;
-    switch (node->GetType()) {
-    case KOBWBIntegrateType: name = "Int"; break;
-    case KOBWBImplicationType: name = "implies"; break;
-    case KOBWBBlackBoxType:
+    if (node->GetType() == KOBWBBlackBoxType) {
         m_names.emplace_back(static_cast<const KOBWBBlackBoxOperator*>(node)->GetBlackBoxName().str());
         if (m_names.back().empty()) m_names.back() = "blackbox";
         name = m_names.back().c_str();
-        break;
-    default: name = KOBWBGetExpressionTypeName(node->GetType());
+    } else if (const KOBWBFunctionName* function = KOBWBFindWrittenFunction(node->GetType())) {
+        name = function->name;
+    } else {
+        name = KOBWBGetExpressionTypeName(node->GetType());
     }
     layout.shape = Shape::Call;
     layout.precedence = AtomText;

@@ -22,7 +22,11 @@ void AppendReal(double value, std::string& out) {
         return;
     }
     char buffer[32];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
+    // A whole number below 1e21 is written with all its digits (3000000000.0, not
+    // 3e+09), as one writes it; the digits are those of the double, so it reads back.
+    const bool whole = value == std::floor(value) && std::fabs(value) < 1e21;
+    const auto result = whole ? std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed)
+                              : std::to_chars(buffer, buffer + sizeof buffer, value);
     const std::string_view text(buffer, static_cast<size_t>(result.ptr - buffer));
     out.append(text);
     if (text.find_first_of(".e") == std::string_view::npos) out += ".0";

@@ -55,6 +55,9 @@ public:
     virtual void SetExprValue(const KOBWBValue& value);
 
     KOBWBExpressionType GetType() const { return m_type; }
+    // The node's number in the order its factory made nodes, unique within the factory
+    // (tables indexed by node rather than hashed); -1 for nodes made past the largest int.
+    int GetNumber() const { return m_slot; }
     KOBWBFactory& GetFactory() const { return m_factory; }
     const KOBWBEnvironment& GetEnvironment() const { return m_factory.GetEnvironment(); }
 

@@ -146,7 +146,9 @@ KOBWBExpression* KOBWBFactory::Derivative(KOBWBExpression* expr, KOBWBVariable* 
             continue;
         }
         frames.pop_back();
-        bool constant = node->GetType() == KOBWBConstantType;
+        // A node free of v (a constant, another variable, or a graph of them) has the
+        // derivative 0 by v, and so have all its further derivatives.
+        bool constant = node->GetType() == KOBWBConstantType || (node->GetType() == KOBWBVariableType && node != v);
         if (node->GetType() != KOBWBVariableType && !constant) {
             constant = true;
             for (int i = 0; i < node->GetNbOfChildren() && constant; ++i) {

@@ -48,11 +48,49 @@ KOBWBExpression* LinearOfSquare(KOBWBFactory& factory, double a, KOBWBExpression
     return Linear(factory, a, Square(factory, x), b);
 }
 
-// (da * b - a * db) / denominator, the form of the quotient and of atan2.
+// factor * term, without the factor when it is 1.
+KOBWBExpression* Scaled(KOBWBFactory& f, const Term& factor, KOBWBExpression* term) {
+    return factor.IsOne() ? term : f.CreateProduct(NodeOf(f, factor), term);
+}
+
+// (da * b - a * db) / denominator, the form of the quotient and of atan2, without the
+// terms whose derivative is 0 and the unit factors.
 KOBWBExpression* CrossQuotient(KOBWBFactory& f, KOBWBExpression* a, const Term& da, KOBWBExpression* b,
                                const Term& db, KOBWBExpression* denominator) {
-    return f.CreateQuotient(f.CreateSub(f.CreateProduct(NodeOf(f, da), b), f.CreateProduct(a, NodeOf(f, db))),
-                            denominator);
+    if (db.IsZero()) return f.CreateQuotient(Scaled(f, da, b), denominator);
+    if (da.IsZero()) {
+        KOBWBExpression* negated = db.IsOne() ? f.CreateOpposite(a) : f.CreateProduct(f.CreateOpposite(NodeOf(f, db)), a);
+        return f.CreateQuotient(negated, denominator);
+    }
+    return f.CreateQuotient(f.CreateSub(Scaled(f, da, b), Scaled(f, db, a)), denominator);
+}
+
+// The derivative of a product of many factors of which several depend on v, in a
+// number of nodes linear in the factors: term i is prefix(i) * d(factor i) * suffix(i),
+// where prefix(i) is the product of the factors before i and suffix(i) of those after,
+// each made once as a chain of binary products. Spelling every term out with its own
+// copy of the other factors would make a number of nodes quadratic in the factors, and
+// each further derivative would multiply it again.
+Term ProductByPrefixes(KOBWBFactory& f, KOBWBAlgebraicOperator& node, const std::vector<Term>& derivatives) {
+    const int count = node.GetNbOfChildren();
+    std::vector<KOBWBExpression*> prefix(static_cast<std::size_t>(count), nullptr);
+    std::vector<KOBWBExpression*> suffix(static_cast<std::size_t>(count), nullptr);
+    for (int i = 1; i < count; ++i)
+        prefix[i] = i == 1 ? node.GetChild(0) : f.CreateProduct(prefix[i - 1], node.GetChild(i - 1));
+    for (int i = count - 2; i >= 0; --i)
+        suffix[i] = i == count - 2 ? node.GetChild(count - 1) : f.CreateProduct(node.GetChild(i + 1), suffix[i + 1]);
+    std::vector<Term> terms;
+    for (int i = 0; i < count; ++i) {
+        const Term& d = derivatives[static_cast<std::size_t>(i)];
+        if (d.IsNull() || d.IsZero()) continue;
+        KOBWBExpression* factors[3];
+        int n = 0;
+        if (prefix[i]) factors[n++] = prefix[i];
+        if (!d.IsOne()) factors[n++] = NodeOf(f, d);
+        if (suffix[i]) factors[n++] = suffix[i];
+        terms.push_back(Made(n == 1 ? factors[0] : f.CreateProduct(n, factors)));
+    }
+    return SumOfTerms(f, terms);
 }
 
 } // namespace
@@ -64,16 +102,28 @@ Term AlgebraicDerivative(KOBWBAlgebraicOperator& node, KOBWBVariable* v) {
     const int count = node.GetNbOfChildren();
     std::vector<Term> terms;
     if (node.GetType() == KOBWBSumType) {
+        // A term without derivative leaves the sum without one.
         for (int i = 0; i < count; ++i) {
             const Term d = DerivativeRules::Of(node.GetChild(i), v);
-            if (!d.IsNull() && !d.IsZero()) terms.push_back(d);
+            if (d.IsNull()) return {};
+            if (!d.IsZero()) terms.push_back(d);
         }
         return SumOfTerms(factory, terms);
     }
     if (node.GetType() != KOBWBProductType) return {};
+    std::vector<Term> derivatives(static_cast<std::size_t>(count));
+    int dependent = 0;
+    for (int i = 0; i < count; ++i) {
+        derivatives[static_cast<std::size_t>(i)] = DerivativeRules::Of(node.GetChild(i), v);
+        const Term& d = derivatives[static_cast<std::size_t>(i)];
+        if (d.IsNull()) return {};
+        if (!d.IsZero()) ++dependent;
+    }
+    // Two dependent factors spell their terms out with fewer nodes than the chains.
+    if (dependent > 2 && count > 3) return ProductByPrefixes(factory, node, derivatives);
     std::vector<KOBWBExpression*> factors;
     for (int i = 0; i < count; ++i) {
-        const Term d = DerivativeRules::Of(node.GetChild(i), v);
+        const Term& d = derivatives[static_cast<std::size_t>(i)];
         if (d.IsNull() || d.IsZero()) continue;
         const bool one = d.IsOne();
         factors.clear();
@@ -96,18 +146,23 @@ Term BinaryDerivative(KOBWBBinaryOperator& node, KOBWBVariable* v) {
     if (!a || !b) return {};
     KOBWBFactory& f = node.GetFactory();
     switch (node.GetType()) {
-    case KOBWBQuotientType:
-        return Made(CrossQuotient(f, a, DerivativeRules::Of(a, v), b, DerivativeRules::Of(b, v), Square(f, b)));
+    case KOBWBQuotientType: {
+        const Term da = DerivativeRules::Of(a, v);
+        const Term db = DerivativeRules::Of(b, v);
+        // A denominator free of v divides the numerator's derivative as it stands.
+        if (db.IsZero()) return Made(f.CreateQuotient(NodeOf(f, da), b));
+        return Made(CrossQuotient(f, a, da, b, db, Square(f, b)));
+    }
     case KOBWBPowerType: {
         const Term da = DerivativeRules::Of(a, v);
         const bool integerExponent =
             b->GetType() == KOBWBConstantType && b->GetExprValue().IsAKindOf(KOBWBIntegerValue);
         if (integerExponent) {
             const int k = b->GetExprValue().GetAsInteger();
-            if (!da.IsOne()) return Made(f.CreateProduct(b, f.CreateProduct(NodeOf(f, da), f.CreatePower(a, k - 1))));
-            if (k == 2) return Made(f.CreateProduct(b, a));
-            if (k == 1) return Made(b);
-            return Made(f.CreateProduct(b, f.CreatePower(a, k - 1)));
+            if (da.IsZero() || k == 0) return {Term::Kind::IntegerZero, nullptr};
+            if (k == 1) return da.IsOne() ? Made(b) : da;
+            KOBWBExpression* lowered = k == 2 ? a : f.CreatePower(a, k - 1);
+            return Made(f.CreateProduct(b, Scaled(f, da, lowered)));
         }
         const Term db = DerivativeRules::Of(b, v);
         KOBWBExpression* baseTerm = f.CreateQuotient(f.CreateProduct(b, NodeOf(f, da)), a);
@@ -128,13 +183,12 @@ Term UnaryDerivative(KOBWBUnaryOperator& node, KOBWBVariable* v) {
     KOBWBFactory& f = node.GetFactory();
     switch (node.GetType()) {
     case KOBWBSqrtType:
-        return Made(f.CreateQuotient(NodeOf(f, DerivativeRules::Of(x, v)),
-                                     f.CreateProduct(Integer(f, 2), f.CreateSqrt(x))));
+        return Made(f.CreateQuotient(NodeOf(f, DerivativeRules::Of(x, v)), f.CreateProduct(Integer(f, 2), &node)));
     case KOBWBLogType:
         return Made(f.CreateQuotient(NodeOf(f, DerivativeRules::Of(x, v)),
                                      f.CreateProduct(x, Real(f, std::log(10.0)))));
     case KOBWBLnType: return Made(f.CreateQuotient(NodeOf(f, DerivativeRules::Of(x, v)), x));
-    case KOBWBExpType: return Made(f.CreateProduct(NodeOf(f, DerivativeRules::Of(x, v)), f.CreateExp(x)));
+    case KOBWBExpType: return Made(Scaled(f, DerivativeRules::Of(x, v), &node));
     case KOBWBCeilType:
     case KOBWBFloorType:
     case KOBWBRoundType:
@@ -148,19 +202,20 @@ Term TrigonometricDerivative(KOBWBTrigonometricOperator& node, KOBWBVariable* v)
     KOBWBFactory& f = node.GetFactory();
     const auto d = [&f, x, v] { return NodeOf(f, DerivativeRules::Of(x, v)); };
     switch (node.GetType()) {
-    case KOBWBSinType: return Made(f.CreateProduct(f.CreateCos(x), d()));
+    case KOBWBSinType: return Made(Scaled(f, DerivativeRules::Of(x, v), f.CreateCos(x)));
     case KOBWBCosType: {
-        KOBWBExpression* factors[] = {Real(f, -1.0), f.CreateSin(x), d()};
-        return Made(f.CreateProduct(3, factors));
+        const Term dx = DerivativeRules::Of(x, v);
+        KOBWBExpression* factors[] = {Real(f, -1.0), f.CreateSin(x), dx.IsOne() ? nullptr : NodeOf(f, dx)};
+        return Made(f.CreateProduct(dx.IsOne() ? 2 : 3, factors));
     }
     case KOBWBTanType: return Made(f.CreateQuotient(d(), Square(f, f.CreateCos(x))));
     case KOBWBAsinType: return Made(f.CreateQuotient(d(), f.CreateSqrt(LinearOfSquare(f, -1.0, x, 1.0))));
     case KOBWBAcosType:
         return Made(f.CreateQuotient(Linear(f, -1.0, d(), 0.0), f.CreateSqrt(LinearOfSquare(f, -1.0, x, 1.0))));
     case KOBWBAtanType: return Made(f.CreateQuotient(d(), LinearOfSquare(f, 1.0, x, 1.0)));
-    case KOBWBSinhType: return Made(f.CreateProduct(f.CreateCosh(x), d()));
-    case KOBWBCoshType: return Made(f.CreateProduct(f.CreateSinh(x), d()));
-    case KOBWBTanhType: return Made(f.CreateProduct(LinearOfSquare(f, -1.0, &node, 1.0), d()));
+    case KOBWBSinhType: return Made(Scaled(f, DerivativeRules::Of(x, v), f.CreateCosh(x)));
+    case KOBWBCoshType: return Made(Scaled(f, DerivativeRules::Of(x, v), f.CreateSinh(x)));
+    case KOBWBTanhType: return Made(Scaled(f, DerivativeRules::Of(x, v), LinearOfSquare(f, -1.0, &node, 1.0)));
     case KOBWBAsinhType: return Made(f.CreateQuotient(d(), f.CreateSqrt(LinearOfSquare(f, 1.0, x, 1.0))));
     case KOBWBAcoshType: return Made(f.CreateQuotient(d(), f.CreateSqrt(LinearOfSquare(f, 1.0, x, -1.0))));
     case KOBWBAtanhType: return Made(f.CreateQuotient(d(), LinearOfSquare(f, -1.0, x, 1.0)));

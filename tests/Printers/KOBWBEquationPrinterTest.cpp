@@ -66,6 +66,10 @@ TEST(KOBWBEquationPrinter, WritesExactConstantsExactlyAndShowsOtherValues) {
     EXPECT_EQ(Text(f.CreateRealConstant(100.0)), "100.0");
     EXPECT_EQ(Text(f.CreateRealConstant(0.1)), "0.1");
     EXPECT_EQ(Text(f.CreateRealConstant(-2.5e-300)), "-2.5e-300");
+    // Whole numbers with all their digits, up to 1e21; past it, with an exponent.
+    EXPECT_EQ(Text(f.CreateRealConstant(3e9)), "3000000000.0");
+    EXPECT_EQ(Text(f.CreateRealConstant(-12157665459056928801.0)), "-12157665459056928768.0");
+    EXPECT_EQ(Text(f.CreateRealConstant(1e21)), "1e+21");
     EXPECT_EQ(Text(f.CreateConstant(KOBWBValue(KOBWBCreateRealInterval(-1, 2.5)))), "[-1.0, 2.5]");
     const int elements[] = {3, 1, 2};
     KOBWBValue enumeration;

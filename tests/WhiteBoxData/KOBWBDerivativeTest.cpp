@@ -82,8 +82,20 @@ TEST(KOBWBDerivative, NodeShapesAndSimplifications) {
     EXPECT_TRUE(dCube->GetChild(1)->GetChild(1)->GetExprValue().IsAKindOf(KOBWBIntegerValue));
     KOBWBExpression* first = f.CreatePower(x, 1);
     EXPECT_EQ(D(f, first, x), first->GetChild(1));
-    KOBWBExpression* dYCube = D(f, f.CreatePower(y, 3), x);
-    EXPECT_EQ(dYCube->GetChild(1)->GetType(), KOBWBProductType);
+    // Graphs free of the variable, and powers and quotients of them, fold to 0 as
+    // the derivative is made: no 0*(y - 1)^1 factors.
+    KOBWBExpression* yMinusOne = f.CreateSub(y, f.CreateIntegerConstant(1));
+    for (KOBWBExpression* free : {f.CreatePower(y, 3), f.CreatePower(yMinusOne, 2), f.CreateQuotient(y, yMinusOne)}) {
+        KOBWBExpression* d = D(f, free, x);
+        EXPECT_EQ(d->GetType(), KOBWBConstantType);
+        EXPECT_EQ(ConstantOf(d), 0.0);
+    }
+    KOBWBExpression* dSquare = D(f, f.CreateSum(f.CreatePower(f.CreateSub(x, y), 2), f.CreatePower(yMinusOne, 2)), x);
+    ASSERT_EQ(dSquare->GetType(), KOBWBProductType);
+    EXPECT_EQ(dSquare->GetChild(1)->GetType(), KOBWBSumType);
+    KOBWBExpression* dOverY = D(f, f.CreateQuotient(x, yMinusOne), x);
+    ASSERT_EQ(dOverY->GetType(), KOBWBQuotientType);
+    EXPECT_EQ(dOverY->GetChild(1), yMinusOne);
 
     EXPECT_EQ(D(f, f.CreateAbs(x), x), nullptr);
     EXPECT_EQ(D(f, f.CreateMin(x, y), x), nullptr);
@@ -290,4 +302,41 @@ TEST(KOBWBDerivative, MakesOnlyTheNodesItKeeps) {
     ASSERT_EQ(root->GetType(), KOBWBQuotientType);
     EXPECT_EQ(root->GetChild(1)->GetChild(0), square->GetChild(1));
     EXPECT_EQ(root->GetChild(0)->GetChild(0), square->GetChild(1));
+}
+
+// Every further derivative of a product of many factors that all depend on the
+// variable grows with the number of factors, not with its power: the third derivative
+// of a 40-factor product stays a few thousand nodes, and holds its value.
+TEST(KOBWBDerivative, WideProductsGrowLinearly) {
+    KOBWBFactory factory(0);
+    KOBWBVariable* x = factory.CreateVariable();
+    constexpr int count = 40;
+    std::vector<KOBWBExpression*> factors;
+    std::vector<double> shifts;
+    for (int i = 0; i < count; ++i) {
+        shifts.push_back(1.0 + i / 40.0);
+        factors.push_back(factory.CreateSum(x, factory.CreateRealConstant(shifts.back())));
+    }
+    KOBWBExpression* product = factory.CreateProduct(count, factors.data());
+    const int before = factory.GetNbOfExpressions();
+    KOBWBVariable* byX[] = {x, x, x};
+    KOBWBExpression* third = factory.CreateDerivative(product, 3, byX);
+    ASSERT_NE(third, nullptr);
+    EXPECT_LT(factory.GetNbOfExpressions() - before, 60 * count);
+
+    // The product's coefficients, differentiated three times, evaluated by Horner.
+    std::vector<double> coefficients{1.0};
+    for (double shift : shifts) {
+        std::vector<double> next(coefficients.size() + 1, 0.0);
+        for (std::size_t k = 0; k < coefficients.size(); ++k) {
+            next[k] += coefficients[k] * shift;
+            next[k + 1] += coefficients[k];
+        }
+        coefficients.swap(next);
+    }
+    const double at = -0.3;
+    double expected = 0.0;
+    for (std::size_t k = coefficients.size(); k-- > 3;) expected = expected * at + coefficients[k] * k * (k - 1) * (k - 2);
+    x->SetExprValue(KOBWBValue(at));
+    EXPECT_NEAR(third->Eval(), expected, 1e-9 * std::fabs(expected));
 }

@@ -1,0 +1,131 @@
+#include "KOBWBLargeIntegerWriter.h"
+
+#include "KOBWBConstant.h"
+#include "KOBWBExpression.h"
+#include "KOBWBFactory.h"
+
+#include <climits>
+#include <cmath>
+#include <vector>
+
+namespace {
+
+// Integers below this are exact as doubles.
+constexpr long long exactDoubles = 1LL << 53;
+// Trial division goes this far; a larger prime factor is found only as the cofactor.
+constexpr long long largestTrialDivisor = 9999;
+
+struct PrimePower {
+    long long prime;
+    long long exponent;
+};
+
+bool FitsInt(const KOBWBRational& value, long long& small) {
+    int numerator = 0, denominator = 1;
+    if (!value.FitsInt(numerator, denominator) || denominator != 1) return false;
+    small = numerator;
+    return true;
+}
+
+// base^exponent == value for a base that fits an integer constant, the largest
+// exponent first.
+bool PerfectPower(const KOBWBRational& value, long long& base, long long& exponent) {
+    const double approximate = value.ToDouble();
+    for (long long e = 62; e >= 2; --e) {
+        const long long guess = std::llround(std::pow(approximate, 1.0 / static_cast<double>(e)));
+        for (long long b = guess - 1; b <= guess + 1; ++b)
+            if (b >= 2 && b <= INT_MAX && KOBWBRational(b).Power(e) == value) {
+                base = b;
+                exponent = e;
+                return true;
+            }
+    }
+    return false;
+}
+
+// The prime powers of value (positive, integer); false when a factor is left that
+// no integer constant or power of one holds.
+bool Factor(KOBWBRational value, std::vector<PrimePower>& factors) {
+    for (long long p = 2; p <= largestTrialDivisor; p += p == 2 ? 1 : 2) {
+        long long small = 0;
+        if (FitsInt(value, small) && small < p * p) break;
+        long long exponent = 0;
+        for (KOBWBRational quotient = value / KOBWBRational(p); quotient.IsInteger();
+             quotient = value / KOBWBRational(p)) {
+            value = quotient;
+            ++exponent;
+        }
+        if (exponent > 0) factors.push_back({p, exponent});
+    }
+    if (value.IsOne()) return true;
+    long long small = 0;
+    if (FitsInt(value, small)) {
+        factors.push_back({small, 1});
+        return true;
+    }
+    long long base = 0, exponent = 0;
+    if (!PerfectPower(value, base, exponent)) return false;
+    factors.push_back({base, exponent});
+    return true;
+}
+
+// base^exponent with a real base: the factory evaluates a power of integer
+// constants in integers, which do not hold it, and a power of a real in reals,
+// while the algebra reads the whole number base exactly.
+KOBWBExpression* WritePower(KOBWBFactory& factory, long long base, long long exponent) {
+    return factory.CreatePower(factory.CreateRealConstant(static_cast<double>(base)),
+                               factory.CreateIntegerConstant(static_cast<int>(exponent)));
+}
+
+} // namespace
+
+KOBWBExpression* KOBWBWriteLargeInteger(KOBWBFactory& factory, const KOBWBRational& value) {
+    long long small = 0;
+    if (!value.IsInteger() || value.IsZero() || FitsInt(value, small)) return nullptr;
+    const KOBWBRational magnitude = value.Sign() < 0 ? -value : value;
+    std::vector<KOBWBExpression*> operands;
+    long long base = 0, exponent = 0;
+    if (PerfectPower(magnitude, base, exponent)) {
+        operands.push_back(WritePower(factory, base, exponent));
+    } else if (magnitude < KOBWBRational(exactDoubles)) {
+        // A real constant holds it exactly, and reads and prints as one number.
+        return factory.CreateRealConstant(value.ToDouble());
+    } else {
+        std::vector<PrimePower> factors;
+        if (!Factor(magnitude, factors)) return nullptr;
+        // Prime powers that fit are multiplied into integer constants as far as they
+        // fit, which come first; the others stay powers.
+        std::vector<KOBWBExpression*> powers;
+        long long chunk = 1;
+        for (const PrimePower& factor : factors) {
+            const KOBWBRational power = KOBWBRational(factor.prime).Power(factor.exponent);
+            long long fits = 0;
+            if (!FitsInt(power, fits)) {
+                powers.push_back(WritePower(factory, factor.prime, factor.exponent));
+                continue;
+            }
+            if (chunk * fits > INT_MAX) {
+                operands.push_back(factory.CreateIntegerConstant(static_cast<int>(chunk)));
+                chunk = 1;
+            }
+            chunk *= fits;
+        }
+        if (chunk > 1) operands.push_back(factory.CreateIntegerConstant(static_cast<int>(chunk)));
+        // A product of integer constants alone would be evaluated in integers,
+        // past their range: its first factor is a real.
+        if (powers.empty() && operands.size() > 1)
+            operands[0] = factory.CreateRealConstant(operands[0]->GetExprValue().GetAsInteger());
+        operands.insert(operands.end(), powers.begin(), powers.end());
+    }
+    // The sign goes into a leading constant, or before the powers as -1.
+    if (value.Sign() < 0) {
+        const KOBWBValue& leading = operands[0]->GetExprValue();
+        if (operands[0]->GetType() != KOBWBConstantType)
+            operands.insert(operands.begin(), factory.CreateIntegerConstant(-1));
+        else if (leading.GetType() == KOBWBIntegerValue)
+            operands[0] = factory.CreateIntegerConstant(-leading.GetAsInteger());
+        else
+            operands[0] = factory.CreateRealConstant(-leading.GetAsRealInterval().lower);
+    }
+    return operands.size() == 1 ? operands[0] : factory.CreateProduct(static_cast<int>(operands.size()), operands.data());
+}

@@ -1,0 +1,88 @@
+#ifndef KOBWBPointEvaluator_h
+#define KOBWBPointEvaluator_h
+
+#include "KOBWBxExport.h"
+
+#include <cstdint>
+#include <vector>
+
+class KOBWBExpression;
+class KOBWBVariable;
+
+// Evaluates expressions of one factory at a point, in plain doubles, many times over:
+// the residuals of a system and the entries of its Jacobian, as a Newton solver asks
+// for them at every step.
+//
+// Compile lists the graphs of the expressions once as a tape of steps, children
+// before parents. A node shared by several expressions is one step, and so is every
+// repetition of the same operation on the same operands (the entries of one
+// equation's Jacobian repeat its square roots, its differences and their doubles):
+// steps are numbered by value. Evaluate then reads the inputs from an array and
+// writes the expressions' values into another, without touching the graph, the
+// nodes' buffers or the heap.
+//
+// The inputs are the variables given to Compile, in that order. Every other variable
+// and every constant is read when compiled, and again by Refresh: a single number as
+// it is, an exact fraction as its real value, a bounded interval as its midpoint.
+// Operators that have no point form here (conditions, black boxes, booleans, dim,
+// sign, mod, step, integrals) are evaluated by their node: the evaluator then writes
+// the inputs into their variables first (SetExprValue), which is slower but gives the
+// node's own value.
+//
+// A value that double arithmetic cannot give (a square root of a negative number, a
+// division by 0) is NaN or infinite, as in C++.
+class KOBWBX_API KOBWBPointEvaluator {
+public:
+    KOBWBPointEvaluator() = default;
+
+    // Lists the expressions' graphs with the variables as inputs. False, with nothing
+    // kept, for a null expression or variable, or a count below 0.
+    bool Compile(int expressionCount, KOBWBExpression* const* expressions, int variableCount,
+                 KOBWBVariable* const* variables);
+    // Reads the constants and the variables that are not inputs again.
+    void Refresh();
+    // values[i] is the value of expression i at the inputs; the first count
+    // expressions only when count is given (the tape stops after them when they were
+    // listed first).
+    void Evaluate(const double* inputs, double* values);
+    void Evaluate(const double* inputs, double* values, int count);
+
+    int GetNbOfExpressions() const { return static_cast<int>(m_outputs.size()); }
+    int GetNbOfInputs() const { return static_cast<int>(m_inputs.size()); }
+    // Steps of the tape, constants and inputs left out.
+    int GetNbOfSteps() const { return static_cast<int>(m_steps.size()); }
+    // Whether some step is evaluated by its node.
+    bool UsesNodes() const { return m_usesNodes; }
+
+private:
+    struct Step {
+        std::uint8_t code;
+        // Arguments: a and b for unary and binary steps; for n-ary ones, count of them
+        // from first in m_arguments.
+        int a;
+        int b;
+        int first;
+        int count;
+        // The slot the step writes.
+        int out;
+        KOBWBExpression* node;
+    };
+    struct Leaf {
+        int slot;
+        KOBWBExpression* node;
+    };
+
+    void Run(const double* inputs, std::size_t stepCount);
+
+    std::vector<KOBWBVariable*> m_inputs;
+    std::vector<Leaf> m_leaves;
+    std::vector<Step> m_steps;
+    std::vector<int> m_arguments;
+    std::vector<int> m_outputs;
+    // For each output, the number of steps needed up to it.
+    std::vector<std::size_t> m_stepsUpTo;
+    std::vector<double> m_values;
+    bool m_usesNodes = false;
+};
+
+#endif

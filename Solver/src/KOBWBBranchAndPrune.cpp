@@ -1,0 +1,143 @@
+#include "KOBWBBranchAndPrune.h"
+
+#include "KOBWBContractor.h"
+#include "KOBWBEquation.h"
+#include "KOBWBExpression.h"
+#include "KOBWBFactory.h"
+#include "KOBWBIntervalNewton.h"
+#include "KOBWBLimits.h"
+#include "KOBWBVariable.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <memory>
+
+const char* KOBWBGetSearchStatusText(KOBWBSearchStatus status) {
+    switch (status) {
+    case KOBWBSearchComplete: return "complete";
+    case KOBWBSearchIncomplete: return "incomplete";
+    case KOBWBSearchNeedsBounds: return "needs bounds";
+    case KOBWBSearchBadArguments: return "bad arguments";
+    }
+    return "";
+}
+
+namespace {
+
+using Box = std::vector<KOBWBRealInterval>;
+
+// The unknown of the widest interval.
+std::size_t Widest(const Box& box) {
+    std::size_t widest = 0;
+    for (std::size_t j = 1; j < box.size(); ++j)
+        if (box[j].upper - box[j].lower > box[widest].upper - box[widest].lower) widest = j;
+    return widest;
+}
+
+double Width(const Box& box) {
+    const KOBWBRealInterval& widest = box[Widest(box)];
+    return widest.upper - widest.lower;
+}
+
+// Where a box is split: a little off the middle, so that a solution at the centre of
+// a symmetric domain does not fall on the cut.
+constexpr double splitRatio = 0.4917;
+// Interval Newton steps are repeated while they narrow a box by more than this part.
+constexpr double newtonProgress = 0.1;
+constexpr int newtonSteps = 10;
+
+} // namespace
+
+KOBWBSearchStatus KOBWBBranchAndPrune::Run() {
+    m_unknowns.clear();
+    m_solutions.clear();
+    m_undecided.clear();
+    m_boxes = 0;
+    m_status = KOBWBSearchBadArguments;
+    if (!(m_minWidth > 0) || m_maxBoxes <= 0 || !(m_maxSeconds > 0)) return m_status;
+
+    std::vector<KOBWBExpression*> roots;
+    std::vector<bool> present(static_cast<std::size_t>(m_factory.GetNbOfVariables()), false);
+    for (KOBWBEquation* equation = m_factory.GetFirstEquation(); equation; equation = m_factory.GetNextEquation(equation)) {
+        if (equation->GetType() != KOBWBEqEqual || !equation->GetRoot()) continue;
+        roots.push_back(equation->GetRoot());
+        KOBWBVariable** variables = nullptr;
+        const int count = equation->GetRoot()->FindPresentVariables(variables);
+        const std::unique_ptr<KOBWBVariable*[]> owned(variables);
+        for (int k = 0; k < count; ++k)
+            if (!variables[k]->IsFixed()) present[static_cast<std::size_t>(variables[k]->GetIdx())] = true;
+    }
+    for (std::size_t index = 0; index < present.size(); ++index)
+        if (present[index]) m_unknowns.push_back(m_factory.GetVariable(static_cast<int>(index)));
+    if (roots.empty() || m_unknowns.empty()) return m_status;
+
+    Box initial;
+    std::vector<KOBWBValue> saved;
+    for (KOBWBVariable* variable : m_unknowns) {
+        saved.push_back(variable->GetExprValue());
+        const KOBWBRealInterval domain = variable->GetExprValue().GetAsRealInterval();
+        if (std::isnan(domain.lower) || std::isnan(domain.upper) || domain.lower > domain.upper) return m_status;
+        if (!(domain.lower > -KOBWBMaxReal) || !(domain.upper < KOBWBMaxReal)) {
+            m_status = KOBWBSearchNeedsBounds;
+            return m_status;
+        }
+        initial.push_back(domain);
+    }
+    KOBWBIntervalNewton newton;
+    const bool square = roots.size() == m_unknowns.size() &&
+                        newton.Make(static_cast<int>(roots.size()), roots.data(), m_unknowns.data());
+    KOBWBContractor contractor(m_factory);
+    const auto setBox = [this](const Box& box) {
+        for (std::size_t j = 0; j < box.size(); ++j) m_unknowns[j]->SetExprValue(KOBWBValue(box[j]));
+    };
+
+    const auto start = std::chrono::steady_clock::now();
+    std::vector<Box> work{initial};
+    m_status = KOBWBSearchComplete;
+    while (!work.empty()) {
+        const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+        if (m_boxes >= m_maxBoxes || seconds > m_maxSeconds) {
+            m_status = KOBWBSearchIncomplete;
+            for (Box& left : work) m_undecided.push_back({std::move(left), false});
+            break;
+        }
+        Box box = std::move(work.back());
+        work.pop_back();
+        ++m_boxes;
+        setBox(box);
+        if (contractor.Run() == KOBWBContractionNoSolution) continue;
+        for (std::size_t j = 0; j < box.size(); ++j) box[j] = m_unknowns[j]->GetExprValue().GetAsRealInterval();
+
+        KOBWBNewtonOutcome outcome = KOBWBNewtonNarrowed;
+        if (square) {
+            for (int step = 0; step < newtonSteps; ++step) {
+                const double before = Width(box);
+                outcome = newton.Step(box);
+                if (outcome == KOBWBNewtonEmpty) break;
+                // A proved box is narrowed on towards the width asked for.
+                if (outcome == KOBWBNewtonProved && Width(box) < m_minWidth) break;
+                if (Width(box) > (1 - newtonProgress) * before) break;
+            }
+        }
+        if (outcome == KOBWBNewtonEmpty) continue;
+        if (outcome == KOBWBNewtonProved) {
+            m_solutions.push_back({box, true});
+            continue;
+        }
+        const std::size_t widest = Widest(box);
+        if (Width(box) < m_minWidth) {
+            m_undecided.push_back({box, false});
+            continue;
+        }
+        const KOBWBRealInterval cut = box[widest];
+        const double at = cut.lower + splitRatio * (cut.upper - cut.lower);
+        Box upper = box;
+        box[widest].upper = at;
+        upper[widest].lower = at;
+        work.push_back(std::move(upper));
+        work.push_back(std::move(box));
+    }
+    for (std::size_t j = 0; j < m_unknowns.size(); ++j) m_unknowns[j]->SetExprValue(saved[j]);
+    return m_status;
+}

@@ -1,0 +1,64 @@
+#ifndef KOBWBSolverSystem_h
+#define KOBWBSolverSystem_h
+
+#include "KOBWBEquationType.h"
+#include "KOBWBJacobian.h"
+#include "KOBWBLeastChangeStep.h"
+#include "KOBWBPointEvaluator.h"
+#include "KOBWBSolver.h"
+
+#include <memory>
+#include <vector>
+
+class KOBWBEquation;
+class KOBWBExpression;
+class KOBWBFactory;
+class KOBWBVariable;
+
+namespace kobwb {
+
+// What a solver reads of a factory: its equalities and inequalities, the unknowns
+// (variables of the equalities that are not fixed), the Jacobian of the equalities and
+// one point evaluator over every root, Jacobian entry and root term. Made again when
+// the factory's system or the set of fixed variables changes.
+//
+// The evaluator's outputs: the equalities' roots, then the inequalities' roots (so a
+// line search evaluates these alone), then the Jacobian entries in compressed-column
+// order, then the terms of each equality's root (for the scale of its rounding).
+struct SolverSystem {
+    // Reads the factory; unknowns exclude the variables fixed there or in fixed.
+    SolverSystem(KOBWBFactory& factory, const std::vector<KOBWBVariable*>& fixed);
+
+    // Whether an inequality of that type holds for a root of that value.
+    static bool Holds(KOBWBEquationType type, double value, double tolerance);
+
+    KOBWBFactory& factory;
+    unsigned long long version;
+    std::vector<KOBWBEquation*> equalities;
+    std::vector<KOBWBEquation*> inequalities;
+    std::vector<KOBWBVariable*> unknowns;
+    // The column of each variable of the factory by index; -1 for non-unknowns.
+    std::vector<int> columnOf;
+    KOBWBJacobian jacobian;
+    KOBWBPointEvaluator evaluator;
+    // For equality i, its terms are outputs termStart[i] .. termStart[i + 1] - 1.
+    std::vector<int> termStart;
+    // Equalities without unknowns: they hold or not whatever the solve does.
+    std::vector<int> constantRows;
+    std::unique_ptr<LeastChangeStep> step;
+    bool complete = true;
+
+    int EqualityCount() const { return static_cast<int>(equalities.size()); }
+    int InequalityCount() const { return static_cast<int>(inequalities.size()); }
+    int EntryCount() const { return jacobian.GetNbOfEntries(); }
+    int JacobianOutput() const { return EqualityCount() + InequalityCount(); }
+};
+
+} // namespace kobwb
+
+// The solver's own name for what it reads of the factory.
+struct KOBWBSolver::System : kobwb::SolverSystem {
+    using SolverSystem::SolverSystem;
+};
+
+#endif

@@ -1,0 +1,220 @@
+#include "KOBWBBlackBox.h"
+#include "KOBWBEquation.h"
+#include "KOBWBFactory.h"
+#include "KOBWBSolver.h"
+#include "KOBWBVariable.h"
+#include "TriangleStrip.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+double ValueOf(KOBWBVariable* v) { return v->GetExprValue().GetAsDouble(); }
+
+KOBWBExpression* Real(KOBWBFactory& f, double value) { return f.CreateRealConstant(value); }
+
+bool Holds(const std::vector<KOBWBEquation*>& list, const KOBWBEquation* equation) {
+    return std::find(list.begin(), list.end(), equation) != list.end();
+}
+
+} // namespace
+
+// A circle meets a line in two points: the solve from near each one ends there.
+// Under-determined systems end at the solution nearest the start; fixed variables
+// stay where they are.
+TEST(KOBWBSolver, SquareAndUnderDeterminedSystems) {
+    for (double startX : {2.0, -2.5}) {
+        KOBWBFactory f;
+        KOBWBVariable* x = f.CreateVariable();
+        KOBWBVariable* y = f.CreateVariable();
+        f.AddEquation(f.CreateSum(f.CreatePower(x, 2), f.CreatePower(y, 2)), KOBWBEqEqual, Real(f, 25.0));
+        f.AddEquation(f.CreateSub(y, x), KOBWBEqEqual, Real(f, 1.0));
+        x->SetExprValue(KOBWBValue(startX));
+        y->SetExprValue(KOBWBValue(startX + 0.5));
+        KOBWBSolver solver(f);
+        ASSERT_EQ(solver.Solve(), KOBWBSolverSolved);
+        EXPECT_NEAR(ValueOf(x), startX > 0 ? 3.0 : -4.0, 1e-12);
+        EXPECT_NEAR(ValueOf(y), startX > 0 ? 4.0 : -3.0, 1e-12);
+        EXPECT_LE(solver.GetNbOfIterations(), 8);
+        EXPECT_LE(solver.GetResidual(), 1e-10);
+    }
+
+    // x + y = 2 from (3, 0): the nearest point of the line is (2.5, -0.5).
+    KOBWBFactory f;
+    KOBWBVariable* x = f.CreateVariable();
+    KOBWBVariable* y = f.CreateVariable();
+    KOBWBVariable* z = f.CreateVariable();
+    f.AddEquation(f.CreateSum(x, y), KOBWBEqEqual, Real(f, 2.0));
+    x->SetExprValue(KOBWBValue(3.0));
+    y->SetExprValue(KOBWBValue(0.0));
+    z->SetExprValue(KOBWBValue(7.0));
+    KOBWBSolver solver(f);
+    ASSERT_EQ(solver.Solve(), KOBWBSolverSolved);
+    EXPECT_NEAR(ValueOf(x), 2.5, 1e-12);
+    EXPECT_NEAR(ValueOf(y), -0.5, 1e-12);
+    EXPECT_EQ(ValueOf(z), 7.0);
+
+    // Dragging: with x held, y alone moves.
+    x->SetExprValue(KOBWBValue(10.0));
+    solver.Fix(x);
+    ASSERT_EQ(solver.Solve(), KOBWBSolverSolved);
+    EXPECT_EQ(ValueOf(x), 10.0);
+    EXPECT_NEAR(ValueOf(y), -8.0, 1e-12);
+    solver.Diagnose();
+    EXPECT_EQ(solver.GetNbOfUnknowns(), 1);
+    EXPECT_EQ(solver.GetStructuralDof(), 0);
+    EXPECT_EQ(solver.GetNumericDof(), 0);
+}
+
+// A step that would break an inequality that holds is shortened; a bounded variable
+// stays in its interval; an inequality that cannot hold at the answer is reported.
+TEST(KOBWBSolver, InequalitiesAndBounds) {
+    KOBWBFactory f;
+    KOBWBVariable* x = f.CreateVariable();
+    KOBWBVariable* y = f.CreateVariable();
+    f.AddEquation(f.CreateSum(f.CreatePower(x, 2), f.CreatePower(y, 2)), KOBWBEqEqual, Real(f, 25.0));
+    KOBWBEquation* right = f.AddEquation(x, KOBWBEqGreaterEqual, Real(f, 0.0));
+    x->SetExprValue(KOBWBValue(0.5));
+    y->SetExprValue(KOBWBValue(KOBWBRealInterval{-1.0, 1.0}));
+    KOBWBSolver solver(f);
+    EXPECT_EQ(solver.Solve(), KOBWBSolverSolved);
+    EXPECT_GE(ValueOf(x), 0.0);
+    EXPECT_LE(std::fabs(ValueOf(y)), 1.0);
+    EXPECT_NEAR(ValueOf(x) * ValueOf(x) + ValueOf(y) * ValueOf(y), 25.0, 1e-9);
+    EXPECT_TRUE(solver.GetViolatedInequalities().empty());
+
+    KOBWBEquation* far = f.AddEquation(x, KOBWBEqGreaterEqual, Real(f, 6.0));
+    x->SetExprValue(KOBWBValue(3.0));
+    y->SetExprValue(KOBWBValue(4.0));
+    EXPECT_EQ(solver.Solve(), KOBWBSolverInconsistent);
+    EXPECT_TRUE(Holds(solver.GetViolatedInequalities(), far));
+    EXPECT_FALSE(Holds(solver.GetViolatedInequalities(), right));
+}
+
+// The strip with one wrong extra distance names the smallest group that cannot
+// hold: the extra distance and the five of the triangles it spans, not the strip.
+// A redundant but consistent distance is named redundant, and the solve succeeds.
+TEST(KOBWBSolver, ConflictingAndRedundantEquationsAreNamed) {
+    for (bool wrong : {true, false}) {
+        KOBWBFactory f;
+        bench::TriangleStrip strip = bench::BuildTriangleStrip(f, 40);
+        const double h = 5.0 * std::sqrt(3.0);
+        const double across = std::sqrt(15.0 * 15.0 + h * h); // P20 to P17
+        KOBWBEquation* extra = bench::AddDistance(f, strip, 20, 17, wrong ? across + 1.0 : across);
+        KOBWBSolver solver(f);
+        const KOBWBSolverStatus status = solver.Solve();
+        solver.Diagnose();
+        if (wrong) {
+            ASSERT_EQ(status, KOBWBSolverInconsistent);
+            const std::vector<KOBWBEquation*>& conflicting = solver.GetConflictingEquations();
+            EXPECT_TRUE(Holds(conflicting, extra));
+            EXPECT_EQ(conflicting.size(), 6u);
+        } else {
+            ASSERT_EQ(status, KOBWBSolverSolved);
+            EXPECT_TRUE(solver.GetConflictingEquations().empty());
+            EXPECT_TRUE(Holds(solver.GetRedundantEquations(), extra));
+            EXPECT_EQ(solver.GetRedundantEquations().size(), 6u);
+            for (std::size_t i = 2; i < strip.variables.size(); ++i)
+                EXPECT_NEAR(ValueOf(strip.variables[i]), strip.answer[i], 1e-9);
+        }
+        EXPECT_EQ(solver.GetNumericDof(), 0);
+        EXPECT_EQ(solver.GetStructuralDof(), 0);
+        EXPECT_TRUE(solver.GetFreeVariables().empty());
+        EXPECT_EQ(solver.GetRank(), solver.GetNbOfUnknowns());
+    }
+}
+
+// Degrees of freedom: two points with one distance between them and the first one
+// held have one free rotation (both coordinates of the second point move).
+TEST(KOBWBSolver, DegreesOfFreedomAndFreeVariables) {
+    KOBWBFactory f;
+    bench::TriangleStrip strip = bench::BuildTriangleStrip(f, 1);
+    KOBWBVariable* x = f.CreateVariable();
+    KOBWBVariable* y = f.CreateVariable();
+    KOBWBVariable* w = f.CreateVariable();
+    strip.variables.push_back(x);
+    strip.variables.push_back(y);
+    x->SetExprValue(KOBWBValue(3.0));
+    y->SetExprValue(KOBWBValue(4.0));
+    w->SetExprValue(KOBWBValue(1.0));
+    bench::AddDistance(f, strip, 0, 1, 10.0);
+    f.AddEquation(f.CreateProduct(w, w), KOBWBEqEqual, Real(f, 4.0));
+    KOBWBSolver solver(f);
+    ASSERT_EQ(solver.Solve(), KOBWBSolverSolved);
+    EXPECT_NEAR(ValueOf(x), 6.0, 1e-12);
+    EXPECT_NEAR(ValueOf(y), 8.0, 1e-12);
+    solver.Diagnose();
+    EXPECT_EQ(solver.GetNbOfUnknowns(), 3);
+    EXPECT_EQ(solver.GetStructuralDof(), 1);
+    EXPECT_EQ(solver.GetNumericDof(), 1);
+    const std::vector<KOBWBVariable*>& free = solver.GetFreeVariables();
+    EXPECT_EQ(free.size(), 2u);
+    EXPECT_EQ(std::count(free.begin(), free.end(), w), 0);
+}
+
+// Nothing to solve, bad starts and equations without derivatives: a status, and the
+// variables keep their values.
+TEST(KOBWBSolver, BadInput) {
+    KOBWBFactory empty;
+    KOBWBSolver nothing(empty);
+    EXPECT_EQ(nothing.Solve(), KOBWBSolverNoEquations);
+    nothing.Diagnose();
+    EXPECT_EQ(nothing.GetNbOfUnknowns(), 0);
+    nothing.Fix(nullptr);
+    nothing.SetTolerance(std::nan(""));
+    EXPECT_EQ(nothing.GetTolerance(), 1e-10);
+
+    KOBWBFactory f;
+    KOBWBVariable* x = f.CreateVariable();
+    KOBWBEquation* square = f.AddEquation(f.CreateProduct(x, x), KOBWBEqEqual, Real(f, 2.0));
+    x->SetExprValue(KOBWBValue(std::numeric_limits<double>::quiet_NaN()));
+    KOBWBSolver solver(f);
+    EXPECT_EQ(solver.Solve(), KOBWBSolverBadStart);
+    EXPECT_TRUE(std::isnan(ValueOf(x)));
+    x->SetExprValue(KOBWBValue(KOBWBRealInterval{3.0, 1.0}));
+    EXPECT_EQ(solver.Solve(), KOBWBSolverBadStart);
+
+    // A singular Jacobian at the start (x = 0) is damped, not a failure; an unbounded
+    // variable starts at 0.
+    x->SetExprValue(KOBWBValue(0.0));
+    EXPECT_EQ(solver.Solve(), KOBWBSolverSolved);
+    EXPECT_NEAR(std::fabs(ValueOf(x)), std::sqrt(2.0), 1e-12);
+    x->SetExprValue(KOBWBValue(KOBWBRealInterval{-KOBWBMaxReal, KOBWBMaxReal}));
+    EXPECT_EQ(solver.Solve(), KOBWBSolverSolved);
+
+    f.RemoveEquation(square);
+    f.AddEquation(f.CreateAbs(x), KOBWBEqEqual, Real(f, 2.0));
+    x->SetExprValue(KOBWBValue(1.0));
+    EXPECT_EQ(solver.Solve(), KOBWBSolverNoDerivative);
+    EXPECT_EQ(ValueOf(x), 1.0);
+
+    // Equations over constants only hold or conflict whatever the variables do.
+    KOBWBFactory constants;
+    KOBWBEquation* wrong = constants.AddEquation(Real(constants, 1.0), KOBWBEqEqual, Real(constants, 2.0));
+    KOBWBSolver constantSolver(constants);
+    EXPECT_EQ(constantSolver.Solve(), KOBWBSolverInconsistent);
+    EXPECT_TRUE(Holds(constantSolver.GetConflictingEquations(), wrong));
+    EXPECT_STREQ(KOBWBGetSolverStatusText(KOBWBSolverInconsistent), "inconsistent");
+    EXPECT_STREQ(KOBWBGetSolverStatusText(static_cast<KOBWBSolverStatus>(42)), "");
+}
+
+// Eliminating the linear equalities first gives the same answer, and the eliminated
+// variables get their values from the solved ones.
+TEST(KOBWBSolver, TransformationsFirst) {
+    KOBWBFactory f;
+    KOBWBVariable* x = f.CreateVariable();
+    KOBWBVariable* y = f.CreateVariable();
+    f.AddEquation(f.CreateSum(f.CreatePower(x, 2), f.CreatePower(y, 2)), KOBWBEqEqual, Real(f, 25.0));
+    f.AddEquation(f.CreateSub(y, x), KOBWBEqEqual, Real(f, 1.0));
+    x->SetExprValue(KOBWBValue(2.0));
+    y->SetExprValue(KOBWBValue(2.5));
+    KOBWBSolver solver(f);
+    solver.SetPresolve(KOBWBPresolveTransformations);
+    ASSERT_EQ(solver.Solve(), KOBWBSolverSolved);
+    EXPECT_NEAR(ValueOf(x), 3.0, 1e-12);
+    EXPECT_NEAR(ValueOf(y), 4.0, 1e-12);
+}
