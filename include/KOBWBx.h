@@ -70,6 +70,7 @@
 #include "KOBWBLocation.h"
 #include "KOBWBModel.h"
 #include "KOBWBModelCheck.h"
+#include "KOBWBModelNumberCheck.h"
 #include "KOBWBModelGraphDump.h"
 #include "KOBWBModelHomogeneity.h"
 #include "KOBWBModelLists.h"

@@ -162,6 +162,9 @@ void LoadModelText(const std::string& name, std::string text, LoadedModel& loade
     KOBWBParser::Parse(text.c_str(), loaded.model, loaded.ids, loaded.messenger, nullptr);
     CollectMessengerReports(TextPlaces(text), loaded);
     CheckHomogeneity(loaded);
+    if (loaded.messenger.GetErrorNumber() == 0)
+        for (const KOBWBNumberWarning& warning : KOBWBModelNumberCheck::Run(loaded.model))
+            Add(loaded, warning.location.GetFirstLine(), warning.location.GetFirstColumn() + 1, false, warning.message);
     if (loaded.ids.Size() == 0 && loaded.errors == 0) Add(loaded, 0, 0, false, "the model holds no equations");
     // In text order; what has no place comes last.
     std::stable_sort(loaded.diagnostics.begin(), loaded.diagnostics.end(),

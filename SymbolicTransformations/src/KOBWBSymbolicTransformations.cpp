@@ -33,8 +33,11 @@ void KOBWBSymbolicTransformations::Remove() { delete this; }
 
 KOBLVROperator::OperatorInfo& KOBWBSymbolicTransformations::GetOperatorInfo() {
     // One description for every instance, made on first use and kept for the process.
-    if (!_pInfo) _pInfo = new OperatorInfo("KOBWBSymbolicTransformations", "ST", "LVRWBReplay");
-    return *_pInfo;
+    // The initialisation of a local static runs once even when several threads ask at
+    // the same time, so the record is created once and published safely.
+    static OperatorInfo* const info = _pInfo =
+        new OperatorInfo("KOBWBSymbolicTransformations", "ST", "LVRWBReplay");
+    return *info;
 }
 
 bool KOBWBSymbolicTransformations::CheckInput(std::ostream&) const { return true; }

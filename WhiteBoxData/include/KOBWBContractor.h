@@ -35,9 +35,12 @@ class ContractorTapes;
 // as the root's evaluation plan does, so that the result is what GetValue gives while
 // only the variables are read from the graph (nodes the table does not evaluate, such as
 // if-then-else and black boxes, are asked for their GetValue). The root's domain is
-// narrowed to the equation's relation to 0 (= to 0, <= and < to the non-positive
-// reals, >= and > to the non-negative ones, strict orders closed; != only empties a root
-// that is exactly 0);
+// narrowed to the equation's relation to 0 within the environment's tolerance t, the
+// tolerance under which evaluation takes the relation as holding (= to [-t, t], <= and <
+// to the reals up to t, >= and > to those from -t, strict orders closed; != only empties
+// a root within t of 0); every forward bound is widened outwards by one step of double,
+// so that a point evaluated alone, whose rounding may fall on the other side of a
+// bound, is not cut off;
 // then, from the root down, each node whose domain narrowed narrows the domains of its
 // children with the projections of its operator (KOBWBArithmeticProjections.h and
 // kin; an n-ary sum, product, minimum or maximum narrows each child against the fold of

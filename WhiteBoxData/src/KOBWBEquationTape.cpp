@@ -3,6 +3,7 @@
 #include "KOBWBEnvironment.h"
 #include "KOBWBEquation.h"
 #include "KOBWBExpression.h"
+#include "KOBWBIntervalKernels.h"
 #include "KOBWBLimits.h"
 #include "KOBWBOperatorEvaluation.h"
 #include "KOBWBOperatorTable.h"
@@ -20,18 +21,22 @@ namespace {
 // Bit 2 of the error flags: an argument of a kind the function does not take.
 constexpr unsigned badKind = 2;
 
-// The root's domain narrowed to the equation's relation to 0; false when empty.
+// The root's domain narrowed to the equation's relation to 0, within the tolerance
+// under which evaluation takes the relation as holding (a root within the tolerance of
+// 0 satisfies an equality, one at most the tolerance above 0 satisfies an order), so
+// that a point accepted by evaluation is kept; false when nothing is left.
 bool NarrowRoot(const KOBWBEnvironment& environment, KOBWBEquationType type, KOBWBValue& root) {
     const double max = KOBWBMaxReal;
+    const double tolerance = std::max(environment.GetTolerance(), 0.0);
     switch (type) {
     case KOBWBEqEqual:
-        return root.Intersect(environment, KOBWBValue(KOBWBRealInterval{0.0, 0.0}));
+        return root.Intersect(environment, KOBWBValue(KOBWBRealInterval{-tolerance, tolerance}));
     case KOBWBEqLessEqual:
     case KOBWBEqLess:
-        return root.Intersect(environment, KOBWBValue(KOBWBRealInterval{-max, 0.0}));
+        return root.Intersect(environment, KOBWBValue(KOBWBRealInterval{-max, tolerance}));
     case KOBWBEqGreaterEqual:
     case KOBWBEqGreater:
-        return root.Intersect(environment, KOBWBValue(KOBWBRealInterval{0.0, max}));
+        return root.Intersect(environment, KOBWBValue(KOBWBRealInterval{-tolerance, max}));
     case KOBWBEqNotEqual:
         return !(KOBWBIsExact(environment, root) &&
                  std::fabs(root.GetAsDouble()) <= environment.GetTolerance());
@@ -60,6 +65,18 @@ bool Differs(const KOBWBEnvironment& environment, const KOBWBValue& before,
                !KOBWBIsEqual(environment, before, after);
     if (before.GetType() == KOBWBBooleanValue) return before.GetAsBoolean() != after.GetAsBoolean();
     return !KOBWBIsEqual(environment, before, after);
+}
+
+// A real interval computed from intervals widened outwards by one step of double per
+// bound: its bounds are rounded images, and a point of the argument evaluated on its own
+// may round to the other side of one. The library's infinity stays where it is.
+void WidenByRounding(KOBWBValue& v) {
+    const KOBWBRealInterval* r = v.GetRealIntervalPayload();
+    if (!r || !(r->lower <= r->upper)) return;
+    const double max = KOBWBMaxReal;
+    const double lower = r->lower <= -max ? r->lower : NextBelow(r->lower);
+    const double upper = r->upper >= max ? r->upper : NextAbove(r->upper);
+    v.Set(KOBWBRealInterval{lower, upper});
 }
 
 double WidthOf(const KOBWBValue& v) {
@@ -315,8 +332,10 @@ void TapeReviser::Evaluate(const EquationTape& tape, KOBWBEnvironment& scratch) 
         const KOBWBExpressionType code = tape.codes[i];
         if (code == KOBWBVariableType)
             m_domains[i] = tape.nodes[i]->GetExprValue();
-        else if (code != KOBWBConstantType)
+        else if (code != KOBWBConstantType) {
             EvaluateNode(tape, i, scratch);
+            WidenByRounding(m_domains[i]);
+        }
     }
 }
 

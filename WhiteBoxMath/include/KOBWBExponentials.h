@@ -8,7 +8,8 @@ class KOBWBEnvironment;
 
 // Exponential and logarithms, monotone on their domains. The argument is first
 // restricted to the domain (exp: [-KOBWBMaxReal, 2 KOBWBMaxExpReal], the logarithms:
-// [KOBWBMinReal, KOBWBMaxReal]); nothing left sets bit 1 and gives KOBWBReal_Nil. The
+// [KOBWBMinReal, KOBWBMaxReal]); nothing left sets bit 1 and gives KOBWBReal_Nil, so
+// the logarithm of 0 or of exp(-100) (below KOBWBMinReal) has no value. The
 // levels and the error bits are those of KOBWBArithmetic.h.
 
 KOBWBX_API KOBWBRealInterval KOBWBExp(const KOBWBEnvironment& environment,

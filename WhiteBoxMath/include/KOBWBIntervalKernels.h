@@ -6,6 +6,9 @@
 #include "KOBWBLimits.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <limits>
 
 // The inline core of the interval arithmetic: argument checks, clamping, and the
 // sum, difference and product of real intervals, so that these cost callers no
@@ -17,6 +20,22 @@ namespace kobwb {
 constexpr unsigned int errorEmptyArgument = 1;
 constexpr unsigned int errorBadKind = 2;
 
+
+// The next double above a finite v (0 and -0 step to the least subnormal), by its bits:
+// as std::nextafter towards +infinity without its call, for the widening of bounds on
+// hot paths.
+inline double NextAbove(double v) {
+    if (v == 0) return std::numeric_limits<double>::denorm_min();
+    std::uint64_t bits;
+    std::memcpy(&bits, &v, sizeof bits);
+    bits = v > 0 ? bits + 1 : bits - 1;
+    std::memcpy(&v, &bits, sizeof bits);
+    return v;
+}
+// The next double below a finite v.
+inline double NextBelow(double v) {
+    return -NextAbove(-v);
+}
 
 // The clamping rule of every real result, inline for the arithmetic's hot paths.
 // Clamping first and testing the order after gives the same results with one branch:

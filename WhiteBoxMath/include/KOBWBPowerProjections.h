@@ -18,7 +18,8 @@ KOBWBX_API KOBWBRealInterval KOBWBInversePow1(const KOBWBEnvironment& environmen
 KOBWBX_API KOBWBValue KOBWBInversePow1(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                        const KOBWBValue& x, int n);
 // z = x^y = exp(y ln x) with a real exponent, on x > 0: the base narrowed to
-// exp(ln z / y) and the exponent to ln z / ln x (each quotient taken as a set).
+// exp(ln z / y) and the exponent to ln z / ln x (each quotient taken as a set); the
+// base inside [KOBWBMinReal, KOBWBMaxReal], as KOBWBPow restricts it.
 KOBWBX_API KOBWBRealInterval KOBWBInversePow1(const KOBWBEnvironment& environment,
                                               const KOBWBRealInterval& z,
                                               const KOBWBRealInterval& x,
@@ -55,7 +56,8 @@ KOBWBX_API KOBWBRealInterval KOBWBInverseExp(const KOBWBEnvironment& environment
                                              const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBInverseExp(const KOBWBEnvironment& environment, const KOBWBValue& z,
                                       const KOBWBValue& x);
-// z = ln x and z = log10 x: x narrowed to exp z and to 10^z.
+// z = ln x and z = log10 x: x narrowed to exp z and to 10^z, inside the logarithms'
+// domain [KOBWBMinReal, KOBWBMaxReal] as KOBWBLn and KOBWBLog restrict it.
 KOBWBX_API KOBWBRealInterval KOBWBInverseLn(const KOBWBEnvironment& environment,
                                             const KOBWBRealInterval& z, const KOBWBRealInterval& x);
 KOBWBX_API KOBWBValue KOBWBInverseLn(const KOBWBEnvironment& environment, const KOBWBValue& z,

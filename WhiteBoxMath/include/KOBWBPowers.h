@@ -22,8 +22,9 @@ KOBWBX_API KOBWBRealInterval KOBWBPow(const KOBWBEnvironment& environment,
 // have integer powers); none sets bit 1 and gives KOBWBInteger_Nil.
 KOBWBX_API KOBWBIntegerInterval KOBWBPow(const KOBWBEnvironment& environment,
                                          const KOBWBIntegerInterval& x, int n);
-// x^y = exp(y ln x) on the positive values of the base (domain code 15: bit 1 when
-// it has none). The exponent y ln x goes through the domain of exp, so
+// x^y = exp(y ln x) on the base restricted to [KOBWBMinReal, KOBWBMaxReal] (domain
+// code 15: bit 1 and Nil when nothing is left, so a base of 0 or one wholly below
+// KOBWBMinReal has no power; it is never moved up onto KOBWBMinReal). The exponent y ln x goes through the domain of exp, so
 // a power wholly beyond twice its overflow point sets bit 1 and is empty. The bounds
 // are those of pow at the four corners, since x^y is monotone in each argument.
 KOBWBX_API KOBWBRealInterval KOBWBPow(const KOBWBEnvironment& environment,

@@ -40,7 +40,7 @@ Domain DomainOf(int code, int n) {
     case domainSqrt:
         return {KOBWBReal_Pos, 0.0};
     case domainLog:
-        return {{KOBWBMinReal, max}, 0.0};
+        return {{KOBWBMinReal, max}, 0.0, true};
     case domainExp:
         return {{-max, 2 * KOBWBMaxExpReal}, 0.0};
     default:
@@ -79,6 +79,8 @@ bool RestrictToDomain(const KOBWBEnvironment& environment, const KOBWBRealInterv
     const Domain domain = DomainOf(code, n);
     // An ordered argument inside the domain is what the intersection and the clamping
     // would leave of it, as long as bounds snap onto nearby ones and not away.
+    if (domain.firmLower && restricted.upper < domain.range.lower)
+        return Nothing(environment, restricted);
     const double tolerance = environment.GetTolerance();
     const bool inside = domain.range.lower <= restricted.lower && restricted.upper <= domain.range.upper;
     if (!inside || !(tolerance >= 0)) {

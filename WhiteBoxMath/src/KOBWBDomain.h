@@ -30,10 +30,15 @@ enum DomainCode {
 };
 
 // A domain is an interval from which, for some codes, the open hole (-hole, hole)
-// around 0 is cut out (hole 0: none).
+// around 0 is cut out (hole 0: none). A firm lower bound is one below which the
+// function has no value the library can represent (the logarithms and the powers with
+// a real exponent stop at KOBWBMinReal, where the function itself goes on towards 0):
+// an argument wholly below it is not snapped up onto it, since the value there would
+// be far from the function's value at the argument.
 struct Domain {
     KOBWBRealInterval range;
     double hole;
+    bool firmLower = false;
 };
 
 // n is the index of a power or a root; the other codes ignore it.
@@ -44,7 +49,8 @@ Domain DomainOf(int code, int n);
 // narrowing is KOBWBIntersect with the environment's tolerance, so that an argument
 // within the tolerance of the domain keeps a point of it; bounds left outside by
 // that snapping are then moved onto the domain, so the function is never applied
-// outside it.
+// outside it. A firm lower bound does not snap: an argument wholly below it has
+// nothing left.
 bool RestrictToDomain(const KOBWBEnvironment& environment, const KOBWBRealInterval& argument,
                       int code, int n, KOBWBRealInterval& restricted);
 

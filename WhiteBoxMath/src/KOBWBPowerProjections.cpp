@@ -58,6 +58,16 @@ Real Exponentials(const Real& a) {
     return Outward(std::exp(a.lower), std::exp(a.upper));
 }
 
+// The argument of a logarithm narrowed to the image, inside the logarithms' domain
+// [KOBWBMinReal, KOBWBMaxReal]. An image wholly below KOBWBMinReal leaves nothing: a
+// near miss there is not closed onto KOBWBMinReal, whose logarithm is far from z.
+Real NarrowLogarithmArgument(const Environment& e, const Real& x, const Real& image) {
+    const Real argument = Meet(Ordered(x), {KOBWBMinReal, KOBWBMaxReal});
+    if (IsEmptyInterval(argument) || IsEmptyInterval(image) || image.upper < KOBWBMinReal)
+        return KOBWBReal_Nil;
+    return Narrow(e, argument, image);
+}
+
 // The single integral exponent of a value, which makes a power an integer power.
 bool IntegralExponent(const Value& y, int& n) {
     const KOBWBValueType type = y.GetType();
@@ -82,12 +92,10 @@ Real KOBWBInversePow1(const Environment& e, const Real& z, const Real& x, const 
     const Real logarithms = LogarithmsOf(z);
     if (IsEmptyInterval(logarithms)) return Reported(e, KOBWBReal_Nil);
     const Pieces pieces = DividePieces(logarithms, Operand(y));
-    // The power is exp(y ln x): its bases are positive.
-    const Real base = Meet(Ordered(x), {KOBWBMinReal, KOBWBMaxReal});
-    if (IsEmptyInterval(base)) return Reported(e, KOBWBReal_Nil);
+    // The power is exp(y ln x): its bases lie in the domain of the logarithm.
     Real result = KOBWBReal_Nil;
     for (int i = 0; i < pieces.count; ++i)
-        result = Hull(result, Narrow(e, base, Exponentials(pieces.piece[i])));
+        result = Hull(result, NarrowLogarithmArgument(e, x, Exponentials(pieces.piece[i])));
     return Reported(e, result);
 }
 
@@ -126,14 +134,14 @@ Real KOBWBInverseExp(const Environment& e, const Real& z, const Real& x) {
 
 Real KOBWBInverseLn(const Environment& e, const Real& z, const Real& x) {
     if (!ConsistentArguments(e, z, x)) return KOBWBReal_Nil;
-    return Reported(e, Narrow(e, x, Exponentials(ResultDomain(z))));
+    return Reported(e, NarrowLogarithmArgument(e, x, Exponentials(ResultDomain(z))));
 }
 
 Real KOBWBInverseLog(const Environment& e, const Real& z, const Real& x) {
     if (!ConsistentArguments(e, z, x)) return KOBWBReal_Nil;
     const Real wide = ResultDomain(z);
-    return Reported(e,
-                    Narrow(e, x, Outward(std::pow(10.0, wide.lower), std::pow(10.0, wide.upper))));
+    return Reported(e, NarrowLogarithmArgument(e, x, Outward(std::pow(10.0, wide.lower),
+                                                             std::pow(10.0, wide.upper))));
 }
 
 Value KOBWBInversePow1(const Environment& e, const Value& z, const Value& x, int n) {

@@ -22,14 +22,17 @@
 // the snapping of KOBWBIntersect) to a point rather than reporting no point left.
 namespace kobwb {
 
-// Relative widening of one bound: eight units of rounding.
+// Relative widening of one bound: eight units of rounding, and one more step to the
+// next double, so that a bound at 0 or among the subnormals moves too.
 constexpr double projectionSlack = 8 * DBL_EPSILON;
 
 inline double Down(double v) {
-    return std::isinf(v) ? v : v - projectionSlack * std::fabs(v);
+    const double widened = v - projectionSlack * std::fabs(v);
+    return std::isfinite(widened) ? NextBelow(widened) : widened;
 }
 inline double Up(double v) {
-    return std::isinf(v) ? v : v + projectionSlack * std::fabs(v);
+    const double widened = v + projectionSlack * std::fabs(v);
+    return std::isfinite(widened) ? NextAbove(widened) : widened;
 }
 
 // The clamping of real results applied to bounds widened outwards.
