@@ -122,6 +122,11 @@ KOBWBSearchStatus KOBWBBranchAndPrune::Run() {
         }
         if (outcome == KOBWBNewtonEmpty) continue;
         if (outcome == KOBWBNewtonProved) {
+            // Newton steps keep the solution and narrow its box towards the width.
+            for (int step = 0; step < 4 * newtonSteps && Width(box) >= m_minWidth; ++step) {
+                const double before = Width(box);
+                if (newton.Step(box) == KOBWBNewtonEmpty || Width(box) > (1 - newtonProgress / 10) * before) break;
+            }
             AddSolution(box);
             continue;
         }

@@ -9,6 +9,7 @@
 #include "Expressions.h"
 #include "Factory.h"
 #include "Model.h"
+#include "Solver.h"
 #include "Transformations.h"
 #include "Values.h"
 
@@ -35,4 +36,5 @@ PYBIND11_MODULE(_kobwbx, module) {
     binding::BindAlgebra(module);
     binding::BindModel(module);
     binding::BindTransformations(module);
+    binding::BindSolver(module);
 }

@@ -35,6 +35,7 @@ void ExpectSolutions(KOBWBBranchAndPrune& search, const std::vector<std::vector<
         int holding = 0;
         for (const KOBWBSearchBox& box : search.GetSolutions()) {
             EXPECT_TRUE(box.proved);
+            for (const KOBWBRealInterval& x : box.box) EXPECT_LT(x.upper - x.lower, 1e-6);
             bool inside = true;
             for (std::size_t j = 0; j < point.size(); ++j)
                 inside = inside && box.box[j].lower <= point[j] + 1e-9 && point[j] - 1e-9 <= box.box[j].upper;
