@@ -130,6 +130,23 @@ TEST(KOBWBBranchAndPrune, BroydenBandedSystem) {
     }
 }
 
+// Brown's almost-linear system, n = 3: x_i + (x_1 + x_2 + x_3) = 4 for i < 3 and
+// x_1 x_2 x_3 = 1. Its solutions have x_1 = x_2 = a with 3a^3 - 4a^2 + 1 = 0 and
+// x_3 = 1/a^2: a = 1 and a = (1 +- sqrt(13))/6, three in [-10, 10]^3.
+TEST(KOBWBBranchAndPrune, BrownsAlmostLinearSystem) {
+    KOBWBFactory f;
+    std::vector<KOBWBVariable*> x;
+    for (int i = 0; i < 3; ++i) x.push_back(Bounded(f, -10, 10));
+    KOBWBExpression* all[] = {x[0], x[1], x[2]};
+    KOBWBExpression* sum = f.CreateSum(3, all);
+    for (int i = 0; i < 2; ++i) f.AddEquation(f.CreateSum(x[i], sum), KOBWBEqEqual, Real(f, 4));
+    f.AddEquation(f.CreateProduct(3, all), KOBWBEqEqual, Real(f, 1));
+    std::vector<std::vector<double>> known;
+    for (double a : {1.0, (1 + std::sqrt(13.0)) / 6, (1 - std::sqrt(13.0)) / 6}) known.push_back({a, a, 1 / (a * a)});
+    KOBWBBranchAndPrune search(f);
+    ExpectSolutions(search, known);
+}
+
 // More equations than unknowns are enclosed, never proved; unbounded domains, NaN
 // widths and zero limits are refused with a status.
 TEST(KOBWBBranchAndPrune, BadInput) {
