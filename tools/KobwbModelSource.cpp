@@ -47,6 +47,10 @@ ModelSource::Kind ModelSource::KindOf(const std::string& variable) const {
     return found == m_kinds.end() ? Kind::Number : found->second;
 }
 
+double ModelSource::UnitScale(const std::string& variable) const {
+    return KindOf(variable) == Kind::Angle ? degreesPerRadian : 1.0;
+}
+
 std::string ModelSource::UnitOf(const std::string& variable) const {
     switch (KindOf(variable)) {
     case Kind::Length: return "mm";
@@ -69,7 +73,7 @@ std::string ModelSource::ValueText(const KOBWBVariable* variable) const {
         KOBWBEquationPrinter::PrintValue(value, text);
         return text;
     }
-    const double scale = kind == Kind::Angle ? degreesPerRadian : 1.0;
+    const double scale = UnitScale(name);
     const std::string lower = Bound(bounds.lower, scale);
     const std::string upper = Bound(bounds.upper, scale);
     return (lower == upper ? lower : '[' + lower + ", " + upper + ']') + ' ' + UnitOf(name);

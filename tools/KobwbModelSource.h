@@ -32,6 +32,9 @@ public:
     // twelve significant digits ("80 mm", "[0, 200] mm", "60 deg", "[-inf, 40] mm"
     // for an unbounded side); other values as the printer writes them.
     std::string ValueText(const KOBWBVariable* variable) const;
+    // The factor from the factory's units to the model's for a variable: 180/Pi for an
+    // angle (radians to degrees), 1 otherwise.
+    double UnitScale(const std::string& variable) const;
     // The unit ValueText writes for a variable, empty for a number.
     std::string UnitOf(const std::string& variable) const;
 

@@ -17,12 +17,6 @@ namespace kobwb_tool {
 
 namespace {
 
-constexpr double degreesPerRadian = 180.0 / 3.14159265358979323846;
-
-double UnitScale(const ModelSource& source, const std::string& name) {
-    return source.KindOf(name) == ModelSource::Kind::Angle ? degreesPerRadian : 1.0;
-}
-
 // Sets a start value "NAME=VALUE" (or "NAME = VALUE") in the model's units; empty
 // when done, otherwise what was wrong.
 std::string SetStart(KOBWBFactory& factory, const ModelSource& source, const std::string& assignment) {
@@ -39,7 +33,7 @@ std::string SetStart(KOBWBFactory& factory, const ModelSource& source, const std
     if (name.empty() || !problem.empty()) return "bad start " + assignment + (problem.empty() ? "" : ": " + problem);
     KOBWBVariable* variable = factory.GetVariable(KOBLVRString(name.c_str()));
     if (!variable) return "no variable " + name + " in the model";
-    variable->SetExprValue(KOBWBValue(value / UnitScale(source, name)));
+    variable->SetExprValue(KOBWBValue(value / source.UnitScale(name)));
     return "";
 }
 
@@ -150,7 +144,7 @@ std::string PointAnswer(KOBWBFactory& factory, const ModelSource& source, KOBWBS
             // Twelve significant digits undo the rounding of the unit conversion (60,
             // not 59.99999999999999 deg) and read back as the same number.
             char text[32];
-            std::snprintf(text, sizeof text, "%.12g", value.lower * UnitScale(source, name));
+            std::snprintf(text, sizeof text, "%.12g", value.lower * source.UnitScale(name));
             out += text;
         }
         else
@@ -182,7 +176,7 @@ std::string BoxText(const KOBWBSearchBox& box, const std::vector<KOBWBVariable*>
     std::string out = json ? "{\"proved\": " + std::string(box.proved ? "true" : "false") + ", \"box\": {" : "";
     for (std::size_t j = 0; j < unknowns.size(); ++j) {
         const std::string name = Name(unknowns[j]);
-        const double scale = UnitScale(source, name);
+        const double scale = source.UnitScale(name);
         const KOBWBRealInterval x = box.box[j];
         if (json) {
             if (j) out += ", ";

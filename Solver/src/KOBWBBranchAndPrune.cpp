@@ -6,6 +6,7 @@
 #include "KOBWBFactory.h"
 #include "KOBWBIntervalNewton.h"
 #include "KOBWBLimits.h"
+#include "KOBWBUnknowns.h"
 #include "KOBWBVariable.h"
 
 #include <algorithm>
@@ -58,18 +59,9 @@ KOBWBSearchStatus KOBWBBranchAndPrune::Run() {
     if (!(m_minWidth > 0) || m_maxBoxes <= 0 || !(m_maxSeconds > 0)) return m_status;
 
     std::vector<KOBWBExpression*> roots;
-    std::vector<bool> present(static_cast<std::size_t>(m_factory.GetNbOfVariables()), false);
-    for (KOBWBEquation* equation = m_factory.GetFirstEquation(); equation; equation = m_factory.GetNextEquation(equation)) {
-        if (equation->GetType() != KOBWBEqEqual || !equation->GetRoot()) continue;
-        roots.push_back(equation->GetRoot());
-        KOBWBVariable** variables = nullptr;
-        const int count = equation->GetRoot()->FindPresentVariables(variables);
-        const std::unique_ptr<KOBWBVariable*[]> owned(variables);
-        for (int k = 0; k < count; ++k)
-            if (!variables[k]->IsFixed()) present[static_cast<std::size_t>(variables[k]->GetIdx())] = true;
-    }
-    for (std::size_t index = 0; index < present.size(); ++index)
-        if (present[index]) m_unknowns.push_back(m_factory.GetVariable(static_cast<int>(index)));
+    for (KOBWBEquation* equation = m_factory.GetFirstEquation(); equation; equation = m_factory.GetNextEquation(equation))
+        if (equation->GetType() == KOBWBEqEqual && equation->GetRoot()) roots.push_back(equation->GetRoot());
+    m_unknowns = kobwb::EqualityUnknowns(m_factory, roots);
     if (roots.empty() || m_unknowns.empty()) return m_status;
 
     Box initial;

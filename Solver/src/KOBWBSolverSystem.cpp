@@ -1,5 +1,7 @@
 #include "KOBWBSolverSystem.h"
 
+#include "KOBWBUnknowns.h"
+
 #include "KOBWBEquation.h"
 #include "KOBWBExpression.h"
 #include "KOBWBFactory.h"
@@ -51,32 +53,7 @@ SolverSystem::SolverSystem(KOBWBFactory& f, const std::vector<KOBWBVariable*>& f
         default: break;
         }
     }
-    // The unknowns: variables of the equalities, in index order, less the fixed ones.
-    columnOf.assign(static_cast<std::size_t>(f.GetNbOfVariables()), -1);
-    std::vector<bool> isFixed(columnOf.size(), false);
-    for (KOBWBVariable* variable : fixed)
-        if (variable && &variable->GetFactory() == &f && variable->GetIdx() >= 0 &&
-            variable->GetIdx() < static_cast<int>(isFixed.size()))
-            isFixed[static_cast<std::size_t>(variable->GetIdx())] = true;
-    std::vector<bool> present(columnOf.size(), false);
-    for (std::size_t i = 0; i < equalityRoots.size(); ++i) {
-        KOBWBVariable** variables = nullptr;
-        const int count = equalityRoots[i]->FindPresentVariables(variables);
-        const std::unique_ptr<KOBWBVariable*[]> owned(variables);
-        bool any = false;
-        for (int k = 0; k < count; ++k) {
-            const std::size_t index = static_cast<std::size_t>(variables[k]->GetIdx());
-            if (index >= present.size() || variables[k]->IsFixed() || isFixed[index]) continue;
-            present[index] = true;
-            any = true;
-        }
-        if (!any) constantRows.push_back(static_cast<int>(i));
-    }
-    for (std::size_t index = 0; index < present.size(); ++index) {
-        if (!present[index]) continue;
-        columnOf[index] = static_cast<int>(unknowns.size());
-        unknowns.push_back(f.GetVariable(static_cast<int>(index)));
-    }
+    unknowns = EqualityUnknowns(f, equalityRoots, fixed);
     jacobian.Make(EqualityCount(), equalityRoots.data(), static_cast<int>(unknowns.size()), unknowns.data());
     complete = jacobian.GetRowsWithoutDerivative().empty();
     if (!complete) return;

@@ -41,14 +41,10 @@ struct SolverSystem {
     std::vector<KOBWBEquation*> equalities;
     std::vector<KOBWBEquation*> inequalities;
     std::vector<KOBWBVariable*> unknowns;
-    // The column of each variable of the factory by index; -1 for non-unknowns.
-    std::vector<int> columnOf;
     KOBWBJacobian jacobian;
     KOBWBPointEvaluator evaluator;
     // For equality i, its terms are outputs termStart[i] .. termStart[i + 1] - 1.
     std::vector<int> termStart;
-    // Equalities without unknowns: they hold or not whatever the solve does.
-    std::vector<int> constantRows;
     std::unique_ptr<LeastChangeStep> step;
     bool complete = true;
 
