@@ -188,9 +188,12 @@ std::string BoxText(const KOBWBSearchBox& box, const std::vector<KOBWBVariable*>
             out += ']';
             continue;
         }
+        // Twelve digits for a person; a bound within rounding of 0 (the outward step
+        // of an exact 0) reads as 0. --json gives the bounds exactly.
+        const auto shown = [scale](double bound) { return std::fabs(bound) < 1e-300 ? 0.0 : bound * scale; };
         char text[96];
-        std::snprintf(text, sizeof text, "%s%s in [%.12g, %.12g]", j ? ", " : "  ", name.c_str(), x.lower * scale,
-                      x.upper * scale);
+        std::snprintf(text, sizeof text, "%s%s in [%.12g, %.12g]", j ? ", " : "  ", name.c_str(), shown(x.lower),
+                      shown(x.upper));
         out += text;
         const std::string unit = source.UnitOf(name);
         if (!unit.empty()) out += ' ' + unit;
