@@ -8,6 +8,9 @@
 
 class KOBWBExpression;
 class KOBWBVariable;
+namespace kobwb {
+class TapeBuilder;
+}
 
 // Evaluates expressions of one factory at a point, in plain doubles, many times over:
 // the residuals of a system and the entries of its Jacobian, as a Newton solver asks
@@ -55,6 +58,8 @@ public:
     bool UsesNodes() const { return m_usesNodes; }
 
 private:
+    friend class kobwb::TapeBuilder;
+
     struct Step {
         std::uint8_t code;
         // Arguments: a and b for unary and binary steps; for n-ary ones, count of them
