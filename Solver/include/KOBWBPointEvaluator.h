@@ -3,6 +3,7 @@
 
 #include "KOBWBxExport.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -54,6 +55,12 @@ public:
     int GetNbOfInputs() const { return static_cast<int>(m_inputs.size()); }
     // Steps of the tape, constants and inputs left out.
     int GetNbOfSteps() const { return static_cast<int>(m_steps.size()); }
+    // Steps that evaluating the first count expressions runs.
+    int GetNbOfStepsFor(int count) const {
+        return count <= 0 || m_stepsUpTo.empty()
+                   ? 0
+                   : static_cast<int>(m_stepsUpTo[static_cast<std::size_t>(std::min(count, GetNbOfExpressions()) - 1)]);
+    }
     // Whether some step is evaluated by its node.
     bool UsesNodes() const { return m_usesNodes; }
 

@@ -1,7 +1,7 @@
 #include "KOBWBLeastChangeStep.h"
 
 #include <Eigen/CholmodSupport>
-#include <Eigen/UmfPackSupport>
+#include <Eigen/KLUSupport>
 #include <Eigen/SparseCore>
 
 #include <algorithm>
@@ -21,8 +21,11 @@ struct LeastChangeStep::Impl {
     bool analysed = false;
     // A square Jacobian's own LU factorisation, for the undamped Newton step: solving
     // the normal equations instead would square its condition number, which grows
-    // with the length of a chain of constraints.
-    Eigen::UmfPackLU<SparseMatrix> lu;
+    // with the length of a chain of constraints. KLU orders the matrix into block
+    // triangular form first: a sketch's Jacobian is mostly chains of small blocks,
+    // which it factors with little fill (a general multifrontal LU grew faster than
+    // the size of a long strip).
+    Eigen::KLU<SparseMatrix> lu;
     bool luAnalysed = false;
     // Whether the normal matrix is J J^T (rows) or J^T J (columns).
     bool byRows = true;

@@ -179,12 +179,15 @@ KOBWBSolverStatus KOBWBSolver::Newton() {
         s.step->SetJacobian(values.data() + checked);
         bool moved = false;
         // Damping grows until a step reduces the residual; past the last damping no
-        // change of the variables does: the point is a least-squares point.
-        for (; lambda < 1e8 && !moved; lambda = lambda == 0.0 ? 1e-12 : lambda * 100) {
+        // change of the variables does: the point is a least-squares point. The step
+        // that polishes a solution is taken whole, undamped, or not at all.
+        const bool polishing = status == KOBWBSolverSolved;
+        const double lastLambda = polishing ? lambda : 1e8;
+        for (; lambda <= lastLambda && lambda < 1e8 && !moved; lambda = lambda == 0.0 ? 1e-12 : lambda * 100) {
             const double normalScale = lambda == 0.0 ? 0.0 : s.step->NormalScale();
             const double mu = lambda * (normalScale > 0 ? normalScale : 1.0);
             if (!s.step->Step(values.data(), mu, dx.data())) continue;
-            for (double alpha = 1.0; alpha > 1e-3 && !moved; alpha /= 2) {
+            for (double alpha = 1.0; alpha > (polishing ? 0.75 : 1e-3) && !moved; alpha /= 2) {
                 for (std::size_t j = 0; j < n; ++j) trial[j] = std::clamp(x[j] + alpha * dx[j], lower[j], upper[j]);
                 s.evaluator.Evaluate(trial.data(), trialValues.data(), checked);
                 if (!finite(trialValues) || SquaredNorm(trialValues, m) >= norm) continue;

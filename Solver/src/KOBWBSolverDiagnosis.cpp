@@ -20,7 +20,7 @@ void KOBWBSolver::Diagnose() {
     const int m = s.EqualityCount();
     const int n = static_cast<int>(s.unknowns.size());
     m_unknownCount = n;
-    const kobwb::Incidence incidence(m, n, s.jacobian.GetColumnStarts(), s.jacobian.GetRows());
+    const kobwb::Incidence incidence(m, n, s.columnStarts, s.rows);
     m_structuralDof = n - incidence.matched;
     for (int i = 0; i < m; ++i)
         if (incidence.overDeterminedRows[static_cast<std::size_t>(i)])
@@ -42,7 +42,7 @@ void KOBWBSolver::Diagnose() {
         std::vector<double> values(static_cast<std::size_t>(m_system->evaluator.GetNbOfExpressions()));
         m_system->evaluator.Evaluate(x.data(), values.data());
         kobwb::RankAnalysis analysis;
-        analysis.Run(m, n, s.jacobian.GetColumnStarts(), s.jacobian.GetRows(), values.data() + s.JacobianOutput());
+        analysis.Run(m, n, s.columnStarts, s.rows, values.data() + s.JacobianOutput());
         m_rank = analysis.rank;
         m_numericDof = n - analysis.rank;
         if (analysis.complete) freeColumns = analysis.freeColumns;

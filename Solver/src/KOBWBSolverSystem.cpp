@@ -1,6 +1,8 @@
 #include "KOBWBSolverSystem.h"
 
-#include "KOBWBUnknowns.h"
+#include "KOBWBEquationShape.h"
+#include "KOBWBShapeTemplates.h"
+#include "KOBWBTapeBuilder.h"
 
 #include "KOBWBEquation.h"
 #include "KOBWBExpression.h"
@@ -8,6 +10,7 @@
 #include "KOBWBVariable.h"
 
 #include <algorithm>
+#include <limits>
 #include <memory>
 
 namespace kobwb {
@@ -53,26 +56,136 @@ SolverSystem::SolverSystem(KOBWBFactory& f, const std::vector<KOBWBVariable*>& f
         default: break;
         }
     }
-    unknowns = EqualityUnknowns(f, equalityRoots, fixed);
-    jacobian.Make(EqualityCount(), equalityRoots.data(), static_cast<int>(unknowns.size()), unknowns.data());
-    complete = jacobian.GetRowsWithoutDerivative().empty();
-    if (!complete) return;
+    Compile(fixed, equalityRoots, inequalityRoots);
+}
 
-    std::vector<KOBWBExpression*> outputs(equalityRoots);
-    outputs.insert(outputs.end(), inequalityRoots.begin(), inequalityRoots.end());
-    outputs.insert(outputs.end(), jacobian.GetEntries().begin(), jacobian.GetEntries().end());
-    termStart.push_back(static_cast<int>(outputs.size()));
-    for (KOBWBExpression* root : equalityRoots) {
-        if (root->GetType() == KOBWBSumType)
-            for (int k = 0; k < root->GetNbOfChildren(); ++k) outputs.push_back(root->GetChild(k));
-        else
-            outputs.push_back(root);
-        termStart.push_back(static_cast<int>(outputs.size()));
+void SolverSystem::Compile(const std::vector<KOBWBVariable*>& fixed, const std::vector<KOBWBExpression*>& equalityRoots,
+                           const std::vector<KOBWBExpression*>& inequalityRoots) {
+    // The unknowns: the variables of the equalities that are not fixed, by index.
+    const std::size_t variableCount = variableFixed.size();
+    std::vector<bool> free(variableCount);
+    for (std::size_t i = 0; i < variableCount; ++i) free[i] = !variableFixed[i];
+    for (KOBWBVariable* variable : fixed)
+        if (variable && &variable->GetFactory() == &factory && variable->GetIdx() >= 0 &&
+            static_cast<std::size_t>(variable->GetIdx()) < variableCount)
+            free[static_cast<std::size_t>(variable->GetIdx())] = false;
+    // Each equality's variables, and the template of its shape where it has one.
+    const int m = EqualityCount();
+    std::vector<ShapeTemplates::Template*> templateOf(static_cast<std::size_t>(m), nullptr);
+    std::vector<int> variablesStart{0};
+    std::vector<KOBWBVariable*> rowVariables;
+    ShapeTemplates templates;
+    EquationShape shape;
+    for (int i = 0; i < m; ++i) {
+        KOBWBExpression* root = equalityRoots[static_cast<std::size_t>(i)];
+        if (shape.Read(root, free)) {
+            templateOf[static_cast<std::size_t>(i)] = templates.Find(shape, root);
+            rowVariables.insert(rowVariables.end(), shape.Variables().begin(), shape.Variables().end());
+        } else {
+            KOBWBVariable** present = nullptr;
+            const int count = root->FindPresentVariables(present);
+            const std::unique_ptr<KOBWBVariable*[]> owned(present);
+            rowVariables.insert(rowVariables.end(), present, present + count);
+        }
+        variablesStart.push_back(static_cast<int>(rowVariables.size()));
     }
-    evaluator.Compile(static_cast<int>(outputs.size()), outputs.data(), static_cast<int>(unknowns.size()),
-                      unknowns.data());
-    step = std::make_unique<LeastChangeStep>(EqualityCount(), static_cast<int>(unknowns.size()),
-                                             jacobian.GetColumnStarts(), jacobian.GetRows());
+    std::vector<int> columnOf(variableCount, -1);
+    for (KOBWBVariable* variable : rowVariables) {
+        const std::size_t index = static_cast<std::size_t>(variable->GetIdx());
+        if (index < variableCount && free[index]) columnOf[index] = 0;
+    }
+    for (std::size_t index = 0; index < variableCount; ++index)
+        if (columnOf[index] == 0) {
+            columnOf[index] = static_cast<int>(unknowns.size());
+            unknowns.push_back(factory.GetVariable(static_cast<int>(index)));
+        }
+    const auto column = [&](const KOBWBVariable* variable) {
+        const std::size_t index = static_cast<std::size_t>(variable->GetIdx());
+        return index < variableCount ? columnOf[index] : -1;
+    };
+
+    // The tape: the roots of the equalities and inequalities first (a line search
+    // evaluates these alone), then the Jacobian's entries, then the terms.
+    TapeBuilder tape(evaluator, static_cast<int>(unknowns.size()), unknowns.data());
+    std::vector<int> inputSlots;
+    std::vector<int> copied;
+    const auto copy = [&](ShapeTemplates::Template& shaped, int i, std::size_t stepCount) {
+        inputSlots.clear();
+        for (int k = variablesStart[static_cast<std::size_t>(i)]; k < variablesStart[static_cast<std::size_t>(i) + 1]; ++k) {
+            KOBWBVariable* variable = rowVariables[static_cast<std::size_t>(k)];
+            const int j = column(variable);
+            inputSlots.push_back(j >= 0 ? j : tape.Leaf(variable));
+        }
+        tape.Copy(shaped.pattern, stepCount, inputSlots.data(), shaped.leafSlots, copied);
+    };
+    std::vector<int> rootSlots;
+    std::vector<int> termSlots;
+    termStart.clear();
+    for (int i = 0; i < m; ++i) {
+        KOBWBExpression* root = equalityRoots[static_cast<std::size_t>(i)];
+        termStart.push_back(static_cast<int>(termSlots.size()));
+        if (ShapeTemplates::Template* shaped = templateOf[static_cast<std::size_t>(i)]) {
+            copy(*shaped, i, shaped->rootSteps);
+            rootSlots.push_back(copied[0]);
+            termSlots.insert(termSlots.end(), copied.begin() + 1, copied.begin() + 1 + shaped->termCount);
+            continue;
+        }
+        rootSlots.push_back(tape.Graph(root));
+        if (root->GetType() == KOBWBSumType)
+            for (int k = 0; k < root->GetNbOfChildren(); ++k) termSlots.push_back(tape.Graph(root->GetChild(k)));
+        else
+            termSlots.push_back(rootSlots.back());
+    }
+    termStart.push_back(static_cast<int>(termSlots.size()));
+    for (KOBWBExpression* root : inequalityRoots) rootSlots.push_back(tape.Graph(root));
+
+    struct Entry {
+        int column;
+        int row;
+        int slot;
+    };
+    // Every entry of the pattern, row by row; its slot is -1 where it has no derivative.
+    std::vector<Entry> entries;
+    for (int i = 0; i < m; ++i) {
+        const int first = variablesStart[static_cast<std::size_t>(i)];
+        const int last = variablesStart[static_cast<std::size_t>(i) + 1];
+        ShapeTemplates::Template* shaped = templateOf[static_cast<std::size_t>(i)];
+        if (shaped) copy(*shaped, i, std::numeric_limits<std::size_t>::max());
+        std::size_t output = shaped ? 1 + static_cast<std::size_t>(shaped->termCount) : 0;
+        for (int k = first; k < last; ++k) {
+            KOBWBVariable* variable = rowVariables[static_cast<std::size_t>(k)];
+            const int j = column(variable);
+            if (j < 0) continue;
+            if (shaped) {
+                entries.push_back({j, i, copied[output++]});
+                continue;
+            }
+            KOBWBExpression* derivative = factory.CreateDerivative(equalityRoots[static_cast<std::size_t>(i)], 1, &variable);
+            entries.push_back({j, i, derivative ? tape.Graph(derivative) : -1});
+        }
+    }
+    std::sort(entries.begin(), entries.end(),
+              [](const Entry& a, const Entry& b) { return a.column != b.column ? a.column < b.column : a.row < b.row; });
+    columnStarts.assign(unknowns.size() + 1, 0);
+    for (const Entry& entry : entries) {
+        ++columnStarts[static_cast<std::size_t>(entry.column) + 1];
+        rows.push_back(entry.row);
+    }
+    for (std::size_t j = 0; j < unknowns.size(); ++j) columnStarts[j + 1] += columnStarts[j];
+    for (int slot : rootSlots) complete = complete && slot >= 0;
+    for (int slot : termSlots) complete = complete && slot >= 0;
+    for (const Entry& entry : entries) complete = complete && entry.slot >= 0;
+    if (!complete) {
+        evaluator = KOBWBPointEvaluator();
+        return;
+    }
+    for (int slot : rootSlots) tape.Output(slot);
+    for (const Entry& entry : entries) tape.Output(entry.slot);
+    const int firstTerm = static_cast<int>(rootSlots.size() + entries.size());
+    for (int& start : termStart) start += firstTerm;
+    for (int slot : termSlots) tape.Output(slot);
+    tape.Finish();
+    step = std::make_unique<LeastChangeStep>(m, static_cast<int>(unknowns.size()), columnStarts, rows);
 }
 
 } // namespace kobwb

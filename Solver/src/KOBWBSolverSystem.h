@@ -2,7 +2,6 @@
 #define KOBWBSolverSystem_h
 
 #include "KOBWBEquationType.h"
-#include "KOBWBJacobian.h"
 #include "KOBWBLeastChangeStep.h"
 #include "KOBWBPointEvaluator.h"
 #include "KOBWBSolver.h"
@@ -41,16 +40,24 @@ struct SolverSystem {
     std::vector<KOBWBEquation*> equalities;
     std::vector<KOBWBEquation*> inequalities;
     std::vector<KOBWBVariable*> unknowns;
-    KOBWBJacobian jacobian;
+    // The Jacobian's pattern, compressed by columns.
+    std::vector<int> columnStarts;
+    std::vector<int> rows;
     KOBWBPointEvaluator evaluator;
     // For equality i, its terms are outputs termStart[i] .. termStart[i + 1] - 1.
     std::vector<int> termStart;
     std::unique_ptr<LeastChangeStep> step;
+    // Whether every entry of the Jacobian has a derivative.
     bool complete = true;
+
+private:
+    void Compile(const std::vector<KOBWBVariable*>& fixed, const std::vector<KOBWBExpression*>& equalityRoots,
+                 const std::vector<KOBWBExpression*>& inequalityRoots);
+public:
 
     int EqualityCount() const { return static_cast<int>(equalities.size()); }
     int InequalityCount() const { return static_cast<int>(inequalities.size()); }
-    int EntryCount() const { return jacobian.GetNbOfEntries(); }
+    int EntryCount() const { return static_cast<int>(rows.size()); }
     int JacobianOutput() const { return EqualityCount() + InequalityCount(); }
 };
 

@@ -238,19 +238,20 @@ int TapeBuilder::Graph(KOBWBExpression* root) {
     return SlotOf(root);
 }
 
-void TapeBuilder::Copy(const KOBWBPointEvaluator& pattern, const int* inputSlots, std::vector<int>& leafSlots,
-                       std::vector<int>& outputSlots) {
+void TapeBuilder::Copy(const KOBWBPointEvaluator& pattern, std::size_t stepCount, const int* inputSlots,
+                       std::vector<int>& leafSlots, std::vector<int>& outputSlots) {
     if (leafSlots.empty())
         for (const KOBWBPointEvaluator::Leaf& leaf : pattern.m_leaves) leafSlots.push_back(Leaf(leaf.node));
     // The slot here of each slot of the pattern.
     std::vector<int>& slotHere = m_copySlots;
-    slotHere.resize(pattern.m_values.size());
+    slotHere.assign(pattern.m_values.size(), -1);
     const std::size_t inputCount = pattern.m_inputs.size();
     std::copy(inputSlots, inputSlots + inputCount, slotHere.begin());
     for (std::size_t k = 0; k < pattern.m_leaves.size(); ++k)
         slotHere[static_cast<std::size_t>(pattern.m_leaves[k].slot)] = leafSlots[k];
     std::vector<int>& arguments = m_tape.m_arguments;
-    for (const Step& from : pattern.m_steps) {
+    for (std::size_t s = 0; s < stepCount && s < pattern.m_steps.size(); ++s) {
+        const Step& from = pattern.m_steps[s];
         Step step = from;
         step.first = static_cast<int>(arguments.size());
         if (step.a >= 0) step.a = slotHere[static_cast<std::size_t>(step.a)];

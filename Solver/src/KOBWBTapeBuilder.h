@@ -47,12 +47,14 @@ public:
     // The slot of a variable that is not an input, or of a constant: read when
     // compiled and by Refresh.
     int Leaf(KOBWBExpression* node);
-    // Copies pattern's steps with its inputs read from inputSlots; outputSlots[k] is
-    // then the slot of pattern's output k. The pattern has no step evaluated by its
-    // node; leafSlots caches, for each of its leaves, the slot it has here (empty
-    // before the first copy of that pattern).
-    void Copy(const KOBWBPointEvaluator& pattern, const int* inputSlots, std::vector<int>& leafSlots,
-              std::vector<int>& outputSlots);
+    // Copies pattern's first stepCount steps with its inputs read from inputSlots;
+    // outputSlots[k] is then the slot of pattern's output k, or -1 when a later step
+    // writes it. The pattern has no step evaluated by its node; leafSlots caches, for
+    // each of its leaves, the slot it has here (empty before the first copy of that
+    // pattern). Steps copied again are found again, so a pattern may be copied over
+    // the same inputs in parts: first the steps its first outputs need, then all.
+    void Copy(const KOBWBPointEvaluator& pattern, std::size_t stepCount, const int* inputSlots,
+              std::vector<int>& leafSlots, std::vector<int>& outputSlots);
     // Makes the slot an output of the evaluator, the next one.
     void Output(int slot);
     // Ends the tape: the steps each output needs, the slots' room, the leaves read.
