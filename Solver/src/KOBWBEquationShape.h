@@ -2,7 +2,6 @@
 #define KOBWBEquationShape_h
 
 #include <cstdint>
-#include <utility>
 #include <vector>
 
 class KOBWBExpression;
@@ -36,10 +35,16 @@ public:
     std::uint64_t Hash() const { return m_hash; }
 
 private:
-    bool Known(const KOBWBExpression* node) const;
-    int IdOf(const KOBWBExpression* node) const;
+    // Which read last met a node, and the number it has in that read's graph.
+    struct Seen {
+        unsigned read = 0;
+        int id = -1;
+    };
+    // The mark of node, by its creation number.
+    Seen& SeenOf(const KOBWBExpression* node);
 
-    std::vector<std::pair<const KOBWBExpression*, int>> m_ids;
+    std::vector<Seen> m_seen;
+    unsigned m_read = 0;
     std::vector<KOBWBVariable*> m_variables;
     std::vector<bool> m_unknown;
     std::vector<std::uint64_t> m_key;

@@ -167,7 +167,9 @@ KOBWBSolverStatus KOBWBSolver::Newton() {
         m_residual = scaledResidual(values);
         if (m_residual <= m_tolerance) {
             status = KOBWBSolverSolved;
-            if (polished || norm == 0.0) break;
+            // A residual within a few roundings of its terms is as small as a step
+            // can make it.
+            if (polished || m_residual <= 8 * std::numeric_limits<double>::epsilon()) break;
             polished = true;
         }
         if (m_iterations >= m_maxIterations) break;

@@ -108,15 +108,20 @@ void SolverSystem::Compile(const std::vector<KOBWBVariable*>& fixed, const std::
     // evaluates these alone), then the Jacobian's entries, then the terms.
     TapeBuilder tape(evaluator, static_cast<int>(unknowns.size()), unknowns.data());
     std::vector<int> inputSlots;
+    std::vector<int> stepSlots;
     std::vector<int> copied;
-    const auto copy = [&](ShapeTemplates::Template& shaped, int i, std::size_t stepCount) {
+    // The slots of the steps each templated equation's root needs, kept from the
+    // copy of those steps to the copy of the rest.
+    std::vector<int> rootStepSlots;
+    std::vector<std::size_t> rootStepsStart(static_cast<std::size_t>(m) + 1, 0);
+    const auto copy = [&](ShapeTemplates::Template& shaped, int i, std::size_t first, std::size_t last) {
         inputSlots.clear();
         for (int k = variablesStart[static_cast<std::size_t>(i)]; k < variablesStart[static_cast<std::size_t>(i) + 1]; ++k) {
             KOBWBVariable* variable = rowVariables[static_cast<std::size_t>(k)];
             const int j = column(variable);
             inputSlots.push_back(j >= 0 ? j : tape.Leaf(variable));
         }
-        tape.Copy(shaped.pattern, stepCount, inputSlots.data(), shaped.leafSlots, copied);
+        tape.Copy(shaped.pattern, first, last, inputSlots.data(), shaped.leafSlots, stepSlots, copied);
     };
     std::vector<int> rootSlots;
     std::vector<int> termSlots;
@@ -124,8 +129,11 @@ void SolverSystem::Compile(const std::vector<KOBWBVariable*>& fixed, const std::
     for (int i = 0; i < m; ++i) {
         KOBWBExpression* root = equalityRoots[static_cast<std::size_t>(i)];
         termStart.push_back(static_cast<int>(termSlots.size()));
+        rootStepsStart[static_cast<std::size_t>(i)] = rootStepSlots.size();
         if (ShapeTemplates::Template* shaped = templateOf[static_cast<std::size_t>(i)]) {
-            copy(*shaped, i, shaped->rootSteps);
+            stepSlots.clear();
+            copy(*shaped, i, 0, shaped->rootSteps);
+            rootStepSlots.insert(rootStepSlots.end(), stepSlots.begin(), stepSlots.end());
             rootSlots.push_back(copied[0]);
             termSlots.insert(termSlots.end(), copied.begin() + 1, copied.begin() + 1 + shaped->termCount);
             continue;
@@ -150,7 +158,11 @@ void SolverSystem::Compile(const std::vector<KOBWBVariable*>& fixed, const std::
         const int first = variablesStart[static_cast<std::size_t>(i)];
         const int last = variablesStart[static_cast<std::size_t>(i) + 1];
         ShapeTemplates::Template* shaped = templateOf[static_cast<std::size_t>(i)];
-        if (shaped) copy(*shaped, i, std::numeric_limits<std::size_t>::max());
+        if (shaped) {
+            stepSlots.assign(rootStepSlots.begin() + static_cast<std::ptrdiff_t>(rootStepsStart[static_cast<std::size_t>(i)]),
+                             rootStepSlots.begin() + static_cast<std::ptrdiff_t>(rootStepsStart[static_cast<std::size_t>(i)] + shaped->rootSteps));
+            copy(*shaped, i, shaped->rootSteps, std::numeric_limits<std::size_t>::max());
+        }
         std::size_t output = shaped ? 1 + static_cast<std::size_t>(shaped->termCount) : 0;
         for (int k = first; k < last; ++k) {
             KOBWBVariable* variable = rowVariables[static_cast<std::size_t>(k)];

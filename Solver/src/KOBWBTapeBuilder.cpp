@@ -238,19 +238,21 @@ int TapeBuilder::Graph(KOBWBExpression* root) {
     return SlotOf(root);
 }
 
-void TapeBuilder::Copy(const KOBWBPointEvaluator& pattern, std::size_t stepCount, const int* inputSlots,
-                       std::vector<int>& leafSlots, std::vector<int>& outputSlots) {
+void TapeBuilder::Copy(const KOBWBPointEvaluator& pattern, std::size_t first, std::size_t last, const int* inputSlots,
+                       std::vector<int>& leafSlots, std::vector<int>& stepSlots, std::vector<int>& outputSlots) {
     if (leafSlots.empty())
         for (const KOBWBPointEvaluator::Leaf& leaf : pattern.m_leaves) leafSlots.push_back(Leaf(leaf.node));
+    last = std::min(last, pattern.m_steps.size());
     // The slot here of each slot of the pattern.
     std::vector<int>& slotHere = m_copySlots;
     slotHere.assign(pattern.m_values.size(), -1);
-    const std::size_t inputCount = pattern.m_inputs.size();
-    std::copy(inputSlots, inputSlots + inputCount, slotHere.begin());
+    std::copy(inputSlots, inputSlots + pattern.m_inputs.size(), slotHere.begin());
     for (std::size_t k = 0; k < pattern.m_leaves.size(); ++k)
         slotHere[static_cast<std::size_t>(pattern.m_leaves[k].slot)] = leafSlots[k];
+    for (std::size_t s = 0; s < first && s < stepSlots.size(); ++s)
+        slotHere[static_cast<std::size_t>(pattern.m_steps[s].out)] = stepSlots[s];
     std::vector<int>& arguments = m_tape.m_arguments;
-    for (std::size_t s = 0; s < stepCount && s < pattern.m_steps.size(); ++s) {
+    for (std::size_t s = first; s < last; ++s) {
         const Step& from = pattern.m_steps[s];
         Step step = from;
         step.first = static_cast<int>(arguments.size());
@@ -258,7 +260,9 @@ void TapeBuilder::Copy(const KOBWBPointEvaluator& pattern, std::size_t stepCount
         if (step.b >= 0 && step.code != IntegerPower) step.b = slotHere[static_cast<std::size_t>(step.b)];
         for (int i = 0; i < from.count; ++i)
             arguments.push_back(slotHere[static_cast<std::size_t>(pattern.m_arguments[static_cast<std::size_t>(from.first + i)])]);
-        slotHere[static_cast<std::size_t>(from.out)] = StepSlot(nullptr, step);
+        const int slot = StepSlot(nullptr, step);
+        slotHere[static_cast<std::size_t>(from.out)] = slot;
+        stepSlots.push_back(slot);
     }
     outputSlots.clear();
     for (int output : pattern.m_outputs) outputSlots.push_back(slotHere[static_cast<std::size_t>(output)]);

@@ -47,14 +47,16 @@ public:
     // The slot of a variable that is not an input, or of a constant: read when
     // compiled and by Refresh.
     int Leaf(KOBWBExpression* node);
-    // Copies pattern's first stepCount steps with its inputs read from inputSlots;
-    // outputSlots[k] is then the slot of pattern's output k, or -1 when a later step
-    // writes it. The pattern has no step evaluated by its node; leafSlots caches, for
-    // each of its leaves, the slot it has here (empty before the first copy of that
-    // pattern). Steps copied again are found again, so a pattern may be copied over
-    // the same inputs in parts: first the steps its first outputs need, then all.
-    void Copy(const KOBWBPointEvaluator& pattern, std::size_t stepCount, const int* inputSlots,
-              std::vector<int>& leafSlots, std::vector<int>& outputSlots);
+    // Copies pattern's steps first .. last - 1 with its inputs read from inputSlots;
+    // outputSlots[k] is then the slot of pattern's output k, or -1 when a step not
+    // yet copied writes it. stepSlots holds the slot here of each step of the pattern
+    // copied so far over these inputs: the steps before first are read from it, and
+    // the steps copied are added to it. A pattern may thus be copied in parts: the
+    // steps its first outputs need with those of other patterns, the rest later.
+    // The pattern has no step evaluated by its node; leafSlots caches, for each of its
+    // leaves, the slot it has here (empty before the first copy of that pattern).
+    void Copy(const KOBWBPointEvaluator& pattern, std::size_t first, std::size_t last, const int* inputSlots,
+              std::vector<int>& leafSlots, std::vector<int>& stepSlots, std::vector<int>& outputSlots);
     // Makes the slot an output of the evaluator, the next one.
     void Output(int slot);
     // Ends the tape: the steps each output needs, the slots' room, the leaves read.
