@@ -77,6 +77,67 @@ TEST(KOBWBSolver, SquareAndUnderDeterminedSystems) {
     EXPECT_EQ(ValueOf(y), -8.0);
 }
 
+// Equations of one shape share one compiled tape, copied over each equation's own
+// variables: a copy must read its own constants, tell fixed variables from unknowns,
+// keep a variable met twice as one, and read nodes shared with other equations. The
+// answer is checked through the factory's own evaluation of every equation.
+TEST(KOBWBSolver, EquationsOfOneShapeKeepTheirOwnVariablesAndConstants) {
+    KOBWBFactory f;
+    const auto point = [&](double x, double y, bool fixed) {
+        KOBWBVariable* px = f.CreateVariable();
+        KOBWBVariable* py = f.CreateVariable();
+        px->SetExprValue(KOBWBValue(x));
+        py->SetExprValue(KOBWBValue(y));
+        px->Fix(fixed ? 1 : 0);
+        py->Fix(fixed ? 1 : 0);
+        return std::make_pair(px, py);
+    };
+    const auto a = point(0, 0, true);
+    const auto b = point(6, 0, true);
+    const auto c = point(3.2, 3.6, false);
+    const auto d = point(2.7, -3.6, false);
+    const auto h = point(5.3, 11.6, false);
+    KOBWBVariable* e = f.CreateVariable();
+    e->SetExprValue(KOBWBValue(4.0));
+    KOBWBVariable* g = f.CreateVariable();
+    g->SetExprValue(KOBWBValue(0.0));
+    const auto distance = [&](std::pair<KOBWBVariable*, KOBWBVariable*> p, std::pair<KOBWBVariable*, KOBWBVariable*> q,
+                              double length) {
+        f.AddEquation(bench::Distance(f, p.first, p.second, q.first, q.second), KOBWBEqEqual, Real(f, length));
+    };
+    distance(a, c, 5.0); // C = (3, 4)
+    distance(b, c, 5.0);
+    distance(a, d, 5.0); // D = (3, -4), 8 from C
+    distance(c, d, 8.0);
+    distance(a, h, 13.0); // H = (5, 12): the shape of AC, other lengths
+    distance(b, h, std::sqrt(145.0));
+    // A variable met twice: (e - xc)^2 + (e - yc)^2 = 2.5, e = 4.5 from the start 4.
+    f.AddEquation(f.CreateSum(f.CreatePower(f.CreateSub(e, c.first), 2), f.CreatePower(f.CreateSub(e, c.second), 2)),
+                  KOBWBEqEqual, Real(f, 2.5));
+    // A node shared by two equations, and an integer and a real constant of one value.
+    KOBWBExpression* shared = f.CreateSub(d.first, e);
+    f.AddEquation(f.CreateProduct(shared, f.CreateIntegerConstant(2)), KOBWBEqEqual, f.CreateProduct(g, Real(f, 2.0)));
+    f.AddEquation(f.CreateSum(shared, g), KOBWBEqEqual, Real(f, -3.0));
+
+    KOBWBSolver solver(f);
+    ASSERT_EQ(solver.Solve(), KOBWBSolverSolved);
+    // Newton's steps with the exact Jacobian.
+    EXPECT_LE(solver.GetNbOfIterations(), 6);
+    EXPECT_NEAR(ValueOf(c.first), 3.0, 1e-12);
+    EXPECT_NEAR(ValueOf(c.second), 4.0, 1e-12);
+    EXPECT_NEAR(ValueOf(d.first), 3.0, 1e-12);
+    EXPECT_NEAR(ValueOf(d.second), -4.0, 1e-12);
+    EXPECT_NEAR(ValueOf(h.first), 5.0, 1e-12);
+    EXPECT_NEAR(ValueOf(h.second), 12.0, 1e-12);
+    EXPECT_NEAR(ValueOf(e), 4.5, 1e-12);
+    EXPECT_NEAR(ValueOf(g), -1.5, 1e-12);
+    EXPECT_EQ(ValueOf(a.first), 0.0);
+    EXPECT_EQ(ValueOf(b.first), 6.0);
+    f.ResetBuffer();
+    for (KOBWBEquation* equation = f.GetFirstEquation(); equation; equation = f.GetNextEquation(equation))
+        EXPECT_NEAR(equation->GetRoot()->GetValue().GetAsDouble(), 0.0, 1e-12);
+}
+
 // A step that would break an inequality that holds is shortened; a bounded variable
 // stays in its interval; an inequality that cannot hold at the answer is reported.
 TEST(KOBWBSolver, InequalitiesAndBounds) {
