@@ -131,6 +131,8 @@ private:
     System& CurrentSystem();
     KOBWBSolverStatus Newton();
     void NameConflicts(const std::vector<double>& values, const std::vector<double>& scale);
+    // Whether an equality that does not hold has a derivative of 0 by every unknown.
+    bool HasFlatEquation(const System& s, const std::vector<double>& values, const std::vector<double>& scale) const;
 
     KOBWBFactory& m_factory;
     std::vector<KOBWBVariable*> m_fixed;

@@ -180,6 +180,7 @@ KOBWBSolverStatus KOBWBSolver::Newton() {
         ++m_iterations;
         s.step->SetJacobian(values.data() + checked);
         bool moved = false;
+        double trialNorm = norm;
         // Damping grows until a step reduces the residual; past the last damping no
         // change of the variables does: the point is a least-squares point. The step
         // that polishes a solution is taken whole, undamped, or not at all.
@@ -192,7 +193,8 @@ KOBWBSolverStatus KOBWBSolver::Newton() {
             for (double alpha = 1.0; alpha > (polishing ? 0.75 : 1e-3) && !moved; alpha /= 2) {
                 for (std::size_t j = 0; j < n; ++j) trial[j] = std::clamp(x[j] + alpha * dx[j], lower[j], upper[j]);
                 s.evaluator.Evaluate(trial.data(), trialValues.data(), checked);
-                if (!finite(trialValues) || SquaredNorm(trialValues, m) >= norm) continue;
+                trialNorm = SquaredNorm(trialValues, m);
+                if (!finite(trialValues) || trialNorm >= norm) continue;
                 bool keeps = true;
                 for (int k = m; k < checked && keeps; ++k) {
                     const KOBWBEquationType type = s.inequalities[static_cast<std::size_t>(k - m)]->GetType();
@@ -202,10 +204,22 @@ KOBWBSolverStatus KOBWBSolver::Newton() {
                 moved = keeps;
             }
         }
-        if (!moved && status != KOBWBSolverSolved && !restarted) {
-            // A point where no step helps may be a stationary point that is not a
-            // least-squares one (x^2 = 2 at x = 0): the solve goes on once from a point
-            // moved a little off it, and ends where it stops again.
+        // A step that takes off less than a rounding of the residual's square norm
+        // has reached a least-squares point as closely as the arithmetic allows.
+        const bool stalled = moved && !polishing && trialNorm > norm * (1 - 1e-12);
+        if (moved) {
+            lambda = square ? 0.0 : std::max(lambda / 1e4, 1e-14);
+            x.swap(trial);
+            evaluateAll();
+            norm = SquaredNorm(values, m);
+            if (!stalled) continue;
+        }
+        if (status == KOBWBSolverSolved) break;
+        if (!restarted && HasFlatEquation(s, values, scale)) {
+            // An equality that does not hold but has no derivative by any unknown here
+            // marks a stationary point that is not a least-squares one (x^2 = 2 at
+            // x = 0): the solve goes on once from a point moved a little off it, and
+            // ends where it stops again.
             restarted = true;
             for (std::size_t j = 0; j < n; ++j) {
                 const double shift = 1e-4 * std::max(1.0, std::fabs(x[j])) * (j % 2 ? -1.0 : 1.0) * (1.0 + j % 7 / 7.0);
@@ -217,14 +231,8 @@ KOBWBSolverStatus KOBWBSolver::Newton() {
             norm = SquaredNorm(values, m);
             continue;
         }
-        if (!moved) {
-            if (status != KOBWBSolverSolved) status = KOBWBSolverInconsistent;
-            break;
-        }
-        lambda = square ? 0.0 : std::max(lambda / 1e4, 1e-14);
-        x.swap(trial);
-        evaluateAll();
-        norm = SquaredNorm(values, m);
+        status = KOBWBSolverInconsistent;
+        break;
     }
     m_residual = scaledResidual(values);
     for (int k = m; k < checked; ++k) {
@@ -236,6 +244,18 @@ KOBWBSolverStatus KOBWBSolver::Newton() {
     if (status == KOBWBSolverInconsistent) NameConflicts(values, scale);
     for (std::size_t j = 0; j < n; ++j) s.unknowns[j]->SetExprValue(KOBWBValue(x[j]));
     return status;
+}
+
+bool KOBWBSolver::HasFlatEquation(const System& s, const std::vector<double>& values, const std::vector<double>& scale) const {
+    std::vector<bool> moves(static_cast<std::size_t>(s.EqualityCount()), false);
+    const double* entries = values.data() + s.JacobianOutput();
+    for (int k = 0; k < s.EntryCount(); ++k)
+        if (entries[k] != 0.0 && std::isfinite(entries[k])) moves[static_cast<std::size_t>(s.rows[static_cast<std::size_t>(k)])] = true;
+    for (int i = 0; i < s.EqualityCount(); ++i)
+        if (!moves[static_cast<std::size_t>(i)] &&
+            std::fabs(values[static_cast<std::size_t>(i)]) > m_tolerance * scale[static_cast<std::size_t>(i)])
+            return true;
+    return false;
 }
 
 void KOBWBSolver::NameConflicts(const std::vector<double>& values, const std::vector<double>& scale) {
