@@ -68,8 +68,9 @@ public:
     long GetNbOfRevisions() const { return m_revisions; }
 
 private:
-    // Revises equation i; false when an unknown's interval became empty.
-    bool ReviseRow(int i, std::vector<KOBWBRealInterval>& box, double ratio);
+    // Revises equation i, adding the unknowns it narrows to narrowed; false when an
+    // unknown's interval became empty.
+    bool ReviseRow(int i, std::vector<KOBWBRealInterval>& box, double ratio, std::vector<int>& narrowed);
     void QueueRowsOf(int unknown);
 
     std::vector<KOBWBExpression*> m_roots;
@@ -79,8 +80,8 @@ private:
     std::vector<std::vector<int>> m_rowEntries;
     std::vector<int> m_queue;
     std::vector<char> m_queued;
+    // The unknowns listed in the narrowed list of the running Propagate.
     std::vector<char> m_marked;
-    std::vector<int>* m_narrowed = nullptr;
     long m_revisions = 0;
 };
 

@@ -162,8 +162,8 @@ KOBWBNewtonOutcome KOBWBIntervalNewton::Propagate(std::vector<KOBWBRealInterval>
         m_queued.assign(static_cast<std::size_t>(n), 0);
         m_marked.assign(static_cast<std::size_t>(n), 0);
     }
-    m_narrowed = &narrowed;
-    for (const int j : narrowed) m_marked[static_cast<std::size_t>(j)] = 1;
+    for (const int j : narrowed)
+        if (j >= 0 && j < n) m_marked[static_cast<std::size_t>(j)] = 1;
     for (const int j : from)
         if (j >= 0 && j < n) QueueRowsOf(j);
     bool consistent = true;
@@ -173,12 +173,12 @@ KOBWBNewtonOutcome KOBWBIntervalNewton::Propagate(std::vector<KOBWBRealInterval>
         m_queued[static_cast<std::size_t>(row)] = 0;
         if (m_revisions >= budget) continue;
         ++m_revisions;
-        consistent = ReviseRow(row, box, ratio);
+        consistent = ReviseRow(row, box, ratio, narrowed);
     }
     for (const int row : m_queue) m_queued[static_cast<std::size_t>(row)] = 0;
     m_queue.clear();
-    for (const int j : narrowed) m_marked[static_cast<std::size_t>(j)] = 0;
-    m_narrowed = nullptr;
+    for (const int j : narrowed)
+        if (j >= 0 && j < n) m_marked[static_cast<std::size_t>(j)] = 0;
     return consistent ? KOBWBNewtonNarrowed : KOBWBNewtonEmpty;
 }
 
@@ -192,7 +192,8 @@ void KOBWBIntervalNewton::QueueRowsOf(int unknown) {
     }
 }
 
-bool KOBWBIntervalNewton::ReviseRow(int i, std::vector<KOBWBRealInterval>& box, double ratio) {
+bool KOBWBIntervalNewton::ReviseRow(int i, std::vector<KOBWBRealInterval>& box, double ratio,
+                                    std::vector<int>& narrowed) {
     const std::vector<int>& entries = m_rowEntries[static_cast<std::size_t>(i)];
     const std::size_t count = entries.size();
     if (count == 0 || count > rowLimit) return true;
@@ -228,18 +229,18 @@ bool KOBWBIntervalNewton::ReviseRow(int i, std::vector<KOBWBRealInterval>& box, 
         OutwardInterval sum = f;
         for (std::size_t l = 0; l < count; ++l)
             if (l != e) sum = sum + derivative[l] * (x[l] - OutwardInterval::Point(c[l]));
-        const OutwardInterval narrowed = Intersect(OutwardInterval::Point(c[e]) - sum / derivative[e], x[e]);
-        if (narrowed.IsEmpty()) return false;
-        if (narrowed.lower == x[e].lower && narrowed.upper == x[e].upper) continue;
-        const double removed = x[e].Width() - narrowed.Width();
-        x[e] = narrowed;
-        box[column[e]] = {narrowed.lower, narrowed.upper};
+        const OutwardInterval image = Intersect(OutwardInterval::Point(c[e]) - sum / derivative[e], x[e]);
+        if (image.IsEmpty()) return false;
+        if (image.lower == x[e].lower && image.upper == x[e].upper) continue;
+        const double removed = x[e].Width() - image.Width();
+        x[e] = image;
+        box[column[e]] = {image.lower, image.upper};
         m_unknowns[column[e]]->SetExprValue(KOBWBValue(box[column[e]]));
         if (!m_marked[column[e]]) {
             m_marked[column[e]] = 1;
-            m_narrowed->push_back(static_cast<int>(column[e]));
+            narrowed.push_back(static_cast<int>(column[e]));
         }
-        if (removed > ratio * (narrowed.Width() + removed)) QueueRowsOf(static_cast<int>(column[e]));
+        if (removed > ratio * (image.Width() + removed)) QueueRowsOf(static_cast<int>(column[e]));
     }
     return true;
 }
