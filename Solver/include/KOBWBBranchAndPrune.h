@@ -42,7 +42,11 @@ struct KOBWBSearchBox {
 // bounded domain (its value). A work list of boxes starts with the domains. Each box
 // is contracted by the factory's contractor (HC4, every equation and inequality) and,
 // when there are as many equalities as unknowns, by interval Newton steps
-// (KOBWBIntervalNewton) while they narrow it; a box is dropped only when one of them
+// (KOBWBIntervalNewton) while they narrow it. A box costs what changed in it: a half
+// of a split box is propagated from the unknown cut, above 60 unknowns interval Newton
+// is also propagated one equation at a time, and its step over the whole system is
+// made once the revisions of equations on the box's path pay for it (as many as there
+// are equations). A box is dropped only when one of them
 // proves that no point of it satisfies the equations, it is a solution when interval
 // Newton proves it holds exactly one, and it is undecided when narrower than the
 // width; otherwise it is split across its widest unknown, a little off the middle so

@@ -49,10 +49,40 @@ public:
     // Narrows box (one interval per unknown, in order) by one step.
     KOBWBNewtonOutcome Step(std::vector<KOBWBRealInterval>& box);
 
+    // The same operator one equation at a time, for large sparse systems where a step
+    // over the whole system costs too much to be made after every change of a box. An
+    // equation i of the unknowns X, linearised around the midpoint c of their
+    // intervals (mean value form),
+    //   F_i(c) + sum over j of J_ij(X) (X_j - c_j) contains 0,
+    // narrows each of its unknowns j whose derivative J_ij(X) does not hold 0 to
+    //   c_j - (F_i(c) + sum over l != j of J_il(X) (X_l - c_l)) / J_ij(X).
+    // The revisions start from the equations of the unknowns listed in from and go on
+    // through the equations of every unknown narrowed by more than ratio of its width,
+    // at most budget revisions. The unknowns' values must be the box's intervals; the
+    // narrowed ones are written there too. Those narrowed are added to narrowed (each
+    // once); Empty when an image misses its interval (no solution in the box),
+    // Narrowed otherwise: nothing is proved.
+    KOBWBNewtonOutcome Propagate(std::vector<KOBWBRealInterval>& box, const std::vector<int>& from, double ratio,
+                                 long budget, std::vector<int>& narrowed);
+    // Equation revisions made by the last Propagate.
+    long GetNbOfRevisions() const { return m_revisions; }
+
 private:
+    // Revises equation i, adding the unknowns it narrows to narrowed; false when an
+    // unknown's interval became empty.
+    bool ReviseRow(int i, std::vector<KOBWBRealInterval>& box, double ratio, std::vector<int>& narrowed);
+    void QueueRowsOf(int unknown);
+
     std::vector<KOBWBExpression*> m_roots;
     std::vector<KOBWBVariable*> m_unknowns;
     KOBWBJacobian m_jacobian;
+    // The Jacobian's entries of each row (equation), made on the first Propagate.
+    std::vector<std::vector<int>> m_rowEntries;
+    std::vector<int> m_queue;
+    std::vector<char> m_queued;
+    // The unknowns listed in the narrowed list of the running Propagate.
+    std::vector<char> m_marked;
+    long m_revisions = 0;
 };
 
 #endif

@@ -1,6 +1,6 @@
 #include "KOBWBBranchAndPrune.h"
 
-#include "KOBWBContractor.h"
+#include "KOBWBBoxContraction.h"
 #include "KOBWBEquation.h"
 #include "KOBWBExpression.h"
 #include "KOBWBFactory.h"
@@ -48,6 +48,15 @@ constexpr double splitRatio = 0.4917;
 constexpr double newtonProgress = 0.1;
 constexpr int newtonSteps = 10;
 
+// A box of the work list: its intervals, the unknown whose split made it (-1 for the
+// domains), and the equation revisions spent on its path since the last step of
+// interval Newton over the whole system.
+struct Pending {
+    Box box;
+    int split = -1;
+    long credit = 0;
+};
+
 } // namespace
 
 KOBWBSearchStatus KOBWBBranchAndPrune::Run() {
@@ -79,30 +88,38 @@ KOBWBSearchStatus KOBWBBranchAndPrune::Run() {
     KOBWBIntervalNewton newton;
     const bool square = roots.size() == m_unknowns.size() &&
                         newton.Make(static_cast<int>(roots.size()), roots.data(), m_unknowns.data());
-    KOBWBContractor contractor(m_factory);
-    const auto setBox = [this](const Box& box) {
-        for (std::size_t j = 0; j < box.size(); ++j) m_unknowns[j]->SetExprValue(KOBWBValue(box[j]));
-    };
+    // Above the size where interval Newton is preconditioned by the inverse of the
+    // Jacobian's diagonal, its operator works on each equation alone and is propagated
+    // one equation at a time, as the contractor is.
+    const bool rowwise = square && newton.GetNbOfUnknowns() > KOBWBIntervalNewton::denseLimit;
+    kobwb::BoxContraction contraction(m_factory, m_unknowns, rowwise ? &newton : nullptr);
+    // A step of interval Newton over the whole system costs about a revision of every
+    // equation: it is made once the revisions spent on a box's path since the last step
+    // reach the number of equations, so that it never costs more than the contraction.
+    const long newtonCost = static_cast<long>(roots.size());
 
     const auto start = std::chrono::steady_clock::now();
-    std::vector<Box> work{initial};
+    std::vector<Pending> work{{initial, -1, newtonCost}};
     m_status = KOBWBSearchComplete;
     while (!work.empty()) {
         const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
         if (m_boxes >= m_maxBoxes || seconds > m_maxSeconds) {
             m_status = KOBWBSearchIncomplete;
-            for (Box& left : work) m_undecided.push_back({std::move(left), false});
+            for (Pending& left : work) m_undecided.push_back({std::move(left.box), false});
             break;
         }
-        Box box = std::move(work.back());
+        Pending item = std::move(work.back());
         work.pop_back();
         ++m_boxes;
-        setBox(box);
-        if (contractor.Run() == KOBWBContractionNoSolution) continue;
-        for (std::size_t j = 0; j < box.size(); ++j) box[j] = m_unknowns[j]->GetExprValue().GetAsRealInterval();
+        Box& box = item.box;
+        if (!contraction.Contract(box, item.split, item.credit)) continue;
 
+        // Below the width, a box may no longer hold its solution within the rounding
+        // of the evaluation: it is left to the widened box below.
         KOBWBNewtonOutcome outcome = KOBWBNewtonNarrowed;
-        if (square) {
+        if (square && item.credit >= newtonCost && Width(box) >= m_minWidth) {
+            item.credit = 0;
+            contraction.Forget();
             for (int step = 0; step < newtonSteps; ++step) {
                 const double before = Width(box);
                 outcome = newton.Step(box);
@@ -127,17 +144,19 @@ KOBWBSearchStatus KOBWBBranchAndPrune::Run() {
             // A box narrowed to a point (an unknown pinned by a linear equation) or
             // below the width cannot hold its solution strictly inside: interval
             // Newton is tried once more on the box widened by the width.
+            contraction.Forget();
             if (square && ProvedInflated(newton, box)) continue;
             m_undecided.push_back({box, false});
             continue;
         }
         const KOBWBRealInterval cut = box[widest];
         const double at = cut.lower + splitRatio * (cut.upper - cut.lower);
-        Box upper = box;
+        Pending upper{box, static_cast<int>(widest), item.credit};
+        upper.box[widest].lower = at;
         box[widest].upper = at;
-        upper[widest].lower = at;
+        item.split = static_cast<int>(widest);
         work.push_back(std::move(upper));
-        work.push_back(std::move(box));
+        work.push_back(std::move(item));
     }
     for (std::size_t j = 0; j < m_unknowns.size(); ++j) m_unknowns[j]->SetExprValue(saved[j]);
     return m_status;

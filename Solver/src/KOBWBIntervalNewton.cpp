@@ -8,6 +8,7 @@
 
 #include <Eigen/Dense>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -27,6 +28,10 @@ OutwardInterval WidenedValue(KOBWBExpression* expression) {
 }
 
 using Row = std::vector<std::pair<int, OutwardInterval>>;
+
+// At most this many unknowns of one equation are narrowed by it one equation at a
+// time; an equation with more is left as it is there.
+constexpr std::size_t rowLimit = 64;
 
 } // namespace
 
@@ -143,4 +148,99 @@ KOBWBNewtonOutcome KOBWBIntervalNewton::Step(std::vector<KOBWBRealInterval>& box
     }
     for (int j = 0; j < n; ++j) box[static_cast<std::size_t>(j)] = {x[static_cast<std::size_t>(j)].lower, x[static_cast<std::size_t>(j)].upper};
     return proved ? KOBWBNewtonProved : KOBWBNewtonNarrowed;
+}
+
+KOBWBNewtonOutcome KOBWBIntervalNewton::Propagate(std::vector<KOBWBRealInterval>& box, const std::vector<int>& from,
+                                                  double ratio, long budget, std::vector<int>& narrowed) {
+    m_revisions = 0;
+    const int n = GetNbOfUnknowns();
+    if (n == 0 || static_cast<int>(box.size()) != n) return KOBWBNewtonNarrowed;
+    if (m_rowEntries.empty()) {
+        m_rowEntries.resize(static_cast<std::size_t>(n));
+        for (int k = 0; k < m_jacobian.GetNbOfEntries(); ++k)
+            m_rowEntries[static_cast<std::size_t>(m_jacobian.GetRow(k))].push_back(k);
+        m_queued.assign(static_cast<std::size_t>(n), 0);
+        m_marked.assign(static_cast<std::size_t>(n), 0);
+    }
+    for (const int j : narrowed)
+        if (j >= 0 && j < n) m_marked[static_cast<std::size_t>(j)] = 1;
+    for (const int j : from)
+        if (j >= 0 && j < n) QueueRowsOf(j);
+    bool consistent = true;
+    // The queue is read in order; it is cleared when empty.
+    for (std::size_t next = 0; next < m_queue.size() && consistent; ++next) {
+        const int row = m_queue[next];
+        m_queued[static_cast<std::size_t>(row)] = 0;
+        if (m_revisions >= budget) continue;
+        ++m_revisions;
+        consistent = ReviseRow(row, box, ratio, narrowed);
+    }
+    for (const int row : m_queue) m_queued[static_cast<std::size_t>(row)] = 0;
+    m_queue.clear();
+    for (const int j : narrowed)
+        if (j >= 0 && j < n) m_marked[static_cast<std::size_t>(j)] = 0;
+    return consistent ? KOBWBNewtonNarrowed : KOBWBNewtonEmpty;
+}
+
+void KOBWBIntervalNewton::QueueRowsOf(int unknown) {
+    const std::vector<int>& starts = m_jacobian.GetColumnStarts();
+    for (int k = starts[static_cast<std::size_t>(unknown)]; k < starts[static_cast<std::size_t>(unknown) + 1]; ++k) {
+        const int row = m_jacobian.GetRow(k);
+        if (m_queued[static_cast<std::size_t>(row)]) continue;
+        m_queued[static_cast<std::size_t>(row)] = 1;
+        m_queue.push_back(row);
+    }
+}
+
+bool KOBWBIntervalNewton::ReviseRow(int i, std::vector<KOBWBRealInterval>& box, double ratio,
+                                    std::vector<int>& narrowed) {
+    const std::vector<int>& entries = m_rowEntries[static_cast<std::size_t>(i)];
+    const std::size_t count = entries.size();
+    if (count == 0 || count > rowLimit) return true;
+    KOBWBFactory& factory = m_roots.front()->GetFactory();
+    std::size_t column[rowLimit];
+    double c[rowLimit];
+    OutwardInterval x[rowLimit];
+    OutwardInterval derivative[rowLimit];
+    for (std::size_t e = 0; e < count; ++e) {
+        column[e] = static_cast<std::size_t>(m_jacobian.GetColumn(entries[e]));
+        const KOBWBRealInterval& xj = box[column[e]];
+        if (!std::isfinite(xj.lower) || !std::isfinite(xj.upper)) return true;
+        x[e] = {xj.lower, xj.upper};
+        c[e] = xj.lower / 2 + xj.upper / 2;
+    }
+    // F_i at the midpoint, then its derivatives over the box. The equation holds within
+    // the tolerance, as the contractor takes it: a box is emptied only when no point of
+    // it satisfies the equation within the tolerance, which also covers the rounding
+    // of the evaluation at the midpoint.
+    for (std::size_t e = 0; e < count; ++e) m_unknowns[column[e]]->SetExprValue(KOBWBValue(c[e]));
+    factory.ResetBuffer();
+    const double tolerance = std::max(factory.GetEnvironment().GetTolerance(), 0.0);
+    const OutwardInterval f = WidenedValue(m_roots[static_cast<std::size_t>(i)]) + OutwardInterval{-tolerance, tolerance};
+    for (std::size_t e = 0; e < count; ++e) m_unknowns[column[e]]->SetExprValue(KOBWBValue(box[column[e]]));
+    if (f.IsEmpty()) return true;
+    factory.ResetBuffer();
+    for (std::size_t e = 0; e < count; ++e) {
+        derivative[e] = WidenedValue(m_jacobian.GetEntry(entries[e]));
+        if (derivative[e].IsEmpty()) return true;
+    }
+    for (std::size_t e = 0; e < count; ++e) {
+        if (derivative[e].Contains(0.0)) continue;
+        OutwardInterval sum = f;
+        for (std::size_t l = 0; l < count; ++l)
+            if (l != e) sum = sum + derivative[l] * (x[l] - OutwardInterval::Point(c[l]));
+        const OutwardInterval image = Intersect(OutwardInterval::Point(c[e]) - sum / derivative[e], x[e]);
+        if (image.IsEmpty()) return false;
+        if (image.lower == x[e].lower && image.upper == x[e].upper) continue;
+        const double removed = x[e].Width() - image.Width();
+        x[e] = image;
+        box[column[e]] = {image.lower, image.upper};
+        m_unknowns[column[e]]->SetExprValue(KOBWBValue(box[column[e]]));
+        if (!m_marked[column[e]]) {
+            m_marked[column[e]] = 1;
+            narrowed.push_back(static_cast<int>(column[e]));
+        }
+        if (removed > ratio * (image.Width() + removed)) QueueRowsOf(static_cast<int>(column[e]));
+    }
+    return true;
 }
