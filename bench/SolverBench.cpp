@@ -17,6 +17,7 @@
 //   and Jacobian through EvaluateExpressions and GetValue, an undamped Newton step by
 //   sparse LU;
 // - Presolve: the solver after the symbolic transformations;
+// - Contract: the solver within the domains the contractor narrows first;
 // - Conflict: the strip with one wrong extra distance, solved until the conflicting
 //   equations are named (compare with Solve at the same size).
 // Time per point is reported beside each; the ratios are read between rows of one run.
@@ -66,6 +67,7 @@ void Solve(benchmark::State& state, KOBWBSolverPresolve presolve, bool wrongDist
 
 void BM_Solve(benchmark::State& state) { Solve(state, KOBWBPresolveNone, false); }
 void BM_Presolve(benchmark::State& state) { Solve(state, KOBWBPresolveTransformations, false); }
+void BM_Contract(benchmark::State& state) { Solve(state, KOBWBPresolveContractor, false); }
 void BM_Conflict(benchmark::State& state) { Solve(state, KOBWBPresolveNone, true); }
 
 // The host's own Newton loop over the library.
@@ -139,6 +141,7 @@ void Sizes(benchmark::internal::Benchmark* b) {
 BENCHMARK(BM_Solve)->Apply(Sizes);
 BENCHMARK(BM_HostLoop)->Apply(Sizes);
 BENCHMARK(BM_Presolve)->Apply(Sizes);
+BENCHMARK(BM_Contract)->Apply(Sizes);
 BENCHMARK(BM_Conflict)->Apply(Sizes);
 
 BENCHMARK_MAIN();

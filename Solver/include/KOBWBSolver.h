@@ -1,6 +1,7 @@
 #ifndef KOBWBSolver_h
 #define KOBWBSolver_h
 
+#include "KOBWBInterval.h"
 #include "KOBWBxExport.h"
 
 #include <memory>
@@ -40,7 +41,11 @@ enum KOBWBSolverPresolve {
     // The symbolic transformations first eliminate the variables of linear equalities
     // (mode 2|4): the factory's equations are rewritten in place, and the eliminated
     // variables get their values from their expressions after the solve.
-    KOBWBPresolveTransformations = 1
+    KOBWBPresolveTransformations = 1,
+    // The contractor (KOBWBContractor) first narrows the unknowns' domains, a start
+    // without bounds taken as every real: the narrowed domains bound the solve, and
+    // each start is moved into its domain. Nothing of the factory changes.
+    KOBWBPresolveContractor = 2
 };
 
 // Moves a factory's variables, from their current values, until its equalities hold;
@@ -58,8 +63,10 @@ enum KOBWBSolverPresolve {
 // nearest the start (dragging one point moves as little else as possible). A step that
 // would break an inequality that held, or leave a variable's bounds, is shortened. The
 // Jacobian is made once per system from the factory's own derivatives and evaluated in
-// doubles (KOBWBPointEvaluator); the linear algebra is a sparse Cholesky factorisation
-// of the normal equations of the smaller side (CHOLMOD through Eigen).
+// doubles (KOBWBPointEvaluator), equalities of one shape (the distances of a sketch)
+// differentiated and compiled once. A square system's Newton step is a sparse LU
+// solve (KLU); damped and least-change steps a sparse Cholesky factorisation of the
+// normal equations of the smaller side (CHOLMOD), both through Eigen.
 //
 // An equality holds when |r| <= tolerance * max(1, m), where r is its root's value and m
 // the sum of the magnitudes of the root's terms (the scale of its rounding). Solved
@@ -130,6 +137,9 @@ private:
     // Fix flags changed.
     System& CurrentSystem();
     KOBWBSolverStatus Newton();
+    // The unknowns' domains narrowed by the contractor, in m_narrowed; none when it
+    // finds no point of them that satisfies the system.
+    void NarrowWithContractor();
     void NameConflicts(const std::vector<double>& values, const std::vector<double>& scale);
     // Whether an equality that does not hold has a derivative of 0 by every unknown.
     bool HasFlatEquation(const System& s, const std::vector<double>& values, const std::vector<double>& scale) const;
@@ -140,6 +150,8 @@ private:
     int m_maxIterations = 100;
     KOBWBSolverPresolve m_presolve = KOBWBPresolveNone;
     std::unique_ptr<System> m_system;
+    // Bounds of the unknowns from a presolve, by unknown; empty without one.
+    std::vector<KOBWBRealInterval> m_narrowed;
 
     KOBWBSolverStatus m_status = KOBWBSolverNoEquations;
     int m_iterations = 0;

@@ -1,5 +1,6 @@
 #include "KOBWBSolver.h"
 
+#include "KOBWBContractor.h"
 #include "KOBWBEquation.h"
 #include "KOBWBExpression.h"
 #include "KOBWBFactory.h"
@@ -95,7 +96,10 @@ KOBWBSolverStatus KOBWBSolver::Solve() {
             transformations->Run();
         }
     }
+    m_narrowed.clear();
+    if (m_presolve == KOBWBPresolveContractor) NarrowWithContractor();
     m_status = Newton();
+    m_narrowed.clear();
     if (transformations) {
         // The eliminated variables follow from those solved.
         if (m_status == KOBWBSolverSolved || m_status == KOBWBSolverNotConverged ||
@@ -114,6 +118,25 @@ KOBWBSolverStatus KOBWBSolver::Solve() {
     return m_status;
 }
 
+void KOBWBSolver::NarrowWithContractor() {
+    const System& s = CurrentSystem();
+    // The contractor narrows the variables' values as domains: a start that is a
+    // number is every real there, and every value is put back afterwards.
+    std::vector<KOBWBValue> saved;
+    for (int index = 0; index < m_factory.GetNbOfVariables(); ++index)
+        saved.push_back(m_factory.GetVariable(index)->GetExprValue());
+    for (KOBWBVariable* unknown : s.unknowns) {
+        double start = 0.0, lower = 0.0, upper = 0.0;
+        if (StartOf(*unknown, start, lower, upper) && !std::isfinite(lower) && !std::isfinite(upper))
+            unknown->SetExprValue(KOBWBValue(KOBWBRealInterval{-KOBWBMaxReal, KOBWBMaxReal}));
+    }
+    KOBWBContractor contractor(m_factory);
+    if (contractor.Run() != KOBWBContractionNoSolution)
+        for (KOBWBVariable* unknown : s.unknowns) m_narrowed.push_back(unknown->GetExprValue().GetAsRealInterval());
+    for (int index = 0; index < m_factory.GetNbOfVariables(); ++index)
+        m_factory.GetVariable(index)->SetExprValue(saved[static_cast<std::size_t>(index)]);
+}
+
 KOBWBSolverStatus KOBWBSolver::Newton() {
     System& s = CurrentSystem();
     m_unknownCount = static_cast<int>(s.unknowns.size());
@@ -125,6 +148,15 @@ KOBWBSolverStatus KOBWBSolver::Newton() {
     std::vector<double> x(n), lower(n), upper(n);
     for (std::size_t j = 0; j < n; ++j)
         if (!StartOf(*s.unknowns[j], x[j], lower[j], upper[j])) return KOBWBSolverBadStart;
+    if (m_narrowed.size() == n)
+        for (std::size_t j = 0; j < n; ++j) {
+            const KOBWBRealInterval& domain = m_narrowed[j];
+            if (!(domain.lower <= domain.upper)) continue;
+            if (domain.lower > -KOBWBMaxReal) lower[j] = std::max(lower[j], domain.lower);
+            if (domain.upper < KOBWBMaxReal) upper[j] = std::min(upper[j], domain.upper);
+            if (lower[j] > upper[j]) return KOBWBSolverBadStart;
+            x[j] = std::clamp(x[j], lower[j], upper[j]);
+        }
     s.evaluator.Refresh();
     std::vector<double> values(static_cast<std::size_t>(s.evaluator.GetNbOfExpressions()));
     std::vector<double> trialValues(static_cast<std::size_t>(checked));

@@ -286,3 +286,36 @@ TEST(KOBWBSolver, TransformationsFirst) {
     EXPECT_NEAR(ValueOf(x), 3.0, 1e-12);
     EXPECT_NEAR(ValueOf(y), 4.0, 1e-12);
 }
+
+// The contractor narrows the domains first: x in [2.5, 10] leaves y in [-5, 2.5] of
+// x + y = 5, so the solve starting from y = 4 (outside) ends at (3, 2), not (2, 3); a
+// variable's own value is a start again after it. A system without solution in its
+// domains is still solved as far as it goes and its conflict named.
+TEST(KOBWBSolver, ContractorFirst) {
+    KOBWBFactory f;
+    KOBWBVariable* x = f.CreateVariable();
+    KOBWBVariable* y = f.CreateVariable();
+    KOBWBVariable* other = f.CreateVariable();
+    f.AddEquation(f.CreateProduct(x, y), KOBWBEqEqual, Real(f, 6.0));
+    f.AddEquation(f.CreateSum(x, y), KOBWBEqEqual, Real(f, 5.0));
+    x->SetExprValue(KOBWBValue(KOBWBRealInterval{2.5, 10.0}));
+    y->SetExprValue(KOBWBValue(4.0));
+    other->SetExprValue(KOBWBValue(KOBWBRealInterval{1.0, 2.0}));
+    KOBWBSolver solver(f);
+    solver.SetPresolve(KOBWBPresolveContractor);
+    ASSERT_EQ(solver.Solve(), KOBWBSolverSolved);
+    EXPECT_NEAR(ValueOf(x), 3.0, 1e-12);
+    EXPECT_NEAR(ValueOf(y), 2.0, 1e-12);
+    const KOBWBRealInterval kept = other->GetExprValue().GetAsRealInterval();
+    EXPECT_EQ(kept.lower, 1.0);
+    EXPECT_EQ(kept.upper, 2.0);
+
+    KOBWBFactory g;
+    KOBWBVariable* z = g.CreateVariable();
+    KOBWBEquation* square = g.AddEquation(g.CreatePower(z, 2), KOBWBEqEqual, Real(g, -1.0));
+    z->SetExprValue(KOBWBValue(0.5));
+    KOBWBSolver none(g);
+    none.SetPresolve(KOBWBPresolveContractor);
+    EXPECT_EQ(none.Solve(), KOBWBSolverInconsistent);
+    EXPECT_TRUE(Holds(none.GetConflictingEquations(), square));
+}
