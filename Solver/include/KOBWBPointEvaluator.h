@@ -67,17 +67,17 @@ public:
 private:
     friend class kobwb::TapeBuilder;
 
+    // 16 bytes, so that a large system's tape is read from memory at half the cost.
     struct Step {
         std::uint8_t code;
-        // Arguments: a and b for unary and binary steps; for n-ary ones, count of them
-        // from first in m_arguments.
+        // Unary and binary steps: the slots of their operands, b -1 for a unary one
+        // (b is the exponent of an integer power). N-ary steps: b arguments listed
+        // from a in m_arguments. A step evaluated by its node: a is its place in
+        // m_nodes.
         int a;
         int b;
-        int first;
-        int count;
         // The slot the step writes.
         int out;
-        KOBWBExpression* node;
     };
     struct Leaf {
         int slot;
@@ -90,6 +90,7 @@ private:
     std::vector<Leaf> m_leaves;
     std::vector<Step> m_steps;
     std::vector<int> m_arguments;
+    std::vector<KOBWBExpression*> m_nodes;
     std::vector<int> m_outputs;
     // For each output, the number of steps needed up to it.
     std::vector<std::size_t> m_stepsUpTo;

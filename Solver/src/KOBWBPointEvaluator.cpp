@@ -50,6 +50,42 @@ void KOBWBPointEvaluator::Evaluate(const double* inputs, double* values, int cou
     for (int i = 0; i < count; ++i) values[i] = m_values[static_cast<std::size_t>(m_outputs[static_cast<std::size_t>(i)])];
 }
 
+namespace {
+
+// The value of a unary or binary step of that code.
+double PointFunction(std::uint8_t code, double a, double b) {
+    switch (code) {
+    case KOBWBQuotientType: return a / b;
+    case KOBWBPowerType: return std::pow(a, b);
+    case KOBWBRootType: return std::pow(a, 1.0 / b);
+    case KOBWBAtan2Type: return std::atan2(a, b);
+    case KOBWBSqrtType: return std::sqrt(a);
+    case KOBWBLogType: return std::log10(a);
+    case KOBWBLnType: return std::log(a);
+    case KOBWBExpType: return std::exp(a);
+    case KOBWBSinType: return std::sin(a);
+    case KOBWBCosType: return std::cos(a);
+    case KOBWBTanType: return std::tan(a);
+    case KOBWBAsinType: return std::asin(a);
+    case KOBWBAcosType: return std::acos(a);
+    case KOBWBAtanType: return std::atan(a);
+    case KOBWBSinhType: return std::sinh(a);
+    case KOBWBCoshType: return std::cosh(a);
+    case KOBWBTanhType: return std::tanh(a);
+    case KOBWBAsinhType: return std::asinh(a);
+    case KOBWBAcoshType: return std::acosh(a);
+    case KOBWBAtanhType: return std::atanh(a);
+    case KOBWBAbsType: return std::fabs(a);
+    case KOBWBCeilType: return std::ceil(a);
+    case KOBWBFloorType: return std::floor(a);
+    case KOBWBRoundType: return std::round(a);
+    case KOBWBTruncType: return std::trunc(a);
+    default: return std::nan("");
+    }
+}
+
+} // namespace
+
 void KOBWBPointEvaluator::Run(const double* inputs, std::size_t stepCount) {
     double* v = m_values.data();
     std::copy(inputs, inputs + m_inputs.size(), v);
@@ -58,53 +94,28 @@ void KOBWBPointEvaluator::Run(const double* inputs, std::size_t stepCount) {
     const int* arguments = m_arguments.data();
     for (std::size_t s = 0; s < stepCount; ++s) {
         const Step& step = m_steps[s];
-        const double a = step.a >= 0 ? v[step.a] : 0.0;
-        const double b = step.b >= 0 ? v[step.b] : 0.0;
+        const int* listed = arguments + step.a;
         double r = 0.0;
         switch (step.code) {
         case KOBWBSumType:
-            for (int i = 0; i < step.count; ++i) r += v[arguments[step.first + i]];
+            for (int i = 0; i < step.b; ++i) r += v[listed[i]];
             break;
         case KOBWBProductType:
             r = 1.0;
-            for (int i = 0; i < step.count; ++i) r *= v[arguments[step.first + i]];
+            for (int i = 0; i < step.b; ++i) r *= v[listed[i]];
             break;
         case KOBWBMinType:
-            r = v[arguments[step.first]];
-            for (int i = 1; i < step.count; ++i) r = std::min(r, v[arguments[step.first + i]]);
+            r = v[listed[0]];
+            for (int i = 1; i < step.b; ++i) r = std::min(r, v[listed[i]]);
             break;
         case KOBWBMaxType:
-            r = v[arguments[step.first]];
-            for (int i = 1; i < step.count; ++i) r = std::max(r, v[arguments[step.first + i]]);
+            r = v[listed[0]];
+            for (int i = 1; i < step.b; ++i) r = std::max(r, v[listed[i]]);
             break;
-        case kobwb::Square: r = a * a; break;
-        case kobwb::IntegerPower: r = std::pow(a, static_cast<double>(step.b)); break;
-        case KOBWBQuotientType: r = a / b; break;
-        case KOBWBPowerType: r = std::pow(a, b); break;
-        case KOBWBRootType: r = std::pow(a, 1.0 / b); break;
-        case KOBWBAtan2Type: r = std::atan2(a, b); break;
-        case KOBWBSqrtType: r = std::sqrt(a); break;
-        case KOBWBLogType: r = std::log10(a); break;
-        case KOBWBLnType: r = std::log(a); break;
-        case KOBWBExpType: r = std::exp(a); break;
-        case KOBWBSinType: r = std::sin(a); break;
-        case KOBWBCosType: r = std::cos(a); break;
-        case KOBWBTanType: r = std::tan(a); break;
-        case KOBWBAsinType: r = std::asin(a); break;
-        case KOBWBAcosType: r = std::acos(a); break;
-        case KOBWBAtanType: r = std::atan(a); break;
-        case KOBWBSinhType: r = std::sinh(a); break;
-        case KOBWBCoshType: r = std::cosh(a); break;
-        case KOBWBTanhType: r = std::tanh(a); break;
-        case KOBWBAsinhType: r = std::asinh(a); break;
-        case KOBWBAcoshType: r = std::acosh(a); break;
-        case KOBWBAtanhType: r = std::atanh(a); break;
-        case KOBWBAbsType: r = std::fabs(a); break;
-        case KOBWBCeilType: r = std::ceil(a); break;
-        case KOBWBFloorType: r = std::floor(a); break;
-        case KOBWBRoundType: r = std::round(a); break;
-        case KOBWBTruncType: r = std::trunc(a); break;
-        default: r = PointOf(step.node->GetValue()); break;
+        case kobwb::Square: r = v[step.a] * v[step.a]; break;
+        case kobwb::IntegerPower: r = std::pow(v[step.a], static_cast<double>(step.b)); break;
+        case kobwb::ByNode: r = PointOf(m_nodes[static_cast<std::size_t>(step.a)]->GetValue()); break;
+        default: r = PointFunction(step.code, v[step.a], step.b >= 0 ? v[step.b] : 0.0); break;
         }
         v[step.out] = r;
     }

@@ -55,8 +55,8 @@ double PointOf(const KOBWBValue& value) {
 
 namespace {
 
-bool IsNary(KOBWBExpressionType type) {
-    return type == KOBWBSumType || type == KOBWBProductType || type == KOBWBMinType || type == KOBWBMaxType;
+bool IsNaryCode(std::uint8_t code) {
+    return code == KOBWBSumType || code == KOBWBProductType || code == KOBWBMinType || code == KOBWBMaxType;
 }
 
 // The exponent of a power whose exponent is an integer constant, in *k.
@@ -146,9 +146,10 @@ int TapeBuilder::Leaf(KOBWBExpression* node) {
 }
 
 bool TapeBuilder::SameStep(const Step& x, const Step& y) const {
-    if (x.code != y.code || x.a != y.a || x.b != y.b || x.count != y.count || x.node != y.node) return false;
-    return std::equal(m_tape.m_arguments.begin() + x.first, m_tape.m_arguments.begin() + x.first + x.count,
-                      m_tape.m_arguments.begin() + y.first);
+    if (x.code != y.code || x.b != y.b) return false;
+    if (!IsNaryCode(x.code)) return x.a == y.a;
+    return std::equal(m_tape.m_arguments.begin() + x.a, m_tape.m_arguments.begin() + x.a + x.b,
+                      m_tape.m_arguments.begin() + y.a);
 }
 
 int TapeBuilder::LatestOperand(const Step& step) const {
@@ -159,19 +160,22 @@ int TapeBuilder::LatestOperand(const Step& step) const {
         int& into = IsConstantSlot(slot) ? latestConstant : latest;
         into = std::max(into, slot);
     };
-    consider(step.a);
-    if (step.code != IntegerPower) consider(step.b);
-    for (int i = 0; i < step.count; ++i) consider(m_tape.m_arguments[static_cast<std::size_t>(step.first + i)]);
+    if (IsNaryCode(step.code)) {
+        for (int i = 0; i < step.b; ++i) consider(m_tape.m_arguments[static_cast<std::size_t>(step.a + i)]);
+    } else {
+        consider(step.a);
+        if (step.code != IntegerPower) consider(step.b);
+    }
     return latest >= 0 ? latest : latestConstant;
 }
 
 int TapeBuilder::StepSlot(const KOBWBExpression* node, Step step) {
     std::vector<Step>& steps = m_tape.m_steps;
-    const int latest = step.node ? -1 : LatestOperand(step);
+    const int latest = step.code == ByNode ? -1 : LatestOperand(step);
     if (latest >= 0 && static_cast<std::size_t>(latest) < m_chainOf.size())
         for (int k = m_chainOf[static_cast<std::size_t>(latest)]; k >= 0; k = m_nextInChain[static_cast<std::size_t>(k)])
             if (SameStep(steps[static_cast<std::size_t>(k)], step)) {
-                m_tape.m_arguments.resize(static_cast<std::size_t>(step.first));
+                if (IsNaryCode(step.code)) m_tape.m_arguments.resize(static_cast<std::size_t>(step.a));
                 const int out = steps[static_cast<std::size_t>(k)].out;
                 if (node) Bind(node, out);
                 return out;
@@ -214,14 +218,16 @@ int TapeBuilder::Graph(KOBWBExpression* root) {
             Leaf(node);
             continue;
         }
-        Step step{ByNode, -1, -1, static_cast<int>(arguments.size()), 0, -1, nullptr};
+        Step step{ByNode, -1, -1, -1};
         if (byNode) {
-            step.node = node;
+            step.a = static_cast<int>(m_tape.m_nodes.size());
+            m_tape.m_nodes.push_back(node);
             m_tape.m_usesNodes = true;
-        } else if (IsNary(type)) {
+        } else if (IsNaryCode(static_cast<std::uint8_t>(type))) {
             step.code = static_cast<std::uint8_t>(type);
+            step.a = static_cast<int>(arguments.size());
             for (int i = 0; i < node->GetNbOfChildren(); ++i) arguments.push_back(SlotOf(node->GetChild(i)));
-            step.count = node->GetNbOfChildren();
+            step.b = node->GetNbOfChildren();
         } else {
             step.code = static_cast<std::uint8_t>(type);
             step.a = SlotOf(node->GetChild(0));
@@ -255,11 +261,14 @@ void TapeBuilder::Copy(const KOBWBPointEvaluator& pattern, std::size_t first, st
     for (std::size_t s = first; s < last; ++s) {
         const Step& from = pattern.m_steps[s];
         Step step = from;
-        step.first = static_cast<int>(arguments.size());
-        if (step.a >= 0) step.a = slotHere[static_cast<std::size_t>(step.a)];
-        if (step.b >= 0 && step.code != IntegerPower) step.b = slotHere[static_cast<std::size_t>(step.b)];
-        for (int i = 0; i < from.count; ++i)
-            arguments.push_back(slotHere[static_cast<std::size_t>(pattern.m_arguments[static_cast<std::size_t>(from.first + i)])]);
+        if (IsNaryCode(from.code)) {
+            step.a = static_cast<int>(arguments.size());
+            for (int i = 0; i < from.b; ++i)
+                arguments.push_back(slotHere[static_cast<std::size_t>(pattern.m_arguments[static_cast<std::size_t>(from.a + i)])]);
+        } else {
+            step.a = slotHere[static_cast<std::size_t>(from.a)];
+            if (from.b >= 0 && from.code != IntegerPower) step.b = slotHere[static_cast<std::size_t>(from.b)];
+        }
         const int slot = StepSlot(nullptr, step);
         slotHere[static_cast<std::size_t>(from.out)] = slot;
         stepSlots.push_back(slot);
