@@ -176,14 +176,18 @@ void SolverSystem::Compile(const std::vector<KOBWBVariable*>& fixed, const std::
             entries.push_back({j, i, derivative ? tape.Graph(derivative) : -1});
         }
     }
-    std::sort(entries.begin(), entries.end(),
-              [](const Entry& a, const Entry& b) { return a.column != b.column ? a.column < b.column : a.row < b.row; });
+    // Compressed by columns, rows ascending within a column as they were listed.
     columnStarts.assign(unknowns.size() + 1, 0);
-    for (const Entry& entry : entries) {
-        ++columnStarts[static_cast<std::size_t>(entry.column) + 1];
-        rows.push_back(entry.row);
-    }
+    for (const Entry& entry : entries) ++columnStarts[static_cast<std::size_t>(entry.column) + 1];
     for (std::size_t j = 0; j < unknowns.size(); ++j) columnStarts[j + 1] += columnStarts[j];
+    std::vector<int> entrySlots(entries.size());
+    rows.assign(entries.size(), 0);
+    std::vector<int> next(columnStarts.begin(), columnStarts.end() - 1);
+    for (const Entry& entry : entries) {
+        const std::size_t k = static_cast<std::size_t>(next[static_cast<std::size_t>(entry.column)]++);
+        rows[k] = entry.row;
+        entrySlots[k] = entry.slot;
+    }
     for (int slot : rootSlots) complete = complete && slot >= 0;
     for (int slot : termSlots) complete = complete && slot >= 0;
     for (const Entry& entry : entries) complete = complete && entry.slot >= 0;
@@ -192,7 +196,7 @@ void SolverSystem::Compile(const std::vector<KOBWBVariable*>& fixed, const std::
         return;
     }
     for (int slot : rootSlots) tape.Output(slot);
-    for (const Entry& entry : entries) tape.Output(entry.slot);
+    for (int slot : entrySlots) tape.Output(slot);
     const int firstTerm = static_cast<int>(rootSlots.size() + entries.size());
     for (int& start : termStart) start += firstTerm;
     for (int slot : termSlots) tape.Output(slot);
