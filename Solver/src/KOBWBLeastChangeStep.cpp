@@ -1,7 +1,8 @@
 #include "KOBWBLeastChangeStep.h"
 
+#include "KOBWBSparseLU.h"
+
 #include <Eigen/CholmodSupport>
-#include <Eigen/KLUSupport>
 #include <Eigen/SparseCore>
 
 #include <algorithm>
@@ -25,8 +26,7 @@ struct LeastChangeStep::Impl {
     // triangular form first: a sketch's Jacobian is mostly chains of small blocks,
     // which it factors with little fill (a general multifrontal LU grew faster than
     // the size of a long strip).
-    Eigen::KLU<SparseMatrix> lu;
-    bool luAnalysed = false;
+    SparseLU lu;
     // Whether the normal matrix is J J^T (rows) or J^T J (columns).
     bool byRows = true;
 };
@@ -84,16 +84,14 @@ bool LeastChangeStep::Step(const double* f, double mu, double* dx) {
     if (impl.jacobian.rows() == 0 || impl.jacobian.cols() == 0) return false;
     if (mu == 0.0) {
         if (impl.jacobian.rows() != impl.jacobian.cols()) return false;
-        if (!impl.luAnalysed) {
-            impl.lu.analyzePattern(impl.jacobian);
-            impl.luAnalysed = true;
-        }
-        impl.lu.factorize(impl.jacobian);
-        if (impl.lu.info() != Eigen::Success) return false;
-        const Eigen::Map<const Vector> residual(f, impl.jacobian.rows());
-        Eigen::Map<Vector> step(dx, impl.jacobian.cols());
-        step = -impl.lu.solve(residual);
-        return impl.lu.info() == Eigen::Success && step.allFinite();
+        const SparseMatrix& jacobian = impl.jacobian;
+        if (!impl.lu.Factor(static_cast<int>(jacobian.rows()), jacobian.outerIndexPtr(), jacobian.innerIndexPtr(),
+                            jacobian.valuePtr()))
+            return false;
+        Eigen::Map<Vector> step(dx, jacobian.cols());
+        step = -Eigen::Map<const Vector>(f, jacobian.rows());
+        if (!impl.lu.Solve(dx)) return false;
+        return step.allFinite();
     }
     const SparseMatrix damped = Normal(impl) + mu * impl.identity;
     if (!impl.analysed) {
