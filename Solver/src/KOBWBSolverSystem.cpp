@@ -3,6 +3,7 @@
 #include "KOBWBEquationShape.h"
 #include "KOBWBShapeTemplates.h"
 #include "KOBWBTapeBuilder.h"
+#include "KOBWBUnknowns.h"
 
 #include "KOBWBEquation.h"
 #include "KOBWBExpression.h"
@@ -61,14 +62,7 @@ SolverSystem::SolverSystem(KOBWBFactory& f, const std::vector<KOBWBVariable*>& f
 
 void SolverSystem::Compile(const std::vector<KOBWBVariable*>& fixed, const std::vector<KOBWBExpression*>& equalityRoots,
                            const std::vector<KOBWBExpression*>& inequalityRoots) {
-    // The unknowns: the variables of the equalities that are not fixed, by index.
-    const std::size_t variableCount = variableFixed.size();
-    std::vector<bool> free(variableCount);
-    for (std::size_t i = 0; i < variableCount; ++i) free[i] = !variableFixed[i];
-    for (KOBWBVariable* variable : fixed)
-        if (variable && &variable->GetFactory() == &factory && variable->GetIdx() >= 0 &&
-            static_cast<std::size_t>(variable->GetIdx()) < variableCount)
-            free[static_cast<std::size_t>(variable->GetIdx())] = false;
+    const std::vector<bool> free = UnfixedVariables(factory, fixed);
     // Each equality's variables, and the template of its shape where it has one.
     const int m = EqualityCount();
     std::vector<ShapeTemplates::Template*> templateOf(static_cast<std::size_t>(m), nullptr);
@@ -89,16 +83,11 @@ void SolverSystem::Compile(const std::vector<KOBWBVariable*>& fixed, const std::
         }
         variablesStart.push_back(static_cast<int>(rowVariables.size()));
     }
+    unknowns = UnknownsAmong(factory, free, rowVariables);
+    const std::size_t variableCount = free.size();
     std::vector<int> columnOf(variableCount, -1);
-    for (KOBWBVariable* variable : rowVariables) {
-        const std::size_t index = static_cast<std::size_t>(variable->GetIdx());
-        if (index < variableCount && free[index]) columnOf[index] = 0;
-    }
-    for (std::size_t index = 0; index < variableCount; ++index)
-        if (columnOf[index] == 0) {
-            columnOf[index] = static_cast<int>(unknowns.size());
-            unknowns.push_back(factory.GetVariable(static_cast<int>(index)));
-        }
+    for (std::size_t j = 0; j < unknowns.size(); ++j)
+        columnOf[static_cast<std::size_t>(unknowns[j]->GetIdx())] = static_cast<int>(j);
     const auto column = [&](const KOBWBVariable* variable) {
         const std::size_t index = static_cast<std::size_t>(variable->GetIdx());
         return index < variableCount ? columnOf[index] : -1;

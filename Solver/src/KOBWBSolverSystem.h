@@ -17,9 +17,14 @@ class KOBWBVariable;
 namespace kobwb {
 
 // What a solver reads of a factory: its equalities and inequalities, the unknowns
-// (variables of the equalities that are not fixed), the Jacobian of the equalities and
-// one point evaluator over every root, Jacobian entry and root term. Made again when
-// the factory's system or the set of fixed variables changes.
+// (variables of the equalities that are not fixed), the pattern of the equalities'
+// Jacobian and one point evaluator over every root, Jacobian entry and root term. Made
+// again when the factory's system or the set of fixed variables changes.
+//
+// Equalities of one shape (EquationShape) are differentiated and compiled once, the
+// first of them, and that tape copied over the variables of the others
+// (ShapeTemplates, TapeBuilder::Copy); the other equalities' entries are the factory's
+// derivatives of each.
 //
 // The evaluator's outputs: the equalities' roots, then the inequalities' roots (so a
 // line search evaluates these alone), then the Jacobian entries in compressed-column
@@ -50,15 +55,15 @@ struct SolverSystem {
     // Whether every entry of the Jacobian has a derivative.
     bool complete = true;
 
-private:
-    void Compile(const std::vector<KOBWBVariable*>& fixed, const std::vector<KOBWBExpression*>& equalityRoots,
-                 const std::vector<KOBWBExpression*>& inequalityRoots);
-public:
-
     int EqualityCount() const { return static_cast<int>(equalities.size()); }
     int InequalityCount() const { return static_cast<int>(inequalities.size()); }
     int EntryCount() const { return static_cast<int>(rows.size()); }
     int JacobianOutput() const { return EqualityCount() + InequalityCount(); }
+
+private:
+    // The unknowns, the pattern and the tape.
+    void Compile(const std::vector<KOBWBVariable*>& fixed, const std::vector<KOBWBExpression*>& equalityRoots,
+                 const std::vector<KOBWBExpression*>& inequalityRoots);
 };
 
 } // namespace kobwb
