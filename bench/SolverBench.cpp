@@ -1,3 +1,4 @@
+#include "ResidentMemory.h"
 #include "TriangleStrip.h"
 
 #include <benchmark/benchmark.h>
@@ -20,7 +21,8 @@
 // - Contract: the solver within the domains the contractor narrows first;
 // - Conflict: the strip with one wrong extra distance, solved until the conflicting
 //   equations are named (compare with Solve at the same size).
-// Time per point is reported beside each; the ratios are read between rows of one run.
+// Time per point is reported beside each, and MB: the resident memory the solve (or the
+// host's loop) added, in megabytes; the ratios are read between rows of one run.
 
 namespace {
 
@@ -38,16 +40,20 @@ void Solve(benchmark::State& state, KOBWBSolverPresolve presolve, bool wrongDist
     double iterations = 0;
     double residual = 0;
     double conflicting = 0;
+    double megabytes = 0;
     for (auto _ : state) {
         state.PauseTiming();
         auto factory = std::make_unique<KOBWBFactory>();
         bench::TriangleStrip strip = bench::BuildTriangleStrip(*factory, points);
         if (wrongDistance) bench::AddDistance(*factory, strip, points / 2, points / 2 - 3, 18.5);
+        bench::ReleaseFreedMemory();
+        const std::size_t before = bench::ResidentBytes();
         state.ResumeTiming();
         KOBWBSolver solver(*factory);
         solver.SetPresolve(presolve);
         const KOBWBSolverStatus status = solver.Solve();
         state.PauseTiming();
+        megabytes = static_cast<double>(bench::ResidentBytes() - before) / 1e6;
         iterations = solver.GetNbOfIterations();
         residual = wrongDistance ? solver.GetResidual() : MaxResidual(strip);
         conflicting = static_cast<double>(solver.GetConflictingEquations().size());
@@ -61,6 +67,7 @@ void Solve(benchmark::State& state, KOBWBSolverPresolve presolve, bool wrongDist
     state.counters["iterations"] = iterations;
     state.counters["residual"] = residual;
     if (wrongDistance) state.counters["conflicting"] = conflicting;
+    state.counters["MB"] = megabytes;
     state.counters["us/point"] = benchmark::Counter(points * 1e-6, benchmark::Counter::kIsIterationInvariantRate |
                                                                       benchmark::Counter::kInvert);
 }
@@ -75,10 +82,13 @@ void BM_HostLoop(benchmark::State& state) {
     const int points = static_cast<int>(state.range(0));
     double iterations = 0;
     double residual = 0;
+    double megabytes = 0;
     for (auto _ : state) {
         state.PauseTiming();
         auto factory = std::make_unique<KOBWBFactory>();
         bench::TriangleStrip strip = bench::BuildTriangleStrip(*factory, points);
+        bench::ReleaseFreedMemory();
+        const std::size_t before = bench::ResidentBytes();
         state.ResumeTiming();
         std::vector<KOBWBVariable*> unknowns(strip.variables.begin() + 2, strip.variables.end());
         std::vector<int> column(static_cast<std::size_t>(factory->GetNbOfVariables()), -1);
@@ -122,11 +132,13 @@ void BM_HostLoop(benchmark::State& state) {
         }
         iterations = steps;
         state.PauseTiming();
+        megabytes = static_cast<double>(bench::ResidentBytes() - before) / 1e6;
         factory.reset();
         state.ResumeTiming();
     }
     state.counters["iterations"] = iterations;
     state.counters["residual"] = residual;
+    state.counters["MB"] = megabytes;
     state.counters["us/point"] = benchmark::Counter(points * 1e-6, benchmark::Counter::kIsIterationInvariantRate |
                                                                       benchmark::Counter::kInvert);
 }
