@@ -236,9 +236,11 @@ KOBWBSolverStatus KOBWBSolver::Newton() {
                 moved = keeps;
             }
         }
-        // A step that takes off less than a rounding of the residual's square norm
-        // has reached a least-squares point as closely as the arithmetic allows.
-        const bool stalled = moved && !polishing && trialNorm > norm * (1 - 1e-12);
+        // A step that takes off less than a billionth of the residual's square norm
+        // ends the solve at a least-squares point: Gauss-Newton converges there only
+        // linearly, slowly where a long chain of constraints is nearly flexible, and
+        // the residual's support, which names the conflict, is settled long before.
+        const bool stalled = moved && !polishing && trialNorm > norm * (1 - 1e-9);
         if (moved) {
             lambda = square ? 0.0 : std::max(lambda / 1e4, 1e-14);
             x.swap(trial);
