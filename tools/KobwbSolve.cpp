@@ -3,6 +3,7 @@
 #include "KobwbInput.h"
 #include "KobwbJson.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <fstream>
@@ -126,12 +127,25 @@ std::string PointAnswer(KOBWBFactory& factory, const ModelSource& source, KOBWBS
         out += std::string("status: ") + KOBWBGetSolverStatusText(status) + "\niterations: " +
                std::to_string(solver.GetNbOfIterations()) + "\nresidual: " + residual + '\n';
     }
+    // In the text answer a value within rounding of 0 next to the sketch's other values
+    // (a least-squares point moves the pinned ones by 1e-17) reads as 0; --json gives
+    // every value as solved.
+    double largest = 0.0;
+    for (int i = 0; i < factory.GetNbOfVariables(); ++i) {
+        const KOBWBRealInterval value = factory.GetVariable(i)->GetExprValue().GetAsRealInterval();
+        if (value.lower == value.upper && std::fabs(value.lower) < KOBWBMaxReal)
+            largest = std::max(largest, std::fabs(value.lower));
+    }
     bool first = true;
     for (int i = 0; i < factory.GetNbOfVariables(); ++i) {
         KOBWBVariable* variable = factory.GetVariable(i);
         const std::string name = Name(variable);
         if (!json) {
-            out += name + " = " + source.ValueText(variable) + '\n';
+            const KOBWBRealInterval value = variable->GetExprValue().GetAsRealInterval();
+            const bool nearZero = value.lower == value.upper && value.lower != 0.0 &&
+                                  std::fabs(value.lower) < 1e-12 * largest;
+            const std::string unit = source.UnitOf(name);
+            out += name + " = " + (nearZero ? "0" + (unit.empty() ? "" : " " + unit) : source.ValueText(variable)) + '\n';
             continue;
         }
         if (!first) out += ", ";

@@ -47,6 +47,8 @@ TEST(KobwbSolve, NamesConflictingAndRedundantEquationsByLine) {
     EXPECT_TRUE(Has(conflict, "conflicting:\n")) << conflict.output;
     EXPECT_TRUE(Has(conflict, "  line 9: x3 = 30;\n")) << conflict.output;
     EXPECT_FALSE(Has(conflict, "line 4:")) << conflict.output;
+    // The least-squares point leaves the pinned coordinates within 1e-20 of 0: they read 0.
+    EXPECT_TRUE(Has(conflict, "y1 = 0 mm\ny2 = 0 mm\n")) << conflict.output;
     const Outcome json = Kobwb("solve - --start x2=40 --start x3=20 --start y3=40 --json", wrong);
     EXPECT_TRUE(Has(json, "{\"line\": 9, \"text\": \"x3 = 30;\"}")) << json.output;
 
