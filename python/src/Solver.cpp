@@ -49,6 +49,11 @@ void BindSolver(py::module_& module) {
         .value("BAD_START", KOBWBSolverBadStart)
         .value("NO_DERIVATIVE", KOBWBSolverNoDerivative);
 
+    py::enum_<KOBWBSolverPresolve>(module, "Presolve", "How a solve prepares the system before its Newton steps.")
+        .value("NONE", KOBWBPresolveNone)
+        .value("TRANSFORMATIONS", KOBWBPresolveTransformations)
+        .value("CONTRACTOR", KOBWBPresolveContractor);
+
     py::class_<Solver>(module, "Solver",
                        "Moves the factory's variables from their current values until its equalities hold, "
                        "with the least change (Gauss-Newton, sparse), or names the equations that conflict. "
@@ -66,6 +71,11 @@ void BindSolver(py::module_& module) {
              [](const Solver& s, const py::object& x, bool fixed) { s.Get().Fix(ToVariable(s.GetOwner(), x, "x"), fixed); },
              py::arg("x"), py::arg("fixed") = true, "Keeps a variable at its value in this solver's solves.")
         .def("solve", [](const Solver& s) { return s.Get().Solve(); })
+        .def_property(
+            "presolve", [](const Solver& s) { return s.Get().GetPresolve(); },
+            [](const Solver& s, KOBWBSolverPresolve presolve) { s.Get().SetPresolve(presolve); },
+            "Presolve.TRANSFORMATIONS eliminates linear equalities first (the factory's equations are rewritten); "
+            "Presolve.CONTRACTOR bounds the solve by the domains the contractor narrows.")
         .def("diagnose", [](const Solver& s) { s.Get().Diagnose(); },
              "Degrees of freedom, free variables, redundant and conflicting equations at the current values.")
         .def_property_readonly("status", [](const Solver& s) { return s.Get().GetStatus(); })

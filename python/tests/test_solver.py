@@ -29,6 +29,20 @@ def test_solve_writes_the_answer_back_and_names_conflicts():
     assert wrong in solver.conflicting or any(e.name == wrong.name for e in solver.conflicting)
 
 
+def test_presolve_by_the_contractor_bounds_the_solve():
+    f = kobwbx.Factory()
+    x, y = f.variable("x", kobwbx.Interval(2.5, 10.0)), f.variable("y", 4.0)
+    f.add(x * y == 6)
+    f.add(x + y == 5)
+    solver = kobwbx.Solver(f)
+    assert solver.presolve == kobwbx.Presolve.NONE
+    solver.presolve = kobwbx.Presolve.CONTRACTOR
+    assert solver.solve() == kobwbx.SolverStatus.SOLVED
+    assert math.isclose(x.value, 3.0) and math.isclose(y.value, 2.0)
+    with pytest.raises(TypeError):
+        solver.presolve = 7
+
+
 def test_fixed_variables_and_free_ones():
     f = kobwbx.Factory()
     x, y = f.variable("x", 3.0), f.variable("y", 0.0)
