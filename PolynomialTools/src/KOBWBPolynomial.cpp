@@ -252,8 +252,24 @@ constexpr size_t fewTerms = 32;
 
 } // namespace
 
+namespace {
+
+// Whether terms are already in storage order: strictly increasing, none zero.
+bool InStorageOrder(const std::vector<KOBWBPolynomialTerm>& terms) {
+    for (size_t i = 0; i < terms.size(); ++i)
+        if (terms[i].coefficient.IsZero() || (i > 0 && KOBWBCompareMonomials(terms[i - 1].monomial, terms[i].monomial) >= 0))
+            return false;
+    return true;
+}
+
+} // namespace
+
 KOBWBPolynomial KOBWBPolynomial::FromTerms(std::vector<KOBWBPolynomialTerm> terms) {
     KOBWBPolynomial result;
+    if (InStorageOrder(terms)) {
+        result.m_terms = std::move(terms);
+        return result;
+    }
     if (terms.size() <= fewTerms) {
         result.m_terms = SortedFew(std::move(terms));
         return result;
