@@ -50,13 +50,11 @@ public:
     // of equations (their remainders grow fast with the degrees and the atoms).
     static bool Gcd(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomial& gcd);
 
-    // p = constant x f1^m1 x ... x fk^mk: the contents in each atom split off
-    // (factors free of the atom), each primitive part split into its square-free
-    // factors by multiplicity, and the square-free factors in one atom split further
-    // into their rational linear factors and the rational quadratic factors their
-    // complex roots reveal. Every factor has the coefficient 1 on its leading term;
-    // a factor in several atoms that is a product of others in several atoms (such as
-    // x^2 - y^2) stays whole. Empty factors for a constant p.
+    // p = constant x f1^m1 x ... x fk^mk with f1, ..., fk distinct and irreducible
+    // over the rationals (x^2 - y^2 splits into x - y and x + y; x^2 + y^2 stays
+    // whole), each with the coefficient 1 on its leading term, in a fixed order:
+    // lower total degree first, then fewer terms, then by their terms. Empty factors
+    // for a constant p (constant 0 for the zero polynomial).
     static bool Factor(const KOBWBPolynomial& p, KOBWBRational& constant, std::vector<KOBWBPolynomialFactor>& factors);
 
     // The same on expressions of the context's factory, read and written by the

@@ -1,6 +1,7 @@
 #include "KOBWBPolynomial.h"
 
 #include "KOBLVRHashTable.h"
+#include "KOBWBFlintMultivariate.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -295,6 +296,9 @@ KOBWBPolynomial KOBWBPolynomial::Multiply(const KOBWBPolynomial& a, const KOBWBP
         result.m_terms = SortedFew(std::move(products));
         return result;
     }
+    if (KOBWBFlintMultivariate::WorthConverting(a.m_terms.size(), b.m_terms.size()) &&
+        KOBWBFlintMultivariate::Multiply(a, b, result))
+        return result;
     TermCollector collector(std::max(a.m_terms.size(), b.m_terms.size()));
     for (const KOBWBPolynomialTerm& left : a.m_terms)
         for (const KOBWBPolynomialTerm& right : b.m_terms)
@@ -323,6 +327,8 @@ bool KOBWBPolynomial::Power(long long exponent, int maxTerms, KOBWBPolynomial& r
     }
     // A power of two or more terms has at least exponent + 1 terms.
     if (exponent >= maxTerms) return false;
+    if (exponent >= 2 && KOBWBFlintMultivariate::Power(*this, static_cast<unsigned long>(exponent), maxTerms, result))
+        return true;
     // Squaring keeps every intermediate power below the result; each product is
     // also bounded in the work it may take.
     const long long maxWork = 64LL * maxTerms;

@@ -129,7 +129,7 @@ TEST(MultivariatePolynomialTools, EliminationOnExpressions) {
 }
 
 // Factors multiply back to the polynomial, with the multiplicities they were made with.
-TEST(MultivariatePolynomialTools, FactorsSplitContentsMultiplicitiesAndOneAtomFactors) {
+TEST(MultivariatePolynomialTools, FactorsMultiplyBackWithTheirMultiplicities) {
     const KOBWBPolynomial X = KOBWBPolynomial::Atom(x), Y = KOBWBPolynomial::Atom(y);
     const auto power = [](const KOBWBPolynomial& p, int n) {
         KOBWBPolynomial result(KOBWBCoefficient(1));
@@ -145,8 +145,8 @@ TEST(MultivariatePolynomialTools, FactorsSplitContentsMultiplicitiesAndOneAtomFa
         {Number(3) * power(X - Number(1), 2) * (X + Number(2)) * (X * X + Number(1)) * (X * X + Number(2)), 4},
         // x (x + y)^2 (y - 2): a content in y, a square, a factor in y alone
         {X * power(X + Y, 2) * (Y - Number(2)), 3},
-        // (x^2 - y^2)^3 / 2 stays one factor (its split needs more than contents and roots)
-        {power(X * X - Y * Y, 3) * KOBWBPolynomial(KOBWBCoefficient(KOBWBRational(1, 2))), 1},
+        // (x^2 - y^2)^3 / 2 splits into (x - y)^3 (x + y)^3
+        {power(X * X - Y * Y, 3) * KOBWBPolynomial(KOBWBCoefficient(KOBWBRational(1, 2))), 2},
     };
     for (size_t i = 0; i < cases.size(); ++i) {
         KOBWBRational constant;
@@ -177,5 +177,63 @@ TEST(MultivariatePolynomialTools, FactorsSplitContentsMultiplicitiesAndOneAtomFa
     EXPECT_EQ(number->GetValue().GetAsInteger(), 2);
     ASSERT_EQ(written.size(), 2u);
     EXPECT_EQ(KOBWBEquationPrinter::ToText(written[0].first) + " " + KOBWBEquationPrinter::ToText(written[1].first),
-              "va0 + 1 va0 - 1");
+              "va0 - 1 va0 + 1");
+}
+
+// Products of known irreducible factors in several atoms, expanded, split back into
+// the same factors (up to order and constant) with the same multiplicities.
+TEST(MultivariatePolynomialTools, FactorsAreTheIrreducibleOnes) {
+    const KOBWBPolynomial X = KOBWBPolynomial::Atom(x), Y = KOBWBPolynomial::Atom(y), Z = KOBWBPolynomial::Atom(z);
+    const KOBWBPolynomial half(KOBWBCoefficient(KOBWBRational(1, 2)));
+    const std::vector<KOBWBPolynomial> irreducible{
+        X - Y,
+        X + Y + Number(1),
+        X * X + Y * Y + Number(1),
+        X * Y - Number(3) * Z,
+        Number(2) * X + Number(3) * Y * Y * Z - Number(1),
+        X * X * X - Number(2) * Y * Y + half * Z,
+        Y * Y + Number(2),
+        Z,
+    };
+    std::mt19937 random(11);
+    for (int trial = 0; trial < 30; ++trial) {
+        std::vector<int> multiplicities(irreducible.size(), 0);
+        KOBWBPolynomial product = Number(trial % 2 ? -6 : 5) * half;
+        for (int k = 0; k < 3; ++k) {
+            const size_t chosen = random() % irreducible.size();
+            ++multiplicities[chosen];
+            product = product * irreducible[chosen];
+        }
+        KOBWBRational constant;
+        std::vector<KOBWBPolynomialFactor> factors;
+        ASSERT_TRUE(Tools::Factor(product, constant, factors)) << trial;
+        size_t distinct = 0;
+        for (size_t i = 0; i < irreducible.size(); ++i) {
+            if (multiplicities[i] == 0) continue;
+            ++distinct;
+            // The factor found is the known one divided by its leading coefficient.
+            bool found = false;
+            for (const KOBWBPolynomialFactor& factor : factors) {
+                KOBWBPolynomial quotient;
+                KOBWBCoefficient ratio;
+                if (Tools::DivideExactly(irreducible[i], factor.factor, quotient) && quotient.IsConstant(ratio)) {
+                    found = true;
+                    EXPECT_EQ(factor.multiplicity, multiplicities[i]) << trial << " factor " << i;
+                }
+            }
+            EXPECT_TRUE(found) << trial << " factor " << i;
+        }
+        EXPECT_EQ(factors.size(), distinct) << trial;
+        KOBWBPolynomial back = KOBWBPolynomial(KOBWBCoefficient(constant));
+        for (const KOBWBPolynomialFactor& factor : factors)
+            for (int m = 0; m < factor.multiplicity; ++m) back = back * factor.factor;
+        EXPECT_EQ(back, product) << trial;
+    }
+    // A negative exponent does not qualify; the zero polynomial has the constant 0.
+    KOBWBRational constant;
+    std::vector<KOBWBPolynomialFactor> factors;
+    EXPECT_FALSE(Tools::Factor(KOBWBPolynomial::Atom(x, -2) + Number(1), constant, factors));
+    ASSERT_TRUE(Tools::Factor(KOBWBPolynomial(), constant, factors));
+    EXPECT_TRUE(constant.IsZero());
+    EXPECT_TRUE(factors.empty());
 }

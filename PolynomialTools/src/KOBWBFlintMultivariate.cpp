@@ -1,0 +1,62 @@
+#include "KOBWBFlintMultivariate.h"
+
+#include "KOBWBFlintSparse.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace KOBWBFlintMultivariate {
+
+bool Multiply(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomial& product) {
+    KOBWBFlint::SparseContext context({&a, &b});
+    if (!context.Exact()) return false;
+    KOBWBFlint::SparsePolynomial fa(context), fb(context), result(context);
+    KOBWBRational scaleA, scaleB;
+    context.ToFlint(a, fa.get(), scaleA);
+    context.ToFlint(b, fb.get(), scaleB);
+    fmpz_mpoly_mul(result.get(), fa.get(), fb.get(), context.get());
+    product = context.FromFlint(result.get(), scaleA * scaleB, context.Offsets(2));
+    return true;
+}
+
+namespace {
+
+// A bound on the number of terms of p^exponent: no more than the monomials of its
+// degree in each atom, nor than the multisets of exponent terms of p.
+double TermBound(const KOBWBPolynomial& p, unsigned long exponent, const std::vector<int>& atoms) {
+    double byDegrees = 1;
+    for (int atom : atoms) {
+        long long lowest = 0;
+        const long long highest = p.Degree(atom, &lowest);
+        byDegrees *= static_cast<double>(exponent) * static_cast<double>(highest - lowest) + 1;
+    }
+    // C(t + e - 1, e), by its logarithm.
+    const double t = p.GetNbOfTerms(), e = static_cast<double>(exponent);
+    const double byTerms = std::exp(std::lgamma(t + e) - std::lgamma(e + 1) - std::lgamma(t));
+    return std::min(byDegrees, byTerms);
+}
+
+} // namespace
+
+bool Power(const KOBWBPolynomial& p, unsigned long exponent, int maxTerms, KOBWBPolynomial& result) {
+    std::vector<int> atoms;
+    for (const KOBWBPolynomialTerm& term : p.GetTerms())
+        for (const KOBWBMonomialFactor& factor : term.monomial) atoms.push_back(factor.atom);
+    std::sort(atoms.begin(), atoms.end());
+    atoms.erase(std::unique(atoms.begin(), atoms.end()), atoms.end());
+    const double bound = TermBound(p, exponent, atoms);
+    // A small power costs less by hand than the conversion.
+    if (bound > maxTerms || bound < 256) return false;
+    KOBWBFlint::SparseContext context({&p});
+    if (!context.Exact()) return false;
+    KOBWBFlint::SparsePolynomial base(context), power(context);
+    KOBWBRational scale;
+    context.ToFlint(p, base.get(), scale);
+    if (!fmpz_mpoly_pow_ui(power.get(), base.get(), exponent, context.get())) return false;
+    result = context.FromFlint(power.get(), scale.Power(static_cast<long long>(exponent)),
+                               context.Offsets(static_cast<long long>(exponent)));
+    return true;
+}
+
+} // namespace KOBWBFlintMultivariate
