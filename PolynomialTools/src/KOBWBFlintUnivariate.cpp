@@ -75,24 +75,30 @@ bool ToFlint(const KOBWBPolynomial& polynomial, int atom, fmpq_poly_struct* resu
     return true;
 }
 
-KOBWBPolynomial ToPolynomial(const fmpq_poly_struct* p, int atom) {
-    const slong length = fmpq_poly_length(p);
+// The integer polynomial that a rational one holds over its denominator, read in place.
+fmpz_poly_struct IntegerView(const fmpq_poly_struct* p) { return fmpz_poly_struct{p->coeffs, p->alloc, p->length}; }
+
+// The polynomial p / denominator in atom.
+KOBWBPolynomial ToPolynomial(const fmpz_poly_struct* p, const fmpz_t denominator, int atom) {
+    const slong length = fmpz_poly_length(p);
     std::vector<KOBWBPolynomialTerm> terms;
     terms.reserve(static_cast<size_t>(length));
-    const bool integer = fmpz_is_one(p->den);
+    const bool integer = fmpz_is_one(denominator);
     for (slong i = 0; i < length; ++i) {
         if (fmpz_is_zero(p->coeffs + i)) continue;
         KOBWBPolynomialTerm term;
         if (i > 0) term.monomial.push_back({atom, static_cast<long long>(i)});
         term.coefficient = integer ? KOBWBRationalAccess::FromFlint(p->coeffs + i)
-                                   : KOBWBRationalAccess::FromFlint(p->coeffs + i, p->den);
+                                   : KOBWBRationalAccess::FromFlint(p->coeffs + i, denominator);
         terms.push_back(std::move(term));
     }
     return KOBWBPolynomial::FromTerms(std::move(terms));
 }
 
-// The integer polynomial that a rational one of denominator 1 holds, read in place.
-fmpz_poly_struct IntegerView(const fmpq_poly_struct* p) { return fmpz_poly_struct{p->coeffs, p->alloc, p->length}; }
+KOBWBPolynomial ToPolynomial(const fmpq_poly_struct* p, int atom) {
+    const fmpz_poly_struct numerator = IntegerView(p);
+    return ToPolynomial(&numerator, p->den, atom);
+}
 
 Row FromFlint(const fmpq_poly_struct* p) {
     const slong length = fmpq_poly_length(p);
@@ -173,17 +179,17 @@ bool Gcd(const KOBWBPolynomial& a, const KOBWBPolynomial& b, int atom, KOBWBPoly
     if (!ToFlint(a, atom, fa.get()) || !ToFlint(b, atom, fb.get())) return false;
     if (fmpz_is_one(fa.get()->den) && fmpz_is_one(fb.get()->den) && !fmpq_poly_is_zero(fa.get()) &&
         !fmpq_poly_is_zero(fb.get())) {
-        // Integer polynomials (the common case): their gcd over the integers, made
-        // monic, without the content computations of the rational gcd.
+        // Integer polynomials (the common case): their gcd over the integers, each
+        // coefficient then divided by the leading one, without the content
+        // computations of the rational gcd.
         KOBWBFlint::IntegerPolynomial common;
         const fmpz_poly_struct ia = IntegerView(fa.get()), ib = IntegerView(fb.get());
         fmpz_poly_gcd(common.get(), &ia, &ib);
-        fmpq_poly_set_fmpz_poly(result.get(), common.get());
-        fmpq_poly_make_monic(result.get(), result.get());
+        gcd = ToPolynomial(common.get(), fmpz_poly_lead(common.get()), atom);
     } else {
         fmpq_poly_gcd(result.get(), fa.get(), fb.get());
+        gcd = ToPolynomial(result.get(), atom);
     }
-    gcd = ToPolynomial(result.get(), atom);
     return true;
 }
 
