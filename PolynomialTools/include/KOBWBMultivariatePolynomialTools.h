@@ -12,13 +12,15 @@ class KOBWBVariable;
 
 // Exact algebra of polynomials in several atoms of a KOBWBPolynomialContext, every
 // atom taken as an independent variable, with exact rational coefficients: exact
-// division, the resultant in one atom (to eliminate it from two equations) and the
-// greatest common divisor.
+// division, the resultant in one atom (to eliminate it from two equations), the
+// greatest common divisor and the factorisation into irreducible factors, computed
+// on FLINT's sparse polynomials.
 //
 // A polynomial qualifies when its coefficients are exact and its exponents are not
 // negative (Pi counts as an atom like any other); every function answers false, its
-// outputs untouched, for one that does not, as it does when a result would pass
-// maxTerms terms on the way (the work grows fast with the degrees and the atoms).
+// outputs untouched, for one that does not, as it does when a result has more than
+// maxTerms terms.
+
 // One factor of a factorisation and its multiplicity.
 struct KOBWBPolynomialFactor {
     KOBWBPolynomial factor;
@@ -38,16 +40,12 @@ public:
 
     // The resultant of a and b in atom, a polynomial in the other atoms: it vanishes
     // where a and b, as polynomials in atom, have a common root (or both leading
-    // coefficients vanish). Computed by the subresultant remainder sequence, so that
-    // every division is exact. 0 when a or b is zero; c^deg b when a is a constant c
-    // in atom (and c^deg a when b is).
+    // coefficients vanish). 0 when a or b is zero; c^deg b when a is a constant c in
+    // atom (and c^deg a when b is).
     static bool Resultant(const KOBWBPolynomial& a, const KOBWBPolynomial& b, int atom, KOBWBPolynomial& resultant);
 
     // The greatest common divisor, normalised so that its leading term (the atoms of
-    // larger number first) has coefficient 1; 0 when both are zero. Computed by
-    // primitive remainder sequences in the atom of largest number, the contents'
-    // gcd found the same way over the other atoms: meant for the small polynomials
-    // of equations (their remainders grow fast with the degrees and the atoms).
+    // larger number first) has coefficient 1; 0 when both are zero.
     static bool Gcd(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomial& gcd);
 
     // p = constant x f1^m1 x ... x fk^mk with f1, ..., fk distinct and irreducible

@@ -1,6 +1,8 @@
 #include "KOBWBFlintMultivariate.h"
 
 #include "KOBWBFlintSparse.h"
+#include "KOBWBFlintValues.h"
+#include "KOBWBRationalAccess.h"
 
 #include <algorithm>
 #include <cmath>
@@ -56,6 +58,58 @@ bool Power(const KOBWBPolynomial& p, unsigned long exponent, int maxTerms, KOBWB
     if (!fmpz_mpoly_pow_ui(power.get(), base.get(), exponent, context.get())) return false;
     result = context.FromFlint(power.get(), scale.Power(static_cast<long long>(exponent)),
                                context.Offsets(static_cast<long long>(exponent)));
+    return true;
+}
+
+namespace {
+
+// Divides p by the gcd of its coefficients, returned (0 for the zero polynomial).
+KOBWBRational TakeContent(fmpz_mpoly_struct* p, KOBWBFlint::SparseContext& context) {
+    KOBWBFlint::Integer content;
+    _fmpz_vec_content(content.get(), p->coeffs, p->length);
+    if (!fmpz_is_zero(content.get()) && !fmpz_is_one(content.get()))
+        fmpz_mpoly_scalar_divexact_fmpz(p, p, content.get(), context.get());
+    return KOBWBRationalAccess::FromFlint(content.get());
+}
+
+} // namespace
+
+bool DivideExactly(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomial& quotient) {
+    KOBWBFlint::SparseContext context({&a, &b});
+    KOBWBFlint::SparsePolynomial fa(context), fb(context), result(context);
+    KOBWBRational scaleA, scaleB;
+    context.ToFlint(a, fa.get(), scaleA);
+    context.ToFlint(b, fb.get(), scaleB);
+    // Over the rationals b divides a when the primitive part of b divides that of a
+    // over the integers.
+    const KOBWBRational contentA = TakeContent(fa.get(), context), contentB = TakeContent(fb.get(), context);
+    if (!fmpz_mpoly_divides(result.get(), fa.get(), fb.get(), context.get())) return false;
+    quotient = context.FromFlint(result.get(), contentB * scaleA / (contentA * scaleB));
+    return true;
+}
+
+bool Gcd(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomial& gcd) {
+    KOBWBFlint::SparseContext context({&a, &b});
+    KOBWBFlint::SparsePolynomial fa(context), fb(context), result(context);
+    KOBWBRational scale;
+    context.ToFlint(a, fa.get(), scale);
+    context.ToFlint(b, fb.get(), scale);
+    if (!fmpz_mpoly_gcd(result.get(), fa.get(), fb.get(), context.get())) return false;
+    gcd = context.FromFlint(result.get(), KOBWBRational(1));
+    return true;
+}
+
+bool Resultant(const KOBWBPolynomial& a, const KOBWBPolynomial& b, int atom, KOBWBPolynomial& resultant) {
+    KOBWBFlint::SparseContext context({&a, &b});
+    const slong variable = context.Variable(atom);
+    if (variable < 0) return false;
+    KOBWBFlint::SparsePolynomial fa(context), fb(context), result(context);
+    KOBWBRational scaleA, scaleB;
+    context.ToFlint(a, fa.get(), scaleA);
+    context.ToFlint(b, fb.get(), scaleB);
+    if (!fmpz_mpoly_resultant(result.get(), fa.get(), fb.get(), variable, context.get())) return false;
+    // Res(sa a, sb b) = sa^deg b sb^deg a Res(a, b), degrees in atom.
+    resultant = context.FromFlint(result.get(), scaleA.Power(b.Degree(atom)) * scaleB.Power(a.Degree(atom)));
     return true;
 }
 

@@ -19,6 +19,15 @@ bool Multiply(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomia
 // terms) that the hand-written squarings cost less.
 bool Power(const KOBWBPolynomial& p, unsigned long exponent, int maxTerms, KOBWBPolynomial& result);
 
+// The exact tools on polynomials with exact coefficients and exponents that are not
+// negative; false when FLINT gives up (an exponent past its words).
+// quotient = a / b when b (not zero) divides a; false when it does not.
+bool DivideExactly(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomial& quotient);
+// The gcd up to a constant factor (the zero polynomial when both are zero).
+bool Gcd(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomial& gcd);
+// The resultant in atom of a and b, both of positive degree in it.
+bool Resultant(const KOBWBPolynomial& a, const KOBWBPolynomial& b, int atom, KOBWBPolynomial& resultant);
+
 } // namespace KOBWBFlintMultivariate
 
 #endif

@@ -86,6 +86,11 @@ SparseContext::SparseContext(const std::vector<const KOBWBPolynomial*>& polynomi
 
 SparseContext::~SparseContext() { fmpz_mpoly_ctx_clear(m_context); }
 
+slong SparseContext::Variable(int atom) const {
+    const auto found = std::lower_bound(m_atoms.begin(), m_atoms.end(), atom);
+    return found == m_atoms.end() || *found != atom ? -1 : static_cast<slong>(found - m_atoms.begin());
+}
+
 std::vector<long long> SparseContext::Offsets(long long factor) const {
     std::vector<long long> offsets(m_offsets);
     for (long long& offset : offsets) offset *= factor;

@@ -25,6 +25,8 @@ public:
 
     fmpz_mpoly_ctx_struct* get() { return m_context; }
     size_t Variables() const { return m_atoms.size(); }
+    // The variable of atom, -1 when no polynomial given holds it.
+    slong Variable(int atom) const;
     // Whether every polynomial given has exact coefficients.
     bool Exact() const { return m_exact; }
     // The offset of every variable multiplied by factor (the offsets of a product of
