@@ -237,3 +237,34 @@ TEST(MultivariatePolynomialTools, FactorsAreTheIrreducibleOnes) {
     EXPECT_TRUE(constant.IsZero());
     EXPECT_TRUE(factors.empty());
 }
+
+// Rational coefficients, constants and coefficients past 64 bits: the
+// tools scale to integers and back.
+TEST(MultivariatePolynomialTools, RationalCoefficientsAndConstants) {
+    const KOBWBPolynomial X = KOBWBPolynomial::Atom(x), Y = KOBWBPolynomial::Atom(y);
+    const auto rational = [](long long n, long long d) { return KOBWBPolynomial(KOBWBCoefficient(KOBWBRational(n, d))); };
+    KOBWBPolynomial q;
+    // (x/2 + y/3)(3x - 5/7 y^2) / (3x - 5/7 y^2) = x/2 + y/3
+    const KOBWBPolynomial f = rational(1, 2) * X + rational(1, 3) * Y, g = Number(3) * X - rational(5, 7) * Y * Y;
+    ASSERT_TRUE(Tools::DivideExactly(f * g, g, q));
+    EXPECT_EQ(q, f);
+    ASSERT_TRUE(Tools::DivideExactly(rational(1, 2) * X, Number(3) * X, q));
+    EXPECT_EQ(q, rational(1, 6));
+    EXPECT_FALSE(Tools::DivideExactly(X, Y, q));
+    // The gcd of constants is 1; of multiples of f, f made monic in its leading term.
+    KOBWBPolynomial gcd;
+    ASSERT_TRUE(Tools::Gcd(Number(4), Number(6), gcd));
+    EXPECT_EQ(gcd, Number(1));
+    ASSERT_TRUE(Tools::Gcd(f * g * rational(-7, 4), f * (X + Number(1)), gcd));
+    EXPECT_EQ(gcd, Number(3) * f);
+    ASSERT_TRUE(Tools::Gcd(KOBWBPolynomial(), KOBWBPolynomial(), gcd));
+    EXPECT_TRUE(gcd.IsZero());
+    // Res_y(y/2 - x, y^2 - 2) = (1/2)^2 ((2x)^2 - 2) = x^2 - 1/2.
+    KOBWBPolynomial resultant;
+    ASSERT_TRUE(Tools::Resultant(rational(1, 2) * Y - X, Y * Y - Number(2), y, resultant));
+    EXPECT_EQ(resultant, X * X - rational(1, 2));
+    // A coefficient of 2^100 survives the round trip.
+    const KOBWBPolynomial huge(KOBWBCoefficient(KOBWBRational(2).Power(100)));
+    ASSERT_TRUE(Tools::DivideExactly(huge * f * g, f, q));
+    EXPECT_EQ(q, huge * g);
+}
