@@ -19,7 +19,9 @@ class KOBWBVariable;
 // A polynomial qualifies when its coefficients are exact and its exponents are not
 // negative (Pi counts as an atom like any other); every function answers false, its
 // outputs untouched, for one that does not, as it does when a result has more than
-// maxTerms terms.
+// maxTerms terms, for exponents past 2^40 (their sums must stay in machine words),
+// and for a resultant or a factorisation of degree above
+// KOBWBUnivariatePolynomialTools::maxDegree.
 
 // One factor of a factorisation and its multiplicity.
 struct KOBWBPolynomialFactor {

@@ -3,6 +3,7 @@
 #include "KOBWBFlintSparse.h"
 #include "KOBWBFlintValues.h"
 #include "KOBWBRationalAccess.h"
+#include "KOBWBUnivariatePolynomialTools.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,7 +13,7 @@ namespace KOBWBFlintMultivariate {
 
 bool Multiply(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomial& product) {
     KOBWBFlint::SparseContext context({&a, &b});
-    if (!context.Exact()) return false;
+    if (!context.Exact() || !context.ExponentsFit(2)) return false;
     KOBWBFlint::SparsePolynomial fa(context), fb(context), result(context);
     KOBWBRational scaleA, scaleB;
     context.ToFlint(a, fa.get(), scaleA);
@@ -51,7 +52,7 @@ bool Power(const KOBWBPolynomial& p, unsigned long exponent, int maxTerms, KOBWB
     // A small power costs less by hand than the conversion.
     if (bound > maxTerms || bound < 256) return false;
     KOBWBFlint::SparseContext context({&p});
-    if (!context.Exact()) return false;
+    if (!context.Exact() || !context.ExponentsFit(static_cast<long long>(exponent))) return false;
     KOBWBFlint::SparsePolynomial base(context), power(context);
     KOBWBRational scale;
     context.ToFlint(p, base.get(), scale);
@@ -76,6 +77,7 @@ KOBWBRational TakeContent(fmpz_mpoly_struct* p, KOBWBFlint::SparseContext& conte
 
 bool DivideExactly(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomial& quotient) {
     KOBWBFlint::SparseContext context({&a, &b});
+    if (!context.ExponentsFit(1)) return false;
     KOBWBFlint::SparsePolynomial fa(context), fb(context), result(context);
     KOBWBRational scaleA, scaleB;
     context.ToFlint(a, fa.get(), scaleA);
@@ -90,6 +92,7 @@ bool DivideExactly(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPoly
 
 bool Gcd(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomial& gcd) {
     KOBWBFlint::SparseContext context({&a, &b});
+    if (!context.ExponentsFit(1)) return false;
     KOBWBFlint::SparsePolynomial fa(context), fb(context), result(context);
     KOBWBRational scale;
     context.ToFlint(a, fa.get(), scale);
@@ -102,14 +105,19 @@ bool Gcd(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomial& gc
 bool Resultant(const KOBWBPolynomial& a, const KOBWBPolynomial& b, int atom, KOBWBPolynomial& resultant) {
     KOBWBFlint::SparseContext context({&a, &b});
     const slong variable = context.Variable(atom);
-    if (variable < 0) return false;
+    const long long degreeA = a.Degree(atom), degreeB = b.Degree(atom);
+    // The resultant is a determinant of size deg a + deg b, its exponents up to that
+    // many times the largest one given.
+    if (variable < 0 || degreeA + degreeB > 2 * KOBWBUnivariatePolynomialTools::maxDegree ||
+        !context.ExponentsFit(degreeA + degreeB))
+        return false;
     KOBWBFlint::SparsePolynomial fa(context), fb(context), result(context);
     KOBWBRational scaleA, scaleB;
     context.ToFlint(a, fa.get(), scaleA);
     context.ToFlint(b, fb.get(), scaleB);
     if (!fmpz_mpoly_resultant(result.get(), fa.get(), fb.get(), variable, context.get())) return false;
     // Res(sa a, sb b) = sa^deg b sb^deg a Res(a, b), degrees in atom.
-    resultant = context.FromFlint(result.get(), scaleA.Power(b.Degree(atom)) * scaleB.Power(a.Degree(atom)));
+    resultant = context.FromFlint(result.get(), scaleA.Power(degreeB) * scaleB.Power(degreeA));
     return true;
 }
 

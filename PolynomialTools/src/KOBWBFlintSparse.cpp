@@ -4,6 +4,7 @@
 #include "KOBWBRationalAccess.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 namespace KOBWBFlint {
@@ -79,6 +80,7 @@ SparseContext::SparseContext(const std::vector<const KOBWBPolynomial*>& polynomi
                 const size_t v = static_cast<size_t>(
                     std::lower_bound(m_atoms.begin(), m_atoms.end(), factor.atom) - m_atoms.begin());
                 m_offsets[v] = std::min(m_offsets[v], factor.exponent);
+                m_largestExponent = std::max(m_largestExponent, std::llabs(factor.exponent));
             }
     // FLINT wants at least one variable.
     fmpz_mpoly_ctx_init(m_context, std::max<slong>(1, static_cast<slong>(m_atoms.size())), ORD_LEX);

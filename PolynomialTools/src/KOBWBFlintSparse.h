@@ -29,6 +29,11 @@ public:
     slong Variable(int atom) const;
     // Whether every polynomial given has exact coefficients.
     bool Exact() const { return m_exact; }
+    // Whether exponents up to factor times the largest one given stay well inside
+    // machine words (FLINT stops the program on an exponent it cannot hand back).
+    bool ExponentsFit(long long factor) const {
+        return factor >= 0 && (factor == 0 || m_largestExponent <= (1LL << 40) / factor);
+    }
     // The offset of every variable multiplied by factor (the offsets of a product of
     // factor polynomials).
     std::vector<long long> Offsets(long long factor) const;
@@ -49,6 +54,7 @@ private:
     std::vector<int> m_atoms;
     std::vector<long long> m_offsets;
     bool m_exact = true;
+    long long m_largestExponent = 0;
     fmpz_mpoly_ctx_struct m_context[1];
 };
 

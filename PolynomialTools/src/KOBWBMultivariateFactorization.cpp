@@ -4,6 +4,7 @@
 #include "KOBWBMultivariateArithmetic.h"
 #include "KOBWBPolynomialContext.h"
 #include "KOBWBRationalAccess.h"
+#include "KOBWBUnivariatePolynomialTools.h"
 
 #include <flint/fmpz_mpoly_factor.h>
 
@@ -60,6 +61,9 @@ bool KOBWBMultivariatePolynomialTools::Factor(const KOBWBPolynomial& p, KOBWBRat
         return true;
     }
     KOBWBFlint::SparseContext context({&p});
+    // Factoring time grows fast with the degrees: those of the univariate tools are
+    // the limit here too.
+    if (!context.ExponentsFit(1) || p.GetMaxExponent() > KOBWBUnivariatePolynomialTools::maxDegree) return false;
     KOBWBFlint::SparsePolynomial integer(context);
     KOBWBRational scale;
     context.ToFlint(p, integer.get(), scale);

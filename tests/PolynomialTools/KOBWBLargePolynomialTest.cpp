@@ -76,6 +76,10 @@ TEST(LargePolynomials, ProductsAndPowersMatchTermByTermProducts) {
         EXPECT_NEAR(mixed.GetTerm(i).coefficient.ToDouble(), byTerm.GetTerm(i).coefficient.ToDouble(), 1e-6);
     }
 
+    // Exponents past 2^40 are multiplied by hand.
+    const KOBWBPolynomial far = Sparse(random, 60) * KOBWBPolynomial::Atom(3, 1LL << 50), other = Sparse(random, 45);
+    EXPECT_EQ(far * other, TermByTerm(far, other));
+
     // (x + y/2 + 1/z + 3)^12 against repeated products.
     const KOBWBPolynomial sum = KOBWBPolynomial::Atom(1) + Number(KOBWBRational(1, 2)) * KOBWBPolynomial::Atom(2) +
                                 KOBWBPolynomial::Atom(3, -1) + Number(3);

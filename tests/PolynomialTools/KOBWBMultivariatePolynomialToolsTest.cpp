@@ -263,6 +263,14 @@ TEST(MultivariatePolynomialTools, RationalCoefficientsAndConstants) {
     KOBWBPolynomial resultant;
     ASSERT_TRUE(Tools::Resultant(rational(1, 2) * Y - X, Y * Y - Number(2), y, resultant));
     EXPECT_EQ(resultant, X * X - rational(1, 2));
+    // Huge exponents and degrees are refused, not computed.
+    const KOBWBPolynomial far = KOBWBPolynomial::Atom(x, 1LL << 50) + Y;
+    KOBWBRational constant;
+    std::vector<KOBWBPolynomialFactor> factors;
+    EXPECT_FALSE(Tools::DivideExactly(far * far, far, q));
+    EXPECT_FALSE(Tools::Gcd(far, far * Y, gcd));
+    EXPECT_FALSE(Tools::Resultant(far, X - Y, y, resultant));
+    EXPECT_FALSE(Tools::Factor(KOBWBPolynomial::Atom(x, 20000) - Number(1), constant, factors));
     // A coefficient of 2^100 survives the round trip.
     const KOBWBPolynomial huge(KOBWBCoefficient(KOBWBRational(2).Power(100)));
     ASSERT_TRUE(Tools::DivideExactly(huge * f * g, f, q));
