@@ -25,31 +25,37 @@ bool Multiply(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomia
 
 namespace {
 
-// A bound on the number of terms of p^exponent: no more than the monomials of its
-// degree in each atom, nor than the multisets of exponent terms of p.
-double TermBound(const KOBWBPolynomial& p, unsigned long exponent, const std::vector<int>& atoms) {
-    double byDegrees = 1;
-    for (int atom : atoms) {
-        long long lowest = 0;
-        const long long highest = p.Degree(atom, &lowest);
-        byDegrees *= static_cast<double>(exponent) * static_cast<double>(highest - lowest) + 1;
-    }
-    // C(t + e - 1, e), by its logarithm.
+// The multisets of exponent terms of p, C(t + e - 1, e), by its logarithm: a bound
+// on the number of terms of p^exponent.
+double TermsBound(const KOBWBPolynomial& p, unsigned long exponent) {
     const double t = p.GetNbOfTerms(), e = static_cast<double>(exponent);
-    const double byTerms = std::exp(std::lgamma(t + e) - std::lgamma(e + 1) - std::lgamma(t));
-    return std::min(byDegrees, byTerms);
+    return std::exp(std::lgamma(t + e) - std::lgamma(e + 1) - std::lgamma(t));
 }
 
-} // namespace
-
-bool Power(const KOBWBPolynomial& p, unsigned long exponent, int maxTerms, KOBWBPolynomial& result) {
+// Another: the monomials within the range of degrees of p^exponent in each atom.
+double DegreesBound(const KOBWBPolynomial& p, unsigned long exponent) {
     std::vector<int> atoms;
     for (const KOBWBPolynomialTerm& term : p.GetTerms())
         for (const KOBWBMonomialFactor& factor : term.monomial) atoms.push_back(factor.atom);
     std::sort(atoms.begin(), atoms.end());
     atoms.erase(std::unique(atoms.begin(), atoms.end()), atoms.end());
-    const double bound = TermBound(p, exponent, atoms);
-    // A small power costs less by hand than the conversion.
+    double bound = 1;
+    for (int atom : atoms) {
+        long long lowest = 0;
+        const long long highest = p.Degree(atom, &lowest);
+        bound *= static_cast<double>(exponent) * static_cast<double>(highest - lowest) + 1;
+    }
+    return bound;
+}
+
+} // namespace
+
+bool Power(const KOBWBPolynomial& p, unsigned long exponent, int maxTerms, KOBWBPolynomial& result) {
+    // A small power costs less by hand than the conversion: the cheap bound decides
+    // most calls of the engine, (x - y)^2 and the like.
+    const double byTerms = TermsBound(p, exponent);
+    if (byTerms < 256) return false;
+    const double bound = std::min(byTerms, DegreesBound(p, exponent));
     if (bound > maxTerms || bound < 256) return false;
     KOBWBFlint::SparseContext context({&p});
     if (!context.Exact() || !context.ExponentsFit(static_cast<long long>(exponent))) return false;
