@@ -66,6 +66,7 @@ void StorageOrder(const Exponents& exponents, const int* terms, size_t count, si
 } // namespace
 
 SparseContext::SparseContext(const std::vector<const KOBWBPolynomial*>& polynomials) {
+    ReleaseCachesAtThreadExit();
     for (const KOBWBPolynomial* p : polynomials)
         for (const KOBWBPolynomialTerm& term : p->GetTerms()) {
             m_exact = m_exact && term.coefficient.IsExact();

@@ -175,6 +175,7 @@ private:
 namespace KOBWBFlintUnivariate {
 
 bool Gcd(const KOBWBPolynomial& a, const KOBWBPolynomial& b, int atom, KOBWBPolynomial& gcd) {
+    KOBWBFlint::ReleaseCachesAtThreadExit();
     KOBWBFlint::RationalPolynomial fa, fb, result;
     if (!ToFlint(a, atom, fa.get()) || !ToFlint(b, atom, fb.get())) return false;
     if (fmpz_is_one(fa.get()->den) && fmpz_is_one(fb.get()->den) && !fmpq_poly_is_zero(fa.get()) &&
@@ -194,6 +195,7 @@ bool Gcd(const KOBWBPolynomial& a, const KOBWBPolynomial& b, int atom, KOBWBPoly
 }
 
 bool Resultant(const KOBWBPolynomial& a, const KOBWBPolynomial& b, int atom, KOBWBRational& resultant) {
+    KOBWBFlint::ReleaseCachesAtThreadExit();
     KOBWBFlint::RationalPolynomial fa, fb;
     if (!ToFlint(a, atom, fa.get()) || !ToFlint(b, atom, fb.get())) return false;
     KOBWBFlint::Rational result;
@@ -203,6 +205,7 @@ bool Resultant(const KOBWBPolynomial& a, const KOBWBPolynomial& b, int atom, KOB
 }
 
 Row Gcd(const Row& a, const Row& b) {
+    KOBWBFlint::ReleaseCachesAtThreadExit();
     KOBWBFlint::RationalPolynomial fa, fb, gcd;
     ToFlint(a, fa.get());
     ToFlint(b, fb.get());
@@ -211,6 +214,7 @@ Row Gcd(const Row& a, const Row& b) {
 }
 
 KOBWBRational Resultant(const Row& a, const Row& b) {
+    KOBWBFlint::ReleaseCachesAtThreadExit();
     KOBWBFlint::RationalPolynomial fa, fb;
     KOBWBFlint::Rational resultant;
     ToFlint(a, fa.get());
@@ -220,6 +224,7 @@ KOBWBRational Resultant(const Row& a, const Row& b) {
 }
 
 Row Multiply(const Row& a, const Row& b) {
+    KOBWBFlint::ReleaseCachesAtThreadExit();
     KOBWBFlint::RationalPolynomial fa, fb, product;
     ToFlint(a, fa.get());
     ToFlint(b, fb.get());
@@ -228,6 +233,7 @@ Row Multiply(const Row& a, const Row& b) {
 }
 
 void Divide(const Row& a, const Row& b, Row& quotient, Row& remainder) {
+    KOBWBFlint::ReleaseCachesAtThreadExit();
     KOBWBFlint::RationalPolynomial fa, fb, q, r;
     ToFlint(a, fa.get());
     ToFlint(b, fb.get());
@@ -237,6 +243,7 @@ void Divide(const Row& a, const Row& b, Row& quotient, Row& remainder) {
 }
 
 bool IsolateRealRoots(const Row& row, std::vector<KOBWBRationalInterval>& roots) {
+    KOBWBFlint::ReleaseCachesAtThreadExit();
     // The square-free part with integer coefficients: p / gcd(p, p').
     KOBWBFlint::RationalPolynomial rational;
     KOBWBFlint::IntegerPolynomial p, derivative, common, square;

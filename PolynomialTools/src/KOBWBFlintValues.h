@@ -11,6 +11,11 @@
 // to FLINT's functions.
 namespace KOBWBFlint {
 
+// FLINT keeps caches per thread (numbers past a word, ball constants) that it
+// frees only when asked: each entry point into FLINT calls this, so that the
+// calling thread frees them when it ends.
+void ReleaseCachesAtThreadExit();
+
 template <typename Struct, void (*Init)(Struct*), void (*Clear)(Struct*)>
 class Value {
 public:

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <thread>
 #include <vector>
 
 // Polynomials large enough for the exact tools to hand them to their arbitrary
@@ -90,6 +91,24 @@ TEST(LargePolynomials, ProductsAndPowersMatchTermByTermProducts) {
     EXPECT_EQ(power.GetNbOfTerms(), 455);
     // The budget holds: the power would pass 400 terms.
     EXPECT_FALSE(sum.Power(12, 400, power));
+}
+
+// Work in another thread, with coefficients past machine words: the backend's
+// per-thread caches go with the thread (the leak checker of the sanitizer build
+// fails the run otherwise).
+TEST(LargePolynomials, WorkerThreadsLeaveNothingBehind) {
+    const KOBWBPolynomial big(KOBWBCoefficient(KOBWBRational(2).Power(100)));
+    const KOBWBPolynomial sum = KOBWBPolynomial::Atom(1) * big + KOBWBPolynomial::Atom(2) + KOBWBPolynomial::Atom(3) + big;
+    KOBWBPolynomial power;
+    std::vector<KOBWBRationalInterval> roots;
+    std::thread worker([&] {
+        sum.Power(10, 100000, power);
+        std::mt19937 random(3);
+        Tools::IsolateRealRoots(Dense(random, 20, 1000) * big, x, roots);
+    });
+    worker.join();
+    EXPECT_EQ(power.GetNbOfTerms(), 286);
+    EXPECT_FALSE(roots.empty());
 }
 
 TEST(LargePolynomials, GcdsAndResultantsOfHighDegree) {
