@@ -24,6 +24,8 @@ fi
 /usr/bin/python3 -c 'import pytest' 2>/dev/null || missing+=(python3-pytest)
 ls /usr/include/python3*/Python.h >/dev/null 2>&1 || missing+=(python3-dev)
 { [ -f /usr/include/gmp.h ] || ls /usr/include/*/gmp.h >/dev/null 2>&1; } || missing+=(libgmp-dev)
+[ -f /usr/include/flint/fmpz_mpoly_factor.h ] || missing+=(libflint-dev)
+[ -f /usr/include/arb_fmpz_poly.h ] || missing+=(libflint-arb-dev)
 [ -f /usr/include/eigen3/Eigen/Sparse ] || missing+=(libeigen3-dev)
 [ -f /usr/include/suitesparse/SuiteSparseQR.hpp ] || missing+=(libsuitesparse-dev)
 

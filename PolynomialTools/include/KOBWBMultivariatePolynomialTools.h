@@ -12,13 +12,17 @@ class KOBWBVariable;
 
 // Exact algebra of polynomials in several atoms of a KOBWBPolynomialContext, every
 // atom taken as an independent variable, with exact rational coefficients: exact
-// division, the resultant in one atom (to eliminate it from two equations) and the
-// greatest common divisor.
+// division, the resultant in one atom (to eliminate it from two equations), the
+// greatest common divisor and the factorisation into irreducible factors, computed
+// on FLINT's sparse polynomials.
 //
 // A polynomial qualifies when its coefficients are exact and its exponents are not
 // negative (Pi counts as an atom like any other); every function answers false, its
-// outputs untouched, for one that does not, as it does when a result would pass
-// maxTerms terms on the way (the work grows fast with the degrees and the atoms).
+// outputs untouched, for one that does not, as it does when a result has more than
+// maxTerms terms, for exponents past 2^40 (their sums must stay in machine words),
+// and for a resultant or a factorisation of degree above
+// KOBWBUnivariatePolynomialTools::maxDegree.
+
 // One factor of a factorisation and its multiplicity.
 struct KOBWBPolynomialFactor {
     KOBWBPolynomial factor;
@@ -38,25 +42,19 @@ public:
 
     // The resultant of a and b in atom, a polynomial in the other atoms: it vanishes
     // where a and b, as polynomials in atom, have a common root (or both leading
-    // coefficients vanish). Computed by the subresultant remainder sequence, so that
-    // every division is exact. 0 when a or b is zero; c^deg b when a is a constant c
-    // in atom (and c^deg a when b is).
+    // coefficients vanish). 0 when a or b is zero; c^deg b when a is a constant c in
+    // atom (and c^deg a when b is).
     static bool Resultant(const KOBWBPolynomial& a, const KOBWBPolynomial& b, int atom, KOBWBPolynomial& resultant);
 
     // The greatest common divisor, normalised so that its leading term (the atoms of
-    // larger number first) has coefficient 1; 0 when both are zero. Computed by
-    // primitive remainder sequences in the atom of largest number, the contents'
-    // gcd found the same way over the other atoms: meant for the small polynomials
-    // of equations (their remainders grow fast with the degrees and the atoms).
+    // larger number first) has coefficient 1; 0 when both are zero.
     static bool Gcd(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomial& gcd);
 
-    // p = constant x f1^m1 x ... x fk^mk: the contents in each atom split off
-    // (factors free of the atom), each primitive part split into its square-free
-    // factors by multiplicity, and the square-free factors in one atom split further
-    // into their rational linear factors and the rational quadratic factors their
-    // complex roots reveal. Every factor has the coefficient 1 on its leading term;
-    // a factor in several atoms that is a product of others in several atoms (such as
-    // x^2 - y^2) stays whole. Empty factors for a constant p.
+    // p = constant x f1^m1 x ... x fk^mk with f1, ..., fk distinct and irreducible
+    // over the rationals (x^2 - y^2 splits into x - y and x + y; x^2 + y^2 stays
+    // whole), each with the coefficient 1 on its leading term, in a fixed order:
+    // lower total degree first, then fewer terms, then by their terms. Empty factors
+    // for a constant p (constant 0 for the zero polynomial).
     static bool Factor(const KOBWBPolynomial& p, KOBWBRational& constant, std::vector<KOBWBPolynomialFactor>& factors);
 
     // The same on expressions of the context's factory, read and written by the

@@ -70,6 +70,10 @@ public:
     typedef std::unique_ptr<Big, BigDeleter> BigPointer;
 
 private:
+    // The library's exact backends read and write the machine words or the
+    // arbitrary-precision value directly.
+    friend struct KOBWBRationalAccess;
+
     enum class Operation { Add, Sub, Mul, Div };
     // The result in machine words when it fits; false leaves result as it was.
     static bool SmallResult(Operation op, const KOBWBRational& a, const KOBWBRational& b, KOBWBRational& result);

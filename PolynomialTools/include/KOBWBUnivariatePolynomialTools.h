@@ -87,8 +87,9 @@ public:
     // in an interval with exact rational ends: either lower == upper, the root
     // itself, or lower < root < upper with neither end a root, the square-free part
     // of p changing sign between them. The intervals of distinct roots are disjoint
-    // however close the roots are. Roots are isolated by Sturm sequences in exact
-    // rational arithmetic. False also for the zero polynomial (every number is a
+    // however close the roots are. Roots are isolated by certified complex root
+    // enclosures whose real ends are checked exactly, or by Sturm sequences in exact
+    // rational arithmetic for small degrees. False also for the zero polynomial (every number is a
     // root); a non-zero constant has no root.
     static bool IsolateRealRoots(const KOBWBPolynomial& p, int atom, std::vector<KOBWBRationalInterval>& roots);
     // The same intervals with their ends rounded outwards to doubles. Doubles may be

@@ -1,85 +1,52 @@
 #include "KOBWBMultivariatePolynomialTools.h"
 
+#include "KOBWBFlintSparse.h"
 #include "KOBWBMultivariateArithmetic.h"
 #include "KOBWBPolynomialContext.h"
-#include "KOBWBUnivariateArithmetic.h"
+#include "KOBWBRationalAccess.h"
 #include "KOBWBUnivariatePolynomialTools.h"
 
+#include <flint/fmpz_mpoly_factor.h>
+
+#include <algorithm>
 #include <utility>
 #include <vector>
 
-// Factorisation: contents, square-free factors, and the factors in one atom split
-// by their rational roots and quadratic factors.
+// Factorisation into irreducible factors over the rationals, on FLINT's sparse
+// integer polynomials; factors are then normalised and put in a fixed order.
 
 using namespace KOBWBMultivariateArithmetic;
 
 namespace {
 
-// The derivative in atom.
-KOBWBPolynomial Derivative(const KOBWBPolynomial& p, int atom) {
-    std::vector<KOBWBPolynomialTerm> terms;
-    for (const KOBWBPolynomialTerm& term : p.GetTerms()) {
-        KOBWBMonomial monomial;
-        long long exponent = 0;
-        for (const KOBWBMonomialFactor& factor : term.monomial) {
-            if (factor.atom != atom) {
-                monomial.push_back(factor);
-                continue;
-            }
-            exponent = factor.exponent;
-            if (exponent > 1) monomial.push_back({atom, exponent - 1});
-        }
-        if (exponent > 0) terms.push_back({std::move(monomial), term.coefficient * KOBWBCoefficient(exponent)});
+// The factors of an integer polynomial, cleared with the object.
+class IntegerFactors {
+public:
+    explicit IntegerFactors(KOBWBFlint::SparseContext& context) : m_context(context) {
+        fmpz_mpoly_factor_init(m_value, context.get());
     }
-    return KOBWBPolynomial::FromTerms(std::move(terms));
-}
+    ~IntegerFactors() { fmpz_mpoly_factor_clear(m_value, m_context.get()); }
+    IntegerFactors(const IntegerFactors&) = delete;
+    IntegerFactors& operator=(const IntegerFactors&) = delete;
+    fmpz_mpoly_factor_struct* get() { return m_value; }
 
-bool IsConstantIn(const KOBWBPolynomial& p, int atom) { return DegreeIn(p, atom) <= 0; }
+private:
+    KOBWBFlint::SparseContext& m_context;
+    fmpz_mpoly_factor_struct m_value[1];
+};
 
-// Splits a square-free factor in atom alone into rational linear and quadratic
-// factors; any other factor is kept whole.
-void Split(const KOBWBPolynomial& f, int atom, int multiplicity, std::vector<KOBWBPolynomialFactor>& factors) {
-    KOBWBUnivariateArithmetic::Row row;
-    const std::vector<int> atoms = AtomsOf(f);
-    if (atoms.size() != 1 || !KOBWBUnivariateArithmetic::FromPolynomial(f, atom, row)) {
-        factors.push_back({Normalised(f), multiplicity});
-        return;
+// A total order of polynomials: lower total degree first, then fewer terms, then by
+// their terms in storage order.
+bool Before(const KOBWBPolynomial& a, const KOBWBPolynomial& b) {
+    if (a.GetTotalDegree() != b.GetTotalDegree()) return a.GetTotalDegree() < b.GetTotalDegree();
+    if (a.GetNbOfTerms() != b.GetNbOfTerms()) return a.GetNbOfTerms() < b.GetNbOfTerms();
+    for (int i = 0; i < a.GetNbOfTerms(); ++i) {
+        const int monomials = KOBWBCompareMonomials(a.GetTerm(i).monomial, b.GetTerm(i).monomial);
+        if (monomials != 0) return monomials < 0;
+        const int coefficients = KOBWBCoefficient::Compare(a.GetTerm(i).coefficient, b.GetTerm(i).coefficient);
+        if (coefficients != 0) return coefficients < 0;
     }
-    std::vector<KOBWBRational> roots;
-    KOBWBUnivariatePolynomialTools::RationalRoots(f, atom, roots);
-    for (const KOBWBRational& root : roots) {
-        const KOBWBUnivariateArithmetic::Row linear{-root, KOBWBRational(1)};
-        row = KOBWBUnivariateArithmetic::ExactQuotient(row, linear);
-        factors.push_back({KOBWBUnivariateArithmetic::ToPolynomial(linear, atom), multiplicity});
-    }
-    for (const KOBWBUnivariateArithmetic::Row& quadratic : KOBWBUnivariateArithmetic::SplitQuadraticFactors(row))
-        factors.push_back({KOBWBUnivariateArithmetic::ToPolynomial(quadratic, atom), multiplicity});
-    if (KOBWBUnivariateArithmetic::Degree(row) > 0)
-        factors.push_back({Normalised(KOBWBUnivariateArithmetic::ToPolynomial(row, atom)), multiplicity});
-}
-
-// The factors of p that are not constants, appended with their multiplicities.
-bool FactorInto(const KOBWBPolynomial& p, int multiplicity, std::vector<KOBWBPolynomialFactor>& factors) {
-    const std::vector<int> atoms = AtomsOf(p);
-    if (atoms.empty()) return true;
-    const int atom = atoms.back();
-    KOBWBPolynomial content, primitive;
-    if (!Content(p, atom, content, primitive) || !FactorInto(content, multiplicity, factors)) return false;
-    // Yun's square-free decomposition in atom: b = gcd(p, p'), c = p / b,
-    // d = p' / b - c'; then a = gcd(c, d) is the factor of the next multiplicity.
-    const KOBWBPolynomial derivative = Derivative(primitive, atom);
-    KOBWBPolynomial b, c, d, quotient;
-    if (!Gcd(primitive, derivative, b) || !KOBWBMultivariatePolynomialTools::DivideExactly(primitive, b, c) ||
-        !KOBWBMultivariatePolynomialTools::DivideExactly(derivative, b, quotient))
-        return false;
-    d = quotient - Derivative(c, atom);
-    for (int i = 1; !IsConstantIn(c, atom); ++i) {
-        KOBWBPolynomial a;
-        if (!Gcd(c, d, a) || !KOBWBMultivariatePolynomialTools::DivideExactly(c, a, c) || !KOBWBMultivariatePolynomialTools::DivideExactly(d, a, quotient)) return false;
-        d = quotient - Derivative(c, atom);
-        if (!IsConstantIn(a, atom)) Split(a, atom, multiplicity * i, factors);
-    }
-    return true;
+    return false;
 }
 
 } // namespace
@@ -87,18 +54,36 @@ bool FactorInto(const KOBWBPolynomial& p, int multiplicity, std::vector<KOBWBPol
 bool KOBWBMultivariatePolynomialTools::Factor(const KOBWBPolynomial& p, KOBWBRational& constant,
                                               std::vector<KOBWBPolynomialFactor>& factors) {
     if (!IsExact(p)) return false;
-    std::vector<KOBWBPolynomialFactor> found;
-    if (!p.IsZero() && !FactorInto(p, 1, found)) return false;
-    // The constant is what the factors leave of p.
-    KOBWBPolynomial product(KOBWBCoefficient(1)), rest;
-    for (const KOBWBPolynomialFactor& factor : found) product = product * PowerOf(factor.factor, factor.multiplicity);
     KOBWBCoefficient value;
-    if (p.IsZero()) {
-        value = KOBWBCoefficient(0);
-    } else if (!DivideExactly(p, product, rest) || !rest.IsConstant(value)) {
-        return false;
+    if (p.IsConstant(value)) {
+        constant = value.GetExact();
+        factors.clear();
+        return true;
     }
-    constant = value.GetExact();
+    KOBWBFlint::SparseContext context({&p});
+    // Factoring time grows fast with the degrees: those of the univariate tools are
+    // the limit here too.
+    if (!context.ExponentsFit(1) || p.GetMaxExponent() > KOBWBUnivariatePolynomialTools::maxDegree) return false;
+    KOBWBFlint::SparsePolynomial integer(context);
+    KOBWBRational scale;
+    context.ToFlint(p, integer.get(), scale);
+    IntegerFactors split(context);
+    if (!fmpz_mpoly_factor(split.get(), integer.get(), context.get())) return false;
+    // p = constant / scale x product of the factors^multiplicities; each factor is
+    // divided by its leading coefficient, which moves into the constant.
+    KOBWBRational remaining = KOBWBRationalAccess::FromFlint(split.get()->constant) / scale;
+    std::vector<KOBWBPolynomialFactor> found;
+    for (slong i = 0; i < split.get()->num; ++i) {
+        if (!fmpz_fits_si(split.get()->exp + i)) return false;
+        const int multiplicity = static_cast<int>(fmpz_get_si(split.get()->exp + i));
+        const KOBWBPolynomial factor = context.FromFlint(split.get()->poly + i, KOBWBRational(1));
+        remaining *= LeadingTerm(factor).coefficient.GetExact().Power(multiplicity);
+        found.push_back({Normalised(factor), multiplicity});
+    }
+    std::sort(found.begin(), found.end(), [](const KOBWBPolynomialFactor& a, const KOBWBPolynomialFactor& b) {
+        return Before(a.factor, b.factor);
+    });
+    constant = std::move(remaining);
     factors = std::move(found);
     return true;
 }

@@ -1,6 +1,7 @@
 #include "KOBWBPolynomial.h"
 
 #include "KOBLVRHashTable.h"
+#include "KOBWBFlintMultivariate.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -252,8 +253,24 @@ constexpr size_t fewTerms = 32;
 
 } // namespace
 
+namespace {
+
+// Whether terms are already in storage order: strictly increasing, none zero.
+bool InStorageOrder(const std::vector<KOBWBPolynomialTerm>& terms) {
+    for (size_t i = 0; i < terms.size(); ++i)
+        if (terms[i].coefficient.IsZero() || (i > 0 && KOBWBCompareMonomials(terms[i - 1].monomial, terms[i].monomial) >= 0))
+            return false;
+    return true;
+}
+
+} // namespace
+
 KOBWBPolynomial KOBWBPolynomial::FromTerms(std::vector<KOBWBPolynomialTerm> terms) {
     KOBWBPolynomial result;
+    if (InStorageOrder(terms)) {
+        result.m_terms = std::move(terms);
+        return result;
+    }
     if (terms.size() <= fewTerms) {
         result.m_terms = SortedFew(std::move(terms));
         return result;
@@ -279,6 +296,9 @@ KOBWBPolynomial KOBWBPolynomial::Multiply(const KOBWBPolynomial& a, const KOBWBP
         result.m_terms = SortedFew(std::move(products));
         return result;
     }
+    if (KOBWBFlintMultivariate::WorthConverting(a.m_terms.size(), b.m_terms.size()) &&
+        KOBWBFlintMultivariate::Multiply(a, b, result))
+        return result;
     TermCollector collector(std::max(a.m_terms.size(), b.m_terms.size()));
     for (const KOBWBPolynomialTerm& left : a.m_terms)
         for (const KOBWBPolynomialTerm& right : b.m_terms)
@@ -307,6 +327,8 @@ bool KOBWBPolynomial::Power(long long exponent, int maxTerms, KOBWBPolynomial& r
     }
     // A power of two or more terms has at least exponent + 1 terms.
     if (exponent >= maxTerms) return false;
+    if (exponent >= 2 && KOBWBFlintMultivariate::Power(*this, static_cast<unsigned long>(exponent), maxTerms, result))
+        return true;
     // Squaring keeps every intermediate power below the result; each product is
     // also bounded in the work it may take.
     const long long maxWork = 64LL * maxTerms;

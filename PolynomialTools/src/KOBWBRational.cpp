@@ -1,20 +1,12 @@
 #include "KOBWBRational.h"
 
-#include <gmp.h>
+#include "KOBWBRationalBig.h"
 
 #include <cmath>
 #include <cstdlib>
 #include <functional>
 #include <limits>
 #include <utility>
-
-struct KOBWBRational::Big {
-    Big() { mpq_init(value); }
-    ~Big() { mpq_clear(value); }
-    Big(const Big&) = delete;
-    Big& operator=(const Big&) = delete;
-    mpq_t value;
-};
 
 namespace {
 

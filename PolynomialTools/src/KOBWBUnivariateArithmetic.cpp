@@ -1,5 +1,6 @@
 #include "KOBWBUnivariateArithmetic.h"
 
+#include "KOBWBFlintUnivariate.h"
 #include "KOBWBUnivariatePolynomialTools.h"
 
 #include <algorithm>
@@ -72,6 +73,8 @@ Row Subtract(const Row& a, const Row& b) {
 
 Row Multiply(const Row& a, const Row& b) {
     if (a.empty() || b.empty()) return Row();
+    if (KOBWBFlintUnivariate::WorthConverting(std::min(Degree(a), Degree(b))))
+        return KOBWBFlintUnivariate::Multiply(a, b);
     Row product(a.size() + b.size() - 1);
     for (size_t i = 0; i < a.size(); ++i) {
         if (a[i].IsZero()) continue;
@@ -114,6 +117,10 @@ KOBWBRational Evaluate(const Row& a, const KOBWBRational& x) {
 bool Divide(const Row& a, const Row& b, Row& quotient, Row& remainder) {
     if (b.empty()) return false;
     const int db = Degree(b);
+    if (KOBWBFlintUnivariate::WorthConverting(db)) {
+        KOBWBFlintUnivariate::Divide(a, b, quotient, remainder);
+        return true;
+    }
     Row r = a;
     Row q(static_cast<size_t>(std::max(Degree(a) - db + 1, 0)));
     const KOBWBRational& lead = b.back();
@@ -207,6 +214,7 @@ Row Gcd(const Row& a, const Row& b) {
     if (a.empty() && b.empty()) return Row();
     if (a.empty()) return Monic(b);
     if (b.empty()) return Monic(a);
+    if (KOBWBFlintUnivariate::WorthConverting(std::min(Degree(a), Degree(b)))) return KOBWBFlintUnivariate::Gcd(a, b);
     const std::vector<Row> sequence = SubresultantSequence(a, b);
     return Monic(sequence.back());
 }
@@ -245,6 +253,8 @@ KOBWBRational Resultant(const Row& a, const Row& b) {
     if (a.empty() || b.empty()) return KOBWBRational();
     if (Degree(a) == 0) return a[0].Power(Degree(b));
     if (Degree(b) == 0) return b[0].Power(Degree(a));
+    if (KOBWBFlintUnivariate::WorthConverting(std::min(Degree(a), Degree(b))))
+        return KOBWBFlintUnivariate::Resultant(a, b);
     Row first = a, second = b;
     KOBWBRational sign(1);
     if (Degree(first) < Degree(second)) {

@@ -1,5 +1,6 @@
 #include "KOBWBUnivariatePolynomialTools.h"
 
+#include "KOBWBFlintUnivariate.h"
 #include "KOBWBUnivariateArithmetic.h"
 
 #include <algorithm>
@@ -61,10 +62,7 @@ bool KOBWBUnivariatePolynomialTools::PseudoDivide(const KOBWBPolynomial& a, cons
 
 bool KOBWBUnivariatePolynomialTools::Gcd(const KOBWBPolynomial& a, const KOBWBPolynomial& b, int atom,
                                          KOBWBPolynomial& gcd) {
-    Row ra, rb;
-    if (!FromPolynomial(a, atom, ra) || !FromPolynomial(b, atom, rb)) return false;
-    gcd = ToPolynomial(KOBWBUnivariateArithmetic::Gcd(ra, rb), atom);
-    return true;
+    return KOBWBFlintUnivariate::Gcd(a, b, atom, gcd);
 }
 
 bool KOBWBUnivariatePolynomialTools::Subresultants(const KOBWBPolynomial& a, const KOBWBPolynomial& b, int atom,
@@ -79,10 +77,7 @@ bool KOBWBUnivariatePolynomialTools::Subresultants(const KOBWBPolynomial& a, con
 
 bool KOBWBUnivariatePolynomialTools::Resultant(const KOBWBPolynomial& a, const KOBWBPolynomial& b, int atom,
                                                KOBWBRational& resultant) {
-    Row ra, rb;
-    if (!FromPolynomial(a, atom, ra) || !FromPolynomial(b, atom, rb)) return false;
-    resultant = KOBWBUnivariateArithmetic::Resultant(ra, rb);
-    return true;
+    return KOBWBFlintUnivariate::Resultant(a, b, atom, resultant);
 }
 
 bool KOBWBUnivariatePolynomialTools::BezoutMatrix(const KOBWBPolynomial& a, const KOBWBPolynomial& b, int atom,

@@ -1,5 +1,6 @@
 #include "KOBWBUnivariatePolynomialTools.h"
 
+#include "KOBWBFlintUnivariate.h"
 #include "KOBWBUnivariateArithmetic.h"
 
 #include <algorithm>
@@ -128,9 +129,15 @@ KOBWBRational Simplest(const KOBWBRational& lower, const KOBWBRational& upper) {
     return floor + KOBWBRational(1) / Simplest(KOBWBRational(1) / (upper - floor), KOBWBRational(1) / (lower - floor));
 }
 
-// The exact isolating intervals of the roots of a non-zero row, in increasing order.
+// Below this degree, Sturm sequences isolate faster than complex root enclosures.
+constexpr int sturmDegree = 8;
+
+// The exact isolating intervals of the roots of a non-zero row, in increasing order:
+// by certified enclosures checked exactly, or by Sturm sequences in exact rational
+// arithmetic for small degrees and when a check fails.
 std::vector<KOBWBRationalInterval> Isolate(const Row& row) {
     std::vector<KOBWBRationalInterval> found;
+    if (Degree(row) >= sturmDegree && KOBWBFlintUnivariate::IsolateRealRoots(row, found)) return found;
     const Row square = SquareFreePart(row);
     if (Degree(square) <= 0) return found;
     const SturmSequence sturm(square);

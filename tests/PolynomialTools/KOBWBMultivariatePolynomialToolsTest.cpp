@@ -129,7 +129,7 @@ TEST(MultivariatePolynomialTools, EliminationOnExpressions) {
 }
 
 // Factors multiply back to the polynomial, with the multiplicities they were made with.
-TEST(MultivariatePolynomialTools, FactorsSplitContentsMultiplicitiesAndOneAtomFactors) {
+TEST(MultivariatePolynomialTools, FactorsMultiplyBackWithTheirMultiplicities) {
     const KOBWBPolynomial X = KOBWBPolynomial::Atom(x), Y = KOBWBPolynomial::Atom(y);
     const auto power = [](const KOBWBPolynomial& p, int n) {
         KOBWBPolynomial result(KOBWBCoefficient(1));
@@ -145,8 +145,8 @@ TEST(MultivariatePolynomialTools, FactorsSplitContentsMultiplicitiesAndOneAtomFa
         {Number(3) * power(X - Number(1), 2) * (X + Number(2)) * (X * X + Number(1)) * (X * X + Number(2)), 4},
         // x (x + y)^2 (y - 2): a content in y, a square, a factor in y alone
         {X * power(X + Y, 2) * (Y - Number(2)), 3},
-        // (x^2 - y^2)^3 / 2 stays one factor (its split needs more than contents and roots)
-        {power(X * X - Y * Y, 3) * KOBWBPolynomial(KOBWBCoefficient(KOBWBRational(1, 2))), 1},
+        // (x^2 - y^2)^3 / 2 splits into (x - y)^3 (x + y)^3
+        {power(X * X - Y * Y, 3) * KOBWBPolynomial(KOBWBCoefficient(KOBWBRational(1, 2))), 2},
     };
     for (size_t i = 0; i < cases.size(); ++i) {
         KOBWBRational constant;
@@ -177,5 +177,102 @@ TEST(MultivariatePolynomialTools, FactorsSplitContentsMultiplicitiesAndOneAtomFa
     EXPECT_EQ(number->GetValue().GetAsInteger(), 2);
     ASSERT_EQ(written.size(), 2u);
     EXPECT_EQ(KOBWBEquationPrinter::ToText(written[0].first) + " " + KOBWBEquationPrinter::ToText(written[1].first),
-              "va0 + 1 va0 - 1");
+              "va0 - 1 va0 + 1");
+}
+
+// Products of known irreducible factors in several atoms, expanded, split back into
+// the same factors (up to order and constant) with the same multiplicities.
+TEST(MultivariatePolynomialTools, FactorsAreTheIrreducibleOnes) {
+    const KOBWBPolynomial X = KOBWBPolynomial::Atom(x), Y = KOBWBPolynomial::Atom(y), Z = KOBWBPolynomial::Atom(z);
+    const KOBWBPolynomial half(KOBWBCoefficient(KOBWBRational(1, 2)));
+    const std::vector<KOBWBPolynomial> irreducible{
+        X - Y,
+        X + Y + Number(1),
+        X * X + Y * Y + Number(1),
+        X * Y - Number(3) * Z,
+        Number(2) * X + Number(3) * Y * Y * Z - Number(1),
+        X * X * X - Number(2) * Y * Y + half * Z,
+        Y * Y + Number(2),
+        Z,
+    };
+    std::mt19937 random(11);
+    for (int trial = 0; trial < 30; ++trial) {
+        std::vector<int> multiplicities(irreducible.size(), 0);
+        KOBWBPolynomial product = Number(trial % 2 ? -6 : 5) * half;
+        for (int k = 0; k < 3; ++k) {
+            const size_t chosen = random() % irreducible.size();
+            ++multiplicities[chosen];
+            product = product * irreducible[chosen];
+        }
+        KOBWBRational constant;
+        std::vector<KOBWBPolynomialFactor> factors;
+        ASSERT_TRUE(Tools::Factor(product, constant, factors)) << trial;
+        size_t distinct = 0;
+        for (size_t i = 0; i < irreducible.size(); ++i) {
+            if (multiplicities[i] == 0) continue;
+            ++distinct;
+            // The factor found is the known one divided by its leading coefficient.
+            bool found = false;
+            for (const KOBWBPolynomialFactor& factor : factors) {
+                KOBWBPolynomial quotient;
+                KOBWBCoefficient ratio;
+                if (Tools::DivideExactly(irreducible[i], factor.factor, quotient) && quotient.IsConstant(ratio)) {
+                    found = true;
+                    EXPECT_EQ(factor.multiplicity, multiplicities[i]) << trial << " factor " << i;
+                }
+            }
+            EXPECT_TRUE(found) << trial << " factor " << i;
+        }
+        EXPECT_EQ(factors.size(), distinct) << trial;
+        KOBWBPolynomial back = KOBWBPolynomial(KOBWBCoefficient(constant));
+        for (const KOBWBPolynomialFactor& factor : factors)
+            for (int m = 0; m < factor.multiplicity; ++m) back = back * factor.factor;
+        EXPECT_EQ(back, product) << trial;
+    }
+    // A negative exponent does not qualify; the zero polynomial has the constant 0.
+    KOBWBRational constant;
+    std::vector<KOBWBPolynomialFactor> factors;
+    EXPECT_FALSE(Tools::Factor(KOBWBPolynomial::Atom(x, -2) + Number(1), constant, factors));
+    ASSERT_TRUE(Tools::Factor(KOBWBPolynomial(), constant, factors));
+    EXPECT_TRUE(constant.IsZero());
+    EXPECT_TRUE(factors.empty());
+}
+
+// Rational coefficients, constants and coefficients past 64 bits: the
+// tools scale to integers and back.
+TEST(MultivariatePolynomialTools, RationalCoefficientsAndConstants) {
+    const KOBWBPolynomial X = KOBWBPolynomial::Atom(x), Y = KOBWBPolynomial::Atom(y);
+    const auto rational = [](long long n, long long d) { return KOBWBPolynomial(KOBWBCoefficient(KOBWBRational(n, d))); };
+    KOBWBPolynomial q;
+    // (x/2 + y/3)(3x - 5/7 y^2) / (3x - 5/7 y^2) = x/2 + y/3
+    const KOBWBPolynomial f = rational(1, 2) * X + rational(1, 3) * Y, g = Number(3) * X - rational(5, 7) * Y * Y;
+    ASSERT_TRUE(Tools::DivideExactly(f * g, g, q));
+    EXPECT_EQ(q, f);
+    ASSERT_TRUE(Tools::DivideExactly(rational(1, 2) * X, Number(3) * X, q));
+    EXPECT_EQ(q, rational(1, 6));
+    EXPECT_FALSE(Tools::DivideExactly(X, Y, q));
+    // The gcd of constants is 1; of multiples of f, f made monic in its leading term.
+    KOBWBPolynomial gcd;
+    ASSERT_TRUE(Tools::Gcd(Number(4), Number(6), gcd));
+    EXPECT_EQ(gcd, Number(1));
+    ASSERT_TRUE(Tools::Gcd(f * g * rational(-7, 4), f * (X + Number(1)), gcd));
+    EXPECT_EQ(gcd, Number(3) * f);
+    ASSERT_TRUE(Tools::Gcd(KOBWBPolynomial(), KOBWBPolynomial(), gcd));
+    EXPECT_TRUE(gcd.IsZero());
+    // Res_y(y/2 - x, y^2 - 2) = (1/2)^2 ((2x)^2 - 2) = x^2 - 1/2.
+    KOBWBPolynomial resultant;
+    ASSERT_TRUE(Tools::Resultant(rational(1, 2) * Y - X, Y * Y - Number(2), y, resultant));
+    EXPECT_EQ(resultant, X * X - rational(1, 2));
+    // Huge exponents and degrees are refused, not computed.
+    const KOBWBPolynomial far = KOBWBPolynomial::Atom(x, 1LL << 50) + Y;
+    KOBWBRational constant;
+    std::vector<KOBWBPolynomialFactor> factors;
+    EXPECT_FALSE(Tools::DivideExactly(far * far, far, q));
+    EXPECT_FALSE(Tools::Gcd(far, far * Y, gcd));
+    EXPECT_FALSE(Tools::Resultant(far, X - Y, y, resultant));
+    EXPECT_FALSE(Tools::Factor(KOBWBPolynomial::Atom(x, 20000) - Number(1), constant, factors));
+    // A coefficient of 2^100 survives the round trip.
+    const KOBWBPolynomial huge(KOBWBCoefficient(KOBWBRational(2).Power(100)));
+    ASSERT_TRUE(Tools::DivideExactly(huge * f * g, f, q));
+    EXPECT_EQ(q, huge * g);
 }

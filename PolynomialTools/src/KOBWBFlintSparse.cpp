@@ -1,0 +1,172 @@
+#include "KOBWBFlintSparse.h"
+
+#include "KOBWBFlintValues.h"
+#include "KOBWBRationalAccess.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
+
+namespace KOBWBFlint {
+
+namespace {
+
+// The unpacked exponents of a FLINT polynomial, term by term, and the offsets that
+// give the true exponents.
+struct Exponents {
+    std::vector<ulong> values;
+    size_t variables;
+    const std::vector<long long>& offsets;
+
+    long long At(int term, size_t variable) const {
+        return static_cast<long long>(values[static_cast<size_t>(term) * variables + variable]) + offsets[variable];
+    }
+    bool ZeroFrom(int term, size_t variable) const {
+        for (size_t v = variable; v < variables; ++v)
+            if (At(term, v) != 0) return false;
+        return true;
+    }
+};
+
+// Appends the terms terms[0, count), in increasing lexicographic order of their
+// exponents of variable and the ones after (those before are equal), to order in
+// storage order. Storage order compares factor lists, which skip an exponent 0:
+// where two monomials first differ in a variable, the one without it comes first
+// only when it has no factor left; otherwise the one with it does. So the term whose
+// remaining exponents are all 0 leads, the runs of non-zero exponents follow in
+// increasing order, and the other terms without the variable come last.
+void StorageOrder(const Exponents& exponents, const int* terms, size_t count, size_t variable,
+                  std::vector<int>& order) {
+    if (count <= 1 || variable == exponents.variables) {
+        order.insert(order.end(), terms, terms + count);
+        return;
+    }
+    size_t zeroBegin = 0;
+    while (zeroBegin < count && exponents.At(terms[zeroBegin], variable) < 0) ++zeroBegin;
+    size_t zeroEnd = zeroBegin;
+    while (zeroEnd < count && exponents.At(terms[zeroEnd], variable) == 0) ++zeroEnd;
+    std::vector<int> zeros;
+    StorageOrder(exponents, terms + zeroBegin, zeroEnd - zeroBegin, variable + 1, zeros);
+    const bool leading = !zeros.empty() && exponents.ZeroFrom(zeros[0], variable + 1);
+    if (leading) order.push_back(zeros[0]);
+    for (size_t begin = 0; begin < count;) {
+        if (begin == zeroBegin && zeroEnd > zeroBegin) {
+            begin = zeroEnd;
+            continue;
+        }
+        const long long exponent = exponents.At(terms[begin], variable);
+        size_t end = begin + 1;
+        while (end < count && exponents.At(terms[end], variable) == exponent) ++end;
+        StorageOrder(exponents, terms + begin, end - begin, variable + 1, order);
+        begin = end;
+    }
+    order.insert(order.end(), zeros.begin() + (leading ? 1 : 0), zeros.end());
+}
+
+} // namespace
+
+SparseContext::SparseContext(const std::vector<const KOBWBPolynomial*>& polynomials) {
+    ReleaseCachesAtThreadExit();
+    for (const KOBWBPolynomial* p : polynomials)
+        for (const KOBWBPolynomialTerm& term : p->GetTerms()) {
+            m_exact = m_exact && term.coefficient.IsExact();
+            for (const KOBWBMonomialFactor& factor : term.monomial) m_atoms.push_back(factor.atom);
+        }
+    std::sort(m_atoms.begin(), m_atoms.end());
+    m_atoms.erase(std::unique(m_atoms.begin(), m_atoms.end()), m_atoms.end());
+    m_offsets.assign(m_atoms.size(), 0);
+    for (const KOBWBPolynomial* p : polynomials)
+        for (const KOBWBPolynomialTerm& term : p->GetTerms())
+            for (const KOBWBMonomialFactor& factor : term.monomial) {
+                const size_t v = static_cast<size_t>(
+                    std::lower_bound(m_atoms.begin(), m_atoms.end(), factor.atom) - m_atoms.begin());
+                m_offsets[v] = std::min(m_offsets[v], factor.exponent);
+                m_largestExponent = std::max(m_largestExponent, std::llabs(factor.exponent));
+            }
+    // FLINT wants at least one variable.
+    fmpz_mpoly_ctx_init(m_context, std::max<slong>(1, static_cast<slong>(m_atoms.size())), ORD_LEX);
+}
+
+SparseContext::~SparseContext() { fmpz_mpoly_ctx_clear(m_context); }
+
+slong SparseContext::Variable(int atom) const {
+    const auto found = std::lower_bound(m_atoms.begin(), m_atoms.end(), atom);
+    return found == m_atoms.end() || *found != atom ? -1 : static_cast<slong>(found - m_atoms.begin());
+}
+
+std::vector<long long> SparseContext::Offsets(long long factor) const {
+    std::vector<long long> offsets(m_offsets);
+    for (long long& offset : offsets) offset *= factor;
+    return offsets;
+}
+
+void SparseContext::ToFlint(const KOBWBPolynomial& p, fmpz_mpoly_struct* result, KOBWBRational& scale) {
+    Integer denominator, coefficient, factor;
+    fmpz_one(denominator.get());
+    for (const KOBWBPolynomialTerm& term : p.GetTerms()) {
+        const KOBWBRational& c = term.coefficient.GetExact();
+        if (c.IsInteger()) continue;
+        KOBWBRationalAccess::Denominator(c, factor.get());
+        fmpz_lcm(denominator.get(), denominator.get(), factor.get());
+    }
+    const bool integer = fmpz_is_one(denominator.get());
+    fmpz_mpoly_zero(result, m_context);
+    fmpz_mpoly_fit_length(result, static_cast<slong>(p.GetNbOfTerms()), m_context);
+    std::vector<ulong> exponents(std::max<size_t>(1, m_atoms.size()));
+    for (const KOBWBPolynomialTerm& term : p.GetTerms()) {
+        for (size_t v = 0; v < m_atoms.size(); ++v) exponents[v] = static_cast<ulong>(-m_offsets[v]);
+        size_t v = 0;
+        for (const KOBWBMonomialFactor& f : term.monomial) {
+            while (m_atoms[v] != f.atom) ++v;
+            exponents[v] = static_cast<ulong>(f.exponent - m_offsets[v]);
+        }
+        const KOBWBRational& c = term.coefficient.GetExact();
+        KOBWBRationalAccess::Numerator(c, coefficient.get());
+        if (!integer) {
+            KOBWBRationalAccess::Denominator(c, factor.get());
+            fmpz_divexact(factor.get(), denominator.get(), factor.get());
+            fmpz_mul(coefficient.get(), coefficient.get(), factor.get());
+        }
+        fmpz_mpoly_push_term_fmpz_ui(result, coefficient.get(), exponents.data(), m_context);
+    }
+    // Distinct monomials stay distinct: sorting puts them in FLINT's order.
+    fmpz_mpoly_sort_terms(result, m_context);
+    scale = KOBWBRationalAccess::FromFlint(denominator.get());
+}
+
+KOBWBPolynomial SparseContext::FromFlint(const fmpz_mpoly_struct* p, const KOBWBRational& scale,
+                                         const std::vector<long long>& offsets) {
+    const slong length = fmpz_mpoly_length(p, m_context);
+    const size_t variables = m_atoms.size();
+    Exponents exponents{std::vector<ulong>(static_cast<size_t>(length) * std::max<size_t>(1, variables)), variables,
+                        offsets};
+    std::vector<ulong> one(std::max<size_t>(1, variables));
+    for (slong i = 0; i < length; ++i) {
+        fmpz_mpoly_get_term_exp_ui(one.data(), p, i, m_context);
+        std::copy(one.begin(), one.begin() + static_cast<long>(variables),
+                  exponents.values.begin() + static_cast<long>(static_cast<size_t>(i) * variables));
+    }
+    // FLINT keeps terms in decreasing lexicographic order.
+    std::vector<int> increasing(static_cast<size_t>(length));
+    for (slong i = 0; i < length; ++i) increasing[static_cast<size_t>(i)] = static_cast<int>(length - 1 - i);
+    std::vector<int> order;
+    order.reserve(increasing.size());
+    StorageOrder(exponents, increasing.data(), increasing.size(), 0, order);
+
+    const bool unscaled = scale.IsOne();
+    std::vector<KOBWBPolynomialTerm> terms(order.size());
+    for (size_t k = 0; k < order.size(); ++k) {
+        const int i = order[k];
+        KOBWBPolynomialTerm& term = terms[k];
+        for (size_t v = 0; v < variables; ++v) {
+            const long long exponent = exponents.At(i, v);
+            if (exponent != 0) term.monomial.push_back({m_atoms[v], exponent});
+        }
+        KOBWBRational c = KOBWBRationalAccess::FromFlint(p->coeffs + i);
+        if (!unscaled) c /= scale;
+        term.coefficient = KOBWBCoefficient(std::move(c));
+    }
+    return KOBWBPolynomial::FromTerms(std::move(terms));
+}
+
+} // namespace KOBWBFlint

@@ -1,0 +1,175 @@
+#include "KOBWBx.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <thread>
+#include <vector>
+
+// Polynomials large enough for the exact tools to hand them to their arbitrary
+// precision backend, checked against results found another way: products by
+// summing products with one term, resultants by the Bezout determinant, gcds by
+// their construction, isolating intervals by the roots they were built from.
+
+namespace {
+
+typedef KOBWBUnivariatePolynomialTools Tools;
+const int x = 1;
+
+KOBWBPolynomial Number(const KOBWBRational& n) { return KOBWBPolynomial(KOBWBCoefficient(n)); }
+
+// The product as a sum of products with one term each, which stay small.
+KOBWBPolynomial TermByTerm(const KOBWBPolynomial& a, const KOBWBPolynomial& b) {
+    KOBWBPolynomial sum;
+    for (const KOBWBPolynomialTerm& term : b.GetTerms()) sum += a * KOBWBPolynomial::FromTerms({term});
+    return sum;
+}
+
+// Terms over the atoms -1, 3 and 17 with exponents from -3 to 5 and rational
+// coefficients (or real ones when asked).
+KOBWBPolynomial Sparse(std::mt19937& random, int terms, bool real = false) {
+    std::vector<KOBWBPolynomialTerm> list;
+    for (int i = 0; i < terms; ++i) {
+        KOBWBMonomial monomial;
+        for (int atom : {-1, 3, 17}) {
+            const long long exponent = static_cast<long long>(random() % 9) - 3;
+            if (exponent != 0) monomial.push_back({atom, exponent});
+        }
+        const KOBWBRational c(static_cast<long long>(random() % 2001) - 1000, static_cast<long long>(random() % 7) + 1);
+        list.push_back({monomial, real ? KOBWBCoefficient::Real(c.ToDouble() + 0.25) : KOBWBCoefficient(c)});
+    }
+    return KOBWBPolynomial::FromTerms(list);
+}
+
+KOBWBPolynomial Dense(std::mt19937& random, int degree, long long range) {
+    std::vector<KOBWBPolynomialTerm> terms;
+    for (int i = 0; i <= degree; ++i) {
+        KOBWBMonomial monomial;
+        if (i > 0) monomial.push_back({x, i});
+        long long c = static_cast<long long>(random() % static_cast<unsigned long long>(2 * range + 1)) - range;
+        if (i == degree && c == 0) c = 1;
+        terms.push_back({monomial, KOBWBCoefficient(c)});
+    }
+    return KOBWBPolynomial::FromTerms(terms);
+}
+
+KOBWBPolynomial RootFactor(const KOBWBRational& root) { return KOBWBPolynomial::Atom(x) - Number(root); }
+
+} // namespace
+
+TEST(LargePolynomials, ProductsAndPowersMatchTermByTermProducts) {
+    std::mt19937 random(5);
+    for (int trial = 0; trial < 6; ++trial) {
+        const KOBWBPolynomial a = Sparse(random, 60), b = Sparse(random, 45);
+        const KOBWBPolynomial product = a * b;
+        EXPECT_EQ(product, TermByTerm(a, b)) << trial;
+        // Storage order: strictly increasing monomials.
+        for (int i = 1; i < product.GetNbOfTerms(); ++i)
+            ASSERT_LT(KOBWBCompareMonomials(product.GetTerm(i - 1).monomial, product.GetTerm(i).monomial), 0);
+    }
+    // Real coefficients are multiplied in floating point (sums in another order).
+    const KOBWBPolynomial real = Sparse(random, 40, true), exact = Sparse(random, 40);
+    const KOBWBPolynomial mixed = real * exact, byTerm = TermByTerm(real, exact);
+    ASSERT_EQ(mixed.GetNbOfTerms(), byTerm.GetNbOfTerms());
+    for (int i = 0; i < mixed.GetNbOfTerms(); ++i) {
+        EXPECT_EQ(mixed.GetTerm(i).monomial, byTerm.GetTerm(i).monomial);
+        EXPECT_TRUE(mixed.GetTerm(i).coefficient.IsReal());
+        EXPECT_NEAR(mixed.GetTerm(i).coefficient.ToDouble(), byTerm.GetTerm(i).coefficient.ToDouble(), 1e-6);
+    }
+
+    // Exponents past 2^40 are multiplied by hand.
+    const KOBWBPolynomial far = Sparse(random, 60) * KOBWBPolynomial::Atom(3, 1LL << 50), other = Sparse(random, 45);
+    EXPECT_EQ(far * other, TermByTerm(far, other));
+
+    // (x + y/2 + 1/z + 3)^12 against repeated products.
+    const KOBWBPolynomial sum = KOBWBPolynomial::Atom(1) + Number(KOBWBRational(1, 2)) * KOBWBPolynomial::Atom(2) +
+                                KOBWBPolynomial::Atom(3, -1) + Number(3);
+    KOBWBPolynomial power, expected = Number(1);
+    for (int i = 0; i < 12; ++i) expected = TermByTerm(expected, sum);
+    ASSERT_TRUE(sum.Power(12, 100000, power));
+    EXPECT_EQ(power, expected);
+    EXPECT_EQ(power.GetNbOfTerms(), 455);
+    // The budget holds: the power would pass 400 terms.
+    EXPECT_FALSE(sum.Power(12, 400, power));
+}
+
+// Work in another thread, with coefficients past machine words: the backend's
+// per-thread caches go with the thread (the leak checker of the sanitizer build
+// fails the run otherwise).
+TEST(LargePolynomials, WorkerThreadsLeaveNothingBehind) {
+    const KOBWBPolynomial big(KOBWBCoefficient(KOBWBRational(2).Power(100)));
+    const KOBWBPolynomial sum = KOBWBPolynomial::Atom(1) * big + KOBWBPolynomial::Atom(2) + KOBWBPolynomial::Atom(3) + big;
+    KOBWBPolynomial power;
+    std::vector<KOBWBRationalInterval> roots;
+    std::thread worker([&] {
+        sum.Power(10, 100000, power);
+        std::mt19937 random(3);
+        Tools::IsolateRealRoots(Dense(random, 20, 1000) * big, x, roots);
+    });
+    worker.join();
+    EXPECT_EQ(power.GetNbOfTerms(), 286);
+    EXPECT_FALSE(roots.empty());
+}
+
+TEST(LargePolynomials, GcdsAndResultantsOfHighDegree) {
+    std::mt19937 random(9);
+    for (int trial = 0; trial < 4; ++trial) {
+        const KOBWBPolynomial common = Dense(random, 15, 1000000);
+        const KOBWBPolynomial f = Dense(random, 20, 1000), g = Dense(random, 18, 1000);
+        KOBWBPolynomial gcd, quotient, remainder;
+        ASSERT_TRUE(Tools::Gcd(common * f, common * g, x, gcd));
+        // f and g of random coefficients are coprime: the gcd is the common factor, monic.
+        ASSERT_EQ(gcd.Degree(x), 15);
+        EXPECT_TRUE(gcd.GetTerms().back().coefficient.IsOne());
+        ASSERT_TRUE(Tools::Divide(common, gcd, x, quotient, remainder));
+        EXPECT_TRUE(remainder.IsZero());
+        // Rational coefficients: the same gcd.
+        KOBWBPolynomial scaledGcd;
+        ASSERT_TRUE(Tools::Gcd(Number(KOBWBRational(2, 3)) * common * f, common * g * Number(KOBWBRational(-5, 7)), x,
+                               scaledGcd));
+        EXPECT_EQ(scaledGcd, gcd);
+
+        KOBWBRational resultant, bezout;
+        ASSERT_TRUE(Tools::Resultant(f, g * Number(KOBWBRational(1, 3)), x, resultant));
+        ASSERT_TRUE(Tools::BezoutResultant(f, g * Number(KOBWBRational(1, 3)), x, bezout));
+        EXPECT_EQ(resultant, bezout) << trial;
+        EXPECT_FALSE(resultant.IsZero());
+        ASSERT_TRUE(Tools::Resultant(common * f, common * g, x, resultant));
+        EXPECT_TRUE(resultant.IsZero());
+    }
+}
+
+TEST(LargePolynomials, CloseRootsOfHighDegreeAreIsolatedExactly) {
+    // Twelve roots k/1000 with multiplicities, the pair 1/3 and 1/3 + 1/(3 2^60), a root
+    // at 0, one of magnitude 2^1100, and a factor without real roots.
+    std::vector<KOBWBRational> roots{KOBWBRational(0), KOBWBRational(1, 3),
+                                     KOBWBRational(1, 3) + KOBWBRational(1) / (KOBWBRational(3) * KOBWBRational(2).Power(60)),
+                                     -KOBWBRational(2).Power(1100)};
+    KOBWBPolynomial p = KOBWBPolynomial::Atom(x, 2) + Number(1);
+    for (int k = 1; k <= 12; ++k) {
+        roots.push_back(KOBWBRational(k, 1000));
+        p = p * RootFactor(KOBWBRational(k, 1000));
+        if (k % 4 == 0) p = p * RootFactor(KOBWBRational(k, 1000));
+    }
+    for (size_t i = 0; i < 4; ++i) p = p * RootFactor(roots[i]);
+    std::sort(roots.begin(), roots.end());
+
+    std::vector<KOBWBRationalInterval> intervals;
+    ASSERT_TRUE(Tools::IsolateRealRoots(p, x, intervals));
+    ASSERT_EQ(intervals.size(), roots.size());
+    for (size_t i = 0; i < roots.size(); ++i) {
+        const KOBWBRationalInterval& interval = intervals[i];
+        EXPECT_FALSE(roots[i] < interval.lower || interval.upper < roots[i]) << i;
+        if (i > 0) {
+            EXPECT_TRUE(intervals[i - 1].upper < interval.lower) << i;
+        }
+        if (interval.lower == interval.upper) continue;
+        // Neither end is a root: refinement narrows towards the one inside.
+        KOBWBRationalInterval refined = interval;
+        ASSERT_TRUE(Tools::RefineRoot(p, x, refined, KOBWBRational(1) / KOBWBRational(2).Power(80))) << i;
+        EXPECT_FALSE(roots[i] < refined.lower || refined.upper < roots[i]) << i;
+    }
+    std::vector<KOBWBRational> rational;
+    ASSERT_TRUE(Tools::RationalRoots(p, x, rational));
+    EXPECT_EQ(rational, roots);
+}
