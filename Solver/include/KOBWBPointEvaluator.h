@@ -50,6 +50,11 @@ public:
     // listed first).
     void Evaluate(const double* inputs, double* values);
     void Evaluate(const double* inputs, double* values, int count);
+    // After Evaluate with a count, values[i] of every expression at the same inputs:
+    // only the steps that evaluation left out are run (a line search evaluates the
+    // residuals at a trial point, then everything once the point is taken). Nothing
+    // when nothing was evaluated yet.
+    void EvaluateRest(double* values);
 
     int GetNbOfExpressions() const { return static_cast<int>(m_outputs.size()); }
     int GetNbOfInputs() const { return static_cast<int>(m_inputs.size()); }
@@ -85,6 +90,7 @@ private:
     };
 
     void Run(const double* inputs, std::size_t stepCount);
+    void RunSteps(std::size_t first, std::size_t last);
 
     std::vector<KOBWBVariable*> m_inputs;
     std::vector<Leaf> m_leaves;
@@ -95,6 +101,8 @@ private:
     // For each output, the number of steps needed up to it.
     std::vector<std::size_t> m_stepsUpTo;
     std::vector<double> m_values;
+    // The steps run since the inputs were last read; -1 before the first evaluation.
+    long long m_stepsRun = -1;
     bool m_usesNodes = false;
 };
 

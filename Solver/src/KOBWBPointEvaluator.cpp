@@ -36,6 +36,7 @@ bool KOBWBPointEvaluator::Compile(int expressionCount, KOBWBExpression* const* e
 
 void KOBWBPointEvaluator::Refresh() {
     for (const Leaf& leaf : m_leaves) m_values[static_cast<std::size_t>(leaf.slot)] = PointOf(leaf.node->GetExprValue());
+    m_stepsRun = -1;
 }
 
 void KOBWBPointEvaluator::Evaluate(const double* inputs, double* values) {
@@ -86,13 +87,25 @@ double PointFunction(std::uint8_t code, double a, double b) {
 
 } // namespace
 
+void KOBWBPointEvaluator::EvaluateRest(double* values) {
+    if (!values || m_stepsRun < 0) return;
+    RunSteps(static_cast<std::size_t>(m_stepsRun), m_steps.size());
+    m_stepsRun = static_cast<long long>(m_steps.size());
+    for (std::size_t i = 0; i < m_outputs.size(); ++i) values[i] = m_values[static_cast<std::size_t>(m_outputs[i])];
+}
+
 void KOBWBPointEvaluator::Run(const double* inputs, std::size_t stepCount) {
-    double* v = m_values.data();
-    std::copy(inputs, inputs + m_inputs.size(), v);
+    std::copy(inputs, inputs + m_inputs.size(), m_values.data());
     if (m_usesNodes)
         for (std::size_t i = 0; i < m_inputs.size(); ++i) m_inputs[i]->SetExprValue(KOBWBValue(inputs[i]));
+    RunSteps(0, stepCount);
+    m_stepsRun = static_cast<long long>(stepCount);
+}
+
+void KOBWBPointEvaluator::RunSteps(std::size_t first, std::size_t last) {
+    double* v = m_values.data();
     const int* arguments = m_arguments.data();
-    for (std::size_t s = 0; s < stepCount; ++s) {
+    for (std::size_t s = first; s < last; ++s) {
         const Step& step = m_steps[s];
         const int* listed = arguments + step.a;
         double r = 0.0;

@@ -162,8 +162,13 @@ KOBWBSolverStatus KOBWBSolver::Newton() {
     std::vector<double> trialValues(static_cast<std::size_t>(checked));
     std::vector<double> trial(n), dx(n);
     std::vector<double> scale(static_cast<std::size_t>(m), 1.0);
-    const auto evaluateAll = [&] {
-        s.evaluator.Evaluate(x.data(), values.data());
+    // Every output at x, the scale of each equality's rounding from its terms; after
+    // a line search has evaluated the residuals at x, only the rest is evaluated.
+    const auto evaluateAll = [&](bool residualsKnown) {
+        if (residualsKnown)
+            s.evaluator.EvaluateRest(values.data());
+        else
+            s.evaluator.Evaluate(x.data(), values.data());
         for (int i = 0; i < m; ++i) {
             double magnitude = 0.0;
             for (int k = s.termStart[static_cast<std::size_t>(i)]; k < s.termStart[static_cast<std::size_t>(i) + 1]; ++k)
@@ -182,7 +187,7 @@ KOBWBSolverStatus KOBWBSolver::Newton() {
             if (!std::isfinite(f[static_cast<std::size_t>(i)])) return false;
         return true;
     };
-    evaluateAll();
+    evaluateAll(false);
     if (!finite(values)) return KOBWBSolverBadStart;
 
     KOBWBSolverStatus status = KOBWBSolverNotConverged;
@@ -244,7 +249,7 @@ KOBWBSolverStatus KOBWBSolver::Newton() {
         if (moved) {
             lambda = square ? 0.0 : std::max(lambda / 1e4, 1e-14);
             x.swap(trial);
-            evaluateAll();
+            evaluateAll(true);
             norm = SquaredNorm(values, m);
             if (!stalled) continue;
         }
@@ -260,7 +265,7 @@ KOBWBSolverStatus KOBWBSolver::Newton() {
                 x[j] = std::clamp(x[j] + shift, lower[j], upper[j]);
             }
             lambda = firstLambda;
-            evaluateAll();
+            evaluateAll(false);
             if (!finite(values)) break;
             norm = SquaredNorm(values, m);
             continue;

@@ -42,6 +42,19 @@ TEST(KOBWBPointEvaluator, AgreesWithTheNodes) {
         for (std::size_t i = 0; i < expressions.size(); ++i)
             EXPECT_NEAR(values[i], expressions[i]->GetValue().GetAsDouble(), 1e-12) << "expression " << i << " at " << at;
     }
+    // The first expressions at a point, then the rest: the same values as in one call.
+    const double point2[] = {1.1, 0.4};
+    std::vector<double> whole(expressions.size()), parts(expressions.size(), -1.0);
+    evaluator.Evaluate(point2, whole.data());
+    evaluator.Evaluate(point2, parts.data(), 2);
+    evaluator.EvaluateRest(parts.data());
+    EXPECT_EQ(parts, whole);
+    // After a Refresh nothing is known to complete.
+    std::vector<double> untouched(expressions.size(), -1.0);
+    evaluator.Refresh();
+    evaluator.EvaluateRest(untouched.data());
+    EXPECT_EQ(untouched, std::vector<double>(expressions.size(), -1.0));
+
     // The entries of one distance's Jacobian repeat its root and differences.
     KOBWBJacobian jacobian;
     ASSERT_TRUE(jacobian.Make(1, expressions.data(), 2, inputs));
