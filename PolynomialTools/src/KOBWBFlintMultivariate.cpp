@@ -25,11 +25,17 @@ bool Multiply(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomia
 
 namespace {
 
-// The multisets of exponent terms of p, C(t + e - 1, e), by its logarithm: a bound
-// on the number of terms of p^exponent.
+// The multisets of exponent terms of p, C(t + e - 1, e): a bound on the number of
+// terms of p^exponent. Summed as logarithms over the smaller of e and t - 1 factors
+// (std::lgamma would write the process-wide signgam, a race between threads).
 double TermsBound(const KOBWBPolynomial& p, unsigned long exponent) {
     const double t = p.GetNbOfTerms(), e = static_cast<double>(exponent);
-    return std::exp(std::lgamma(t + e) - std::lgamma(e + 1) - std::lgamma(t));
+    if (t < 1) return 0;
+    const double n = t + e - 1, k = std::min(e, t - 1);
+    double logarithm = 0;
+    // Every factor is at least 1: past the range of doubles the bound is infinite.
+    for (double i = 1; i <= k && logarithm < 700; ++i) logarithm += std::log((n - k + i) / i);
+    return logarithm < 700 ? std::exp(logarithm) : HUGE_VAL;
 }
 
 // Another: the monomials within the range of degrees of p^exponent in each atom.
