@@ -36,14 +36,11 @@ LeastChangeStep::LeastChangeStep(int rows, int columns, const std::vector<int>& 
     : m_impl(std::make_unique<Impl>()) {
     Impl& impl = *m_impl;
     impl.byRows = rows <= columns;
-    std::vector<Eigen::Triplet<double>> entries;
-    entries.reserve(rowIndices.size());
-    for (int j = 0; j < columns; ++j)
-        for (int k = columnStarts[static_cast<std::size_t>(j)]; k < columnStarts[static_cast<std::size_t>(j) + 1]; ++k)
-            entries.emplace_back(rowIndices[static_cast<std::size_t>(k)], j, 1.0);
-    impl.jacobian.resize(rows, columns);
-    impl.jacobian.setFromTriplets(entries.begin(), entries.end());
-    impl.jacobian.makeCompressed();
+    // The pattern is already compressed by columns, rows ascending: it is copied as it
+    // is, its values set by SetJacobian in the same order.
+    const std::vector<double> ones(rowIndices.size(), 1.0);
+    impl.jacobian = Eigen::Map<const SparseMatrix>(rows, columns, static_cast<Eigen::Index>(rowIndices.size()),
+                                                   columnStarts.data(), rowIndices.data(), ones.data());
     const int side = impl.byRows ? rows : columns;
     impl.identity.resize(side, side);
     impl.identity.setIdentity();
