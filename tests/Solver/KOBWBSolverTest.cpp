@@ -1,6 +1,7 @@
 #include "KOBWBBlackBox.h"
 #include "KOBWBEquation.h"
 #include "KOBWBFactory.h"
+#include "KOBWBJacobian.h"
 #include "KOBWBSolver.h"
 #include "KOBWBVariable.h"
 #include "TriangleStrip.h"
@@ -136,6 +137,63 @@ TEST(KOBWBSolver, EquationsOfOneShapeKeepTheirOwnVariablesAndConstants) {
     f.ResetBuffer();
     for (KOBWBEquation* equation = f.GetFirstEquation(); equation; equation = f.GetNextEquation(equation))
         EXPECT_NEAR(equation->GetRoot()->GetValue().GetAsDouble(), 0.0, 1e-12);
+}
+
+// One Newton step of the solver is the step the factory's own derivative expressions
+// give (KOBWBJacobian, evaluated node by node, solved here by Gaussian elimination):
+// equalities of one shape with a fixed or a free variable in the same place, a
+// variable met twice and a linear row all get their own Jacobian rows.
+TEST(KOBWBSolver, FirstStepIsTheNewtonStepOfTheFactorysDerivatives) {
+    KOBWBFactory f;
+    std::vector<KOBWBVariable*> v;
+    for (double start : {0.0, 0.0, 3.05, 3.97, 6.04, -0.03, 1.05}) {
+        v.push_back(f.CreateVariable());
+        v.back()->SetExprValue(KOBWBValue(start));
+    }
+    v[0]->Fix(1);
+    v[1]->Fix(1);
+    // A = (0, 0) fixed, B = (3, 4), C = (6, 0), e = 1: AB and BC have one shape but for
+    // A being fixed.
+    f.AddEquation(bench::Distance(f, v[0], v[1], v[2], v[3]), KOBWBEqEqual, Real(f, 5.0));
+    f.AddEquation(bench::Distance(f, v[2], v[3], v[4], v[5]), KOBWBEqEqual, Real(f, 5.0));
+    f.AddEquation(bench::Distance(f, v[0], v[1], v[4], v[5]), KOBWBEqEqual, Real(f, 6.0));
+    f.AddEquation(v[3], KOBWBEqEqual, Real(f, 4.0));
+    f.AddEquation(f.CreateSum(f.CreatePower(f.CreateSub(v[6], v[4]), 2), f.CreatePower(f.CreateSub(v[6], v[5]), 2)),
+                  KOBWBEqEqual, Real(f, 26.0));
+    const std::vector<KOBWBVariable*> unknowns(v.begin() + 2, v.end());
+    std::vector<KOBWBExpression*> roots;
+    for (KOBWBEquation* e = f.GetFirstEquation(); e; e = f.GetNextEquation(e)) roots.push_back(e->GetRoot());
+    const std::size_t n = unknowns.size();
+    ASSERT_EQ(roots.size(), n);
+    KOBWBJacobian jacobian;
+    ASSERT_TRUE(jacobian.Make(static_cast<int>(n), roots.data(), static_cast<int>(n), unknowns.data()));
+    // [J | -f] at the start, reduced by Gaussian elimination with partial pivoting.
+    f.ResetBuffer();
+    std::vector<std::vector<double>> a(n, std::vector<double>(n + 1, 0.0));
+    for (int k = 0; k < jacobian.GetNbOfEntries(); ++k)
+        a[static_cast<std::size_t>(jacobian.GetRow(k))][static_cast<std::size_t>(jacobian.GetColumn(k))] =
+            jacobian.GetEntry(k)->GetValue().GetAsDouble();
+    for (std::size_t i = 0; i < n; ++i) a[i][n] = -roots[i]->GetValue().GetAsDouble();
+    for (std::size_t c = 0; c < n; ++c) {
+        std::size_t pivot = c;
+        for (std::size_t r = c + 1; r < n; ++r)
+            if (std::fabs(a[r][c]) > std::fabs(a[pivot][c])) pivot = r;
+        std::swap(a[c], a[pivot]);
+        for (std::size_t r = 0; r < n; ++r)
+            if (r != c) {
+                const double factor = a[r][c] / a[c][c];
+                for (std::size_t k = c; k <= n; ++k) a[r][k] -= factor * a[c][k];
+            }
+    }
+    std::vector<double> expected(n);
+    for (std::size_t j = 0; j < n; ++j) expected[j] = ValueOf(unknowns[j]) + a[j][n] / a[j][j];
+
+    KOBWBSolver solver(f);
+    solver.SetMaxIterations(1);
+    solver.Solve();
+    ASSERT_EQ(solver.GetNbOfIterations(), 1);
+    for (std::size_t j = 0; j < n; ++j) EXPECT_NEAR(ValueOf(unknowns[j]), expected[j], 1e-12) << "unknown " << j;
+    EXPECT_EQ(ValueOf(v[0]), 0.0);
 }
 
 // A step that would break an inequality that holds is shortened; a bounded variable
