@@ -12,6 +12,22 @@ using KOBWBUnivariateArithmetic::Row;
 
 namespace {
 
+// Takes c's denominator into the common denominator den.
+void IncludeDenominator(const KOBWBRational& c, fmpz_t den, fmpz_t scratch) {
+    if (c.IsInteger()) return;
+    KOBWBRationalAccess::Denominator(c, scratch);
+    fmpz_lcm(den, den, scratch);
+}
+
+// Sets coefficient to c times the common denominator den.
+void SetScaled(const KOBWBRational& c, const fmpz_t den, fmpz* coefficient, fmpz_t scratch, fmpz_t factor) {
+    KOBWBRationalAccess::Numerator(c, coefficient);
+    if (fmpz_is_one(den)) return;
+    KOBWBRationalAccess::Denominator(c, scratch);
+    fmpz_divexact(factor, den, scratch);
+    fmpz_mul(coefficient, coefficient, factor);
+}
+
 // The row as a canonical FLINT polynomial: integer coefficients over the least
 // common denominator, which then shares no factor with all of them.
 void ToFlint(const Row& row, fmpq_poly_struct* result) {
@@ -19,21 +35,9 @@ void ToFlint(const Row& row, fmpq_poly_struct* result) {
     fmpq_poly_fit_length(result, length);
     KOBWBFlint::Integer denominator, factor;
     fmpz_one(result->den);
-    for (const KOBWBRational& c : row) {
-        if (c.IsInteger()) continue;
-        KOBWBRationalAccess::Denominator(c, denominator.get());
-        fmpz_lcm(result->den, result->den, denominator.get());
-    }
-    const bool integer = fmpz_is_one(result->den);
-    for (slong i = 0; i < length; ++i) {
-        fmpz* coefficient = result->coeffs + i;
-        const KOBWBRational& c = row[static_cast<size_t>(i)];
-        KOBWBRationalAccess::Numerator(c, coefficient);
-        if (integer) continue;
-        KOBWBRationalAccess::Denominator(c, denominator.get());
-        fmpz_divexact(factor.get(), result->den, denominator.get());
-        fmpz_mul(coefficient, coefficient, factor.get());
-    }
+    for (const KOBWBRational& c : row) IncludeDenominator(c, result->den, denominator.get());
+    for (slong i = 0; i < length; ++i)
+        SetScaled(row[static_cast<size_t>(i)], result->den, result->coeffs + i, denominator.get(), factor.get());
     _fmpq_poly_set_length(result, length);
 }
 
@@ -53,24 +57,15 @@ bool ToFlint(const KOBWBPolynomial& polynomial, int atom, fmpq_poly_struct* resu
                 return false;
             degree = power.exponent;
         }
-        const KOBWBRational& c = term.coefficient.GetExact();
-        if (c.IsInteger()) continue;
-        KOBWBRationalAccess::Denominator(c, denominator.get());
-        fmpz_lcm(result->den, result->den, denominator.get());
+        IncludeDenominator(term.coefficient.GetExact(), result->den, denominator.get());
     }
     const slong length = terms.empty() ? 0 : static_cast<slong>(degree) + 1;
     fmpq_poly_fit_length(result, length);
     _fmpz_vec_zero(result->coeffs, length);
-    const bool integer = fmpz_is_one(result->den);
-    for (const KOBWBPolynomialTerm& term : terms) {
-        fmpz* coefficient = result->coeffs + (term.monomial.empty() ? 0 : term.monomial[0].exponent);
-        const KOBWBRational& c = term.coefficient.GetExact();
-        KOBWBRationalAccess::Numerator(c, coefficient);
-        if (integer) continue;
-        KOBWBRationalAccess::Denominator(c, denominator.get());
-        fmpz_divexact(factor.get(), result->den, denominator.get());
-        fmpz_mul(coefficient, coefficient, factor.get());
-    }
+    for (const KOBWBPolynomialTerm& term : terms)
+        SetScaled(term.coefficient.GetExact(), result->den,
+                  result->coeffs + (term.monomial.empty() ? 0 : term.monomial[0].exponent), denominator.get(),
+                  factor.get());
     _fmpq_poly_set_length(result, length);
     return true;
 }
