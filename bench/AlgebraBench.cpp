@@ -1,5 +1,6 @@
 #include "AllocationCounter.h"
 #include "SketchWorkload.h"
+#include "SparsePolynomialWorkload.h"
 
 #include <benchmark/benchmark.h>
 
@@ -64,24 +65,8 @@ void ExpandPower(benchmark::State& state) {
     state.counters["held bytes per term"] = HeldBytesPerTerm(power);
 }
 
-// A sparse polynomial of 1,000 terms over six atoms with exponents up to 30 and
-// coefficients of up to 40 bits.
-KOBWBPolynomial SparsePolynomial(unsigned seed) {
-    std::mt19937_64 random(seed);
-    std::vector<KOBWBPolynomialTerm> terms;
-    while (terms.size() < 1000) {
-        KOBWBMonomial monomial;
-        for (int atom = 1; atom <= 6; ++atom) {
-            const long long exponent = static_cast<long long>(random() % 31);
-            if (exponent > 0 && random() % 2) monomial.push_back({atom, exponent});
-        }
-        terms.push_back({monomial, KOBWBCoefficient(static_cast<long long>(random() % (1ULL << 40)) + 1)});
-    }
-    return KOBWBPolynomial::FromTerms(terms);
-}
-
 void SparseProduct(benchmark::State& state) {
-    const KOBWBPolynomial a = SparsePolynomial(1), b = SparsePolynomial(2);
+    const KOBWBPolynomial a = bench::SparsePolynomial(1), b = bench::SparsePolynomial(2);
     KOBWBPolynomial product;
     size_t bytes = 0;
     for (auto _ : state) {

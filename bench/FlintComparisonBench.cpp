@@ -1,4 +1,5 @@
 #include "KOBWBUnivariatePolynomialTools.h"
+#include "SparsePolynomialWorkload.h"
 
 #include <arb_fmpz_poly.h>
 #include <flint/fmpq_poly.h>
@@ -109,21 +110,6 @@ KOBWBPolynomial SumOfAtoms(int count) {
     return sum;
 }
 
-// 1,000 terms over six atoms, exponents up to 30, coefficients up to 40 bits.
-KOBWBPolynomial Sparse(unsigned seed) {
-    std::mt19937_64 random(seed);
-    std::vector<KOBWBPolynomialTerm> terms;
-    while (terms.size() < 1000) {
-        KOBWBMonomial monomial;
-        for (int atom = 1; atom <= 6; ++atom) {
-            const long long exponent = static_cast<long long>(random() % 31);
-            if (exponent > 0 && random() % 2) monomial.push_back({atom, exponent});
-        }
-        terms.push_back({monomial, KOBWBCoefficient(static_cast<long long>(random() % (1ULL << 40)) + 1)});
-    }
-    return KOBWBPolynomial::FromTerms(terms);
-}
-
 // 20 rational roots between -5 and 5 and 15 factors x^2 + k without real roots, with
 // integer coefficients.
 KOBWBPolynomial RootsDegree50() {
@@ -196,7 +182,7 @@ void FlintExpandPower(benchmark::State& state) {
 }
 
 void OursSparseProduct(benchmark::State& state) {
-    const KOBWBPolynomial a = Sparse(1), b = Sparse(2);
+    const KOBWBPolynomial a = bench::SparsePolynomial(1), b = bench::SparsePolynomial(2);
     KOBWBPolynomial product;
     for (auto _ : state) {
         product = KOBWBPolynomial::Multiply(a, b);
@@ -209,8 +195,8 @@ void FlintSparseProduct(benchmark::State& state) {
     Context context(6);
     SparsePolynomial a(context), b(context), product(context);
     const std::vector<int> atoms{1, 2, 3, 4, 5, 6};
-    ToFlint(Sparse(1), atoms, a);
-    ToFlint(Sparse(2), atoms, b);
+    ToFlint(bench::SparsePolynomial(1), atoms, a);
+    ToFlint(bench::SparsePolynomial(2), atoms, b);
     for (auto _ : state) {
         fmpz_mpoly_mul(product.value, a.value, b.value, context.value);
         benchmark::DoNotOptimize(product.value);
@@ -224,8 +210,8 @@ void FlintSparseProductFresh(benchmark::State& state) {
     Context context(6);
     SparsePolynomial a(context), b(context);
     const std::vector<int> atoms{1, 2, 3, 4, 5, 6};
-    ToFlint(Sparse(1), atoms, a);
-    ToFlint(Sparse(2), atoms, b);
+    ToFlint(bench::SparsePolynomial(1), atoms, a);
+    ToFlint(bench::SparsePolynomial(2), atoms, b);
     slong terms = 0;
     for (auto _ : state) {
         SparsePolynomial product(context);
