@@ -64,7 +64,9 @@ std::string ReadStarts(const Invocation& invocation, KOBWBFactory& factory, cons
 
 // Reads the model, gives the domains and the starts, and marks the fixed variables.
 int Prepare(const Invocation& invocation, KOBWBFactory& factory, ModelSource& source, KOBWBSolver* solver) {
-    if (const int loaded = LoadFactory(invocation.files.front(), factory, source)) return loaded;
+    // A model that does not read is bad input to a solve: exit status 2, its errors
+    // written as for every command.
+    if (LoadFactory(invocation.files.front(), factory, source) != exitClean) return exitUsage;
     OpenUnsetVariables(factory);
     for (const std::string& domain : invocation.Values("--domain")) {
         const std::string problem = SetDomain(factory, domain);

@@ -77,6 +77,10 @@ TEST(KobwbSolve, AllSolutionsInTheDomains) {
 
 TEST(KobwbSolve, BadInput) {
     EXPECT_EQ(Kobwb("solve - --start x3=abc", triangle).status, 2);
+    const Outcome unreadable = Kobwb("solve -", "sqrt(x^2 + y^2 = 5 mm;\\n");
+    EXPECT_EQ(unreadable.status, 2);
+    EXPECT_TRUE(Has(unreadable, "syntax error")) << unreadable.output;
+    EXPECT_EQ(Kobwb("dof -", "x = ;\\n").status, 2);
     EXPECT_TRUE(Has(Kobwb("solve - --start q=1", triangle), "no variable q in the model"));
     EXPECT_TRUE(Has(Kobwb("solve - --fix q", triangle), "no variable q in the model"));
     EXPECT_TRUE(Has(Kobwb("solve - --start /nonexistent/start.txt", triangle), "cannot read start file"));
