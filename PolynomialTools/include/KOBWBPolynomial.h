@@ -23,7 +23,7 @@ public:
     typedef KOBWBMonomialFactor* iterator;
     typedef const KOBWBMonomialFactor* const_iterator;
 
-    KOBWBMonomial() = default;
+    KOBWBMonomial() {}
     KOBWBMonomial(const KOBWBMonomial& other) { Assign(other.begin(), other.end()); }
     KOBWBMonomial(KOBWBMonomial&& other) noexcept { Take(other); }
     KOBWBMonomial& operator=(const KOBWBMonomial& other) {
@@ -31,9 +31,13 @@ public:
         return *this;
     }
     KOBWBMonomial& operator=(KOBWBMonomial&& other) noexcept {
-        if (this != &other) Take(other);
+        if (this != &other) {
+            Release();
+            Take(other);
+        }
         return *this;
     }
+    ~KOBWBMonomial() { Release(); }
 
     size_t size() const { return m_size; }
     bool empty() const { return m_size == 0; }
@@ -62,28 +66,39 @@ public:
     friend bool operator!=(const KOBWBMonomial& a, const KOBWBMonomial& b) { return !(a == b); }
 
 private:
-    static constexpr size_t inlineCapacity = 3;
+    static constexpr unsigned inlineCapacity = 4;
 
-    KOBWBMonomialFactor* Data() { return m_heap ? m_heap.get() : m_inline; }
-    const KOBWBMonomialFactor* Data() const { return m_heap ? m_heap.get() : m_inline; }
-    size_t Capacity() const { return m_heap ? m_capacity : inlineCapacity; }
+    bool OnHeap() const { return m_capacity != 0; }
+    KOBWBMonomialFactor* Data() { return OnHeap() ? m_heap : m_inline; }
+    const KOBWBMonomialFactor* Data() const { return OnHeap() ? m_heap : m_inline; }
+    size_t Capacity() const { return OnHeap() ? m_capacity : inlineCapacity; }
     void Assign(const_iterator first, const_iterator last) {
         m_size = 0;
         append(first, last);
     }
+    // Takes other's factors, leaving it empty; this holds no heap block.
     void Take(KOBWBMonomial& other) {
         m_size = other.m_size;
         m_capacity = other.m_capacity;
-        m_heap = std::move(other.m_heap);
-        if (!m_heap)
+        if (other.OnHeap())
+            m_heap = other.m_heap;
+        else
             for (size_t i = 0; i < m_size; ++i) m_inline[i] = other.m_inline[i];
         other.m_size = 0;
+        other.m_capacity = 0;
+    }
+    void Release() {
+        if (OnHeap()) delete[] m_heap;
+        m_capacity = 0;
     }
 
-    size_t m_size = 0;
-    size_t m_capacity = 0;
-    KOBWBMonomialFactor m_inline[inlineCapacity];
-    std::unique_ptr<KOBWBMonomialFactor[]> m_heap;
+    // The factors are in place while m_capacity is 0, in m_heap otherwise.
+    unsigned m_size = 0;
+    unsigned m_capacity = 0;
+    union {
+        KOBWBMonomialFactor m_inline[inlineCapacity];
+        KOBWBMonomialFactor* m_heap;
+    };
 };
 
 struct KOBWBPolynomialTerm {
@@ -139,6 +154,9 @@ public:
     static KOBWBPolynomial FromTerms(std::vector<KOBWBPolynomialTerm> terms);
 
 private:
+    // The library's exact backends build results already in storage order.
+    friend struct KOBWBPolynomialAccess;
+
     std::vector<KOBWBPolynomialTerm> m_terms;
 };
 

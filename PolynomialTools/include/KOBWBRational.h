@@ -78,9 +78,6 @@ private:
     // The result in machine words when it fits; false leaves result as it was.
     static bool SmallResult(Operation op, const KOBWBRational& a, const KOBWBRational& b, KOBWBRational& result);
     KOBWBRational& Combine(Operation op, const KOBWBRational& other);
-    // Moves a big value back to machine words when it fits.
-    void Normalise();
-    void MakeBig();
 
     long long m_numerator = 0;
     long long m_denominator = 1;

@@ -1,6 +1,7 @@
 #include "KOBWBFlintSparse.h"
 
 #include "KOBWBFlintValues.h"
+#include "KOBWBPolynomialAccess.h"
 #include "KOBWBRationalAccess.h"
 
 #include <algorithm>
@@ -11,10 +12,11 @@ namespace KOBWBFlint {
 
 namespace {
 
-// The unpacked exponents of a FLINT polynomial, term by term, and the offsets that
-// give the true exponents.
+// The exponents of a FLINT polynomial, term by term and unpacked into words of type
+// Word, and the offsets that give the true exponents.
+template <typename Word>
 struct Exponents {
-    std::vector<ulong> values;
+    std::vector<Word> values;
     size_t variables;
     const std::vector<long long>& offsets;
 
@@ -28,39 +30,67 @@ struct Exponents {
     }
 };
 
-// Appends the terms terms[0, count), in increasing lexicographic order of their
-// exponents of variable and the ones after (those before are equal), to order in
-// storage order. Storage order compares factor lists, which skip an exponent 0:
-// where two monomials first differ in a variable, the one without it comes first
-// only when it has no factor left; otherwise the one with it does. So the term whose
-// remaining exponents are all 0 leads, the runs of non-zero exponents follow in
-// increasing order, and the other terms without the variable come last.
-void StorageOrder(const Exponents& exponents, const int* terms, size_t count, size_t variable,
-                  std::vector<int>& order) {
-    if (count <= 1 || variable == exponents.variables) {
-        order.insert(order.end(), terms, terms + count);
-        return;
+// Reorders terms[0, count), in increasing lexicographic order of their exponents of
+// variable and the ones after (those before are equal), into storage order, in place.
+// Storage order compares factor lists, which skip an exponent 0: where two monomials
+// first differ in a variable, the one without it comes first only when it has no
+// factor left; otherwise the one with it does. So the term whose remaining exponents
+// are all 0 leads, the runs of non-zero exponents follow in increasing order, and the
+// other terms without the variable come last.
+template <typename Word>
+void StorageOrder(const Exponents<Word>& exponents, int* terms, size_t count, size_t variable) {
+    if (count <= 1 || variable == exponents.variables) return;
+    for (size_t begin = 0; begin < count;) {
+        const long long exponent = exponents.At(terms[begin], variable);
+        size_t end = begin + 1;
+        while (end < count && exponents.At(terms[end], variable) == exponent) ++end;
+        StorageOrder(exponents, terms + begin, end - begin, variable + 1);
+        begin = end;
     }
     size_t zeroBegin = 0;
     while (zeroBegin < count && exponents.At(terms[zeroBegin], variable) < 0) ++zeroBegin;
     size_t zeroEnd = zeroBegin;
     while (zeroEnd < count && exponents.At(terms[zeroEnd], variable) == 0) ++zeroEnd;
-    std::vector<int> zeros;
-    StorageOrder(exponents, terms + zeroBegin, zeroEnd - zeroBegin, variable + 1, zeros);
-    const bool leading = !zeros.empty() && exponents.ZeroFrom(zeros[0], variable + 1);
-    if (leading) order.push_back(zeros[0]);
-    for (size_t begin = 0; begin < count;) {
-        if (begin == zeroBegin && zeroEnd > zeroBegin) {
-            begin = zeroEnd;
-            continue;
-        }
-        const long long exponent = exponents.At(terms[begin], variable);
-        size_t end = begin + 1;
-        while (end < count && exponents.At(terms[end], variable) == exponent) ++end;
-        StorageOrder(exponents, terms + begin, end - begin, variable + 1, order);
-        begin = end;
+    if (zeroEnd == zeroBegin) return;
+    // [negative][zero][positive] becomes [leading zero][negative][positive][other zeros].
+    const bool leading = exponents.ZeroFrom(terms[zeroBegin], variable + 1);
+    if (leading) std::rotate(terms, terms + zeroBegin, terms + zeroBegin + 1);
+    const size_t othersBegin = zeroBegin + (leading ? 1 : 0);
+    std::rotate(terms + othersBegin, terms + zeroEnd, terms + count);
+}
+
+template <typename Word>
+std::vector<KOBWBPolynomialTerm> TermsInStorageOrder(const fmpz_mpoly_struct* p, const fmpz_mpoly_ctx_struct* context,
+                                                     const std::vector<int>& atoms, const KOBWBRational& scale,
+                                                     const std::vector<long long>& offsets) {
+    const slong length = fmpz_mpoly_length(p, context);
+    const size_t variables = atoms.size();
+    Exponents<Word> exponents{std::vector<Word>(static_cast<size_t>(length) * variables), variables, offsets};
+    std::vector<ulong> one(std::max<size_t>(1, variables));
+    for (slong i = 0; i < length; ++i) {
+        fmpz_mpoly_get_term_exp_ui(one.data(), p, i, context);
+        std::copy(one.begin(), one.begin() + static_cast<long>(variables),
+                  exponents.values.begin() + static_cast<long>(static_cast<size_t>(i) * variables));
     }
-    order.insert(order.end(), zeros.begin() + (leading ? 1 : 0), zeros.end());
+    // FLINT keeps terms in decreasing lexicographic order.
+    std::vector<int> order(static_cast<size_t>(length));
+    for (slong i = 0; i < length; ++i) order[static_cast<size_t>(i)] = static_cast<int>(length - 1 - i);
+    StorageOrder(exponents, order.data(), order.size(), 0);
+
+    const bool unscaled = scale.IsOne();
+    std::vector<KOBWBPolynomialTerm> terms;
+    terms.reserve(order.size());
+    for (const int i : order) {
+        KOBWBMonomial monomial;
+        for (size_t v = 0; v < variables; ++v) {
+            const long long exponent = exponents.At(i, v);
+            if (exponent != 0) monomial.push_back({atoms[v], exponent});
+        }
+        KOBWBRational c = KOBWBRationalAccess::FromFlint(p->coeffs + i);
+        if (!unscaled) c /= scale;
+        terms.push_back({std::move(monomial), KOBWBCoefficient(std::move(c))});
+    }
+    return terms;
 }
 
 } // namespace
@@ -136,37 +166,11 @@ void SparseContext::ToFlint(const KOBWBPolynomial& p, fmpz_mpoly_struct* result,
 
 KOBWBPolynomial SparseContext::FromFlint(const fmpz_mpoly_struct* p, const KOBWBRational& scale,
                                          const std::vector<long long>& offsets) {
-    const slong length = fmpz_mpoly_length(p, m_context);
-    const size_t variables = m_atoms.size();
-    Exponents exponents{std::vector<ulong>(static_cast<size_t>(length) * std::max<size_t>(1, variables)), variables,
-                        offsets};
-    std::vector<ulong> one(std::max<size_t>(1, variables));
-    for (slong i = 0; i < length; ++i) {
-        fmpz_mpoly_get_term_exp_ui(one.data(), p, i, m_context);
-        std::copy(one.begin(), one.begin() + static_cast<long>(variables),
-                  exponents.values.begin() + static_cast<long>(static_cast<size_t>(i) * variables));
-    }
-    // FLINT keeps terms in decreasing lexicographic order.
-    std::vector<int> increasing(static_cast<size_t>(length));
-    for (slong i = 0; i < length; ++i) increasing[static_cast<size_t>(i)] = static_cast<int>(length - 1 - i);
-    std::vector<int> order;
-    order.reserve(increasing.size());
-    StorageOrder(exponents, increasing.data(), increasing.size(), 0, order);
-
-    const bool unscaled = scale.IsOne();
-    std::vector<KOBWBPolynomialTerm> terms(order.size());
-    for (size_t k = 0; k < order.size(); ++k) {
-        const int i = order[k];
-        KOBWBPolynomialTerm& term = terms[k];
-        for (size_t v = 0; v < variables; ++v) {
-            const long long exponent = exponents.At(i, v);
-            if (exponent != 0) term.monomial.push_back({m_atoms[v], exponent});
-        }
-        KOBWBRational c = KOBWBRationalAccess::FromFlint(p->coeffs + i);
-        if (!unscaled) c /= scale;
-        term.coefficient = KOBWBCoefficient(std::move(c));
-    }
-    return KOBWBPolynomial::FromTerms(std::move(terms));
+    // Exponents of at most 32 bits unpack into half the memory.
+    std::vector<KOBWBPolynomialTerm> terms =
+        p->bits <= 32 ? TermsInStorageOrder<unsigned>(p, m_context, m_atoms, scale, offsets)
+                      : TermsInStorageOrder<ulong>(p, m_context, m_atoms, scale, offsets);
+    return KOBWBPolynomialAccess::FromOrderedTerms(std::move(terms));
 }
 
 } // namespace KOBWBFlint

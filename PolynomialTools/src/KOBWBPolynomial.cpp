@@ -8,15 +8,15 @@
 
 void KOBWBMonomial::reserve(size_t capacity) {
     if (capacity <= Capacity()) return;
-    std::unique_ptr<KOBWBMonomialFactor[]> grown(new KOBWBMonomialFactor[capacity]);
-    for (size_t i = 0; i < m_size; ++i) grown[i] = Data()[i];
-    m_heap = std::move(grown);
-    m_capacity = capacity;
+    KOBWBMonomialFactor* grown = new KOBWBMonomialFactor[capacity];
+    std::copy(begin(), end(), grown);
+    Release();
+    m_heap = grown;
+    m_capacity = static_cast<unsigned>(capacity);
 }
 
 KOBWBMonomial KOBWBMultiplyMonomials(const KOBWBMonomial& a, const KOBWBMonomial& b) {
     KOBWBMonomial product;
-    product.reserve(a.size() + b.size());
     size_t i = 0, j = 0;
     while (i < a.size() && j < b.size()) {
         if (a[i].atom < b[j].atom) {

@@ -2,10 +2,12 @@
 
 #include "KOBWBRationalBig.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <functional>
 #include <limits>
+#include <new>
 #include <utility>
 
 namespace {
@@ -27,22 +29,13 @@ bool FitsLong(Wide v) {
     return v >= std::numeric_limits<long long>::min() && v <= std::numeric_limits<long long>::max();
 }
 
-void SetWide(mpz_t target, Wide v) {
+void SetWide(mpz_ptr target, Wide v) {
     const bool negative = v < 0;
     unsigned __int128 magnitude = negative ? -static_cast<unsigned __int128>(v) : static_cast<unsigned __int128>(v);
     mpz_set_ui(target, static_cast<unsigned long>(magnitude >> 64));
     mpz_mul_2exp(target, target, 64);
     mpz_add_ui(target, target, static_cast<unsigned long>(magnitude & 0xFFFFFFFFFFFFFFFFull));
     if (negative) mpz_neg(target, target);
-}
-
-// A big value of a small rational, in the temporary the caller gives.
-const mpq_t& AsBig(long long numerator, long long denominator, const KOBWBRational::BigPointer& big,
-                   KOBWBRational::Big& temporary) {
-    if (big) return big->value;
-    mpz_set_si(mpq_numref(temporary.value), numerator);
-    mpz_set_si(mpq_denref(temporary.value), denominator);
-    return temporary.value;
 }
 
 } // namespace
@@ -64,42 +57,112 @@ KOBWBRational::KOBWBRational(long long numerator, long long denominator) {
         m_denominator = static_cast<long long>(d);
         return;
     }
-    m_big = BigPointer(new Big);
-    SetWide(mpq_numref(m_big->value), n);
-    SetWide(mpq_denref(m_big->value), d);
+    const mpq_ptr big = Big::Scratch();
+    SetWide(mpq_numref(big), n);
+    SetWide(mpq_denref(big), d);
+    Big::Assign(*this, big);
 }
 
 KOBWBRational::KOBWBRational(const KOBWBRational& other)
     : m_numerator(other.m_numerator), m_denominator(other.m_denominator) {
-    if (other.m_big) {
-        m_big = BigPointer(new Big);
-        mpq_set(m_big->value, other.m_big->value);
-    }
+    if (other.m_big) m_big.reset(Big::Copy(*other.m_big));
 }
 
 KOBWBRational& KOBWBRational::operator=(const KOBWBRational& other) {
     if (this == &other) return *this;
     m_numerator = other.m_numerator;
     m_denominator = other.m_denominator;
-    if (!other.m_big) {
-        m_big.reset();
-    } else {
-        if (!m_big) m_big = BigPointer(new Big);
-        mpq_set(m_big->value, other.m_big->value);
-    }
+    m_big.reset(other.m_big ? Big::Copy(*other.m_big) : nullptr);
     return *this;
 }
 
-void KOBWBRational::BigDeleter::operator()(Big* big) const { delete big; }
+void KOBWBRational::BigDeleter::operator()(Big* big) const { Big::Destroy(big); }
+
+KOBWBRational::Big* KOBWBRational::Big::Create(mpz_srcptr numerator, mpz_srcptr denominator) {
+    const size_t numeratorLimbs = mpz_size(numerator), denominatorLimbs = mpz_size(denominator);
+    void* memory = ::operator new(sizeof(Big) + (numeratorLimbs + denominatorLimbs) * sizeof(mp_limb_t));
+    Big* big = new (memory) Big;
+    big->capacity = static_cast<int>(numeratorLimbs + denominatorLimbs);
+    big->numeratorSize = mpz_sgn(numerator) * static_cast<int>(numeratorLimbs);
+    big->denominatorSize = static_cast<int>(denominatorLimbs);
+    const mp_limb_t* numeratorLimb = mpz_limbs_read(numerator);
+    std::copy(numeratorLimb, numeratorLimb + numeratorLimbs, big->Limbs());
+    const mp_limb_t* denominatorLimb = mpz_limbs_read(denominator);
+    std::copy(denominatorLimb, denominatorLimb + denominatorLimbs, big->Limbs() + numeratorLimbs);
+    return big;
+}
+
+KOBWBRational::Big* KOBWBRational::Big::Copy(const Big& other) {
+    const size_t limbs = static_cast<size_t>(std::abs(other.numeratorSize) + other.denominatorSize);
+    void* memory = ::operator new(sizeof(Big) + limbs * sizeof(mp_limb_t));
+    Big* big = new (memory) Big(other);
+    big->capacity = static_cast<int>(limbs);
+    std::copy(other.Limbs(), other.Limbs() + limbs, big->Limbs());
+    return big;
+}
+
+void KOBWBRational::Big::Destroy(Big* big) {
+    big->~Big();
+    ::operator delete(big);
+}
+
+void KOBWBRational::Big::Assign(KOBWBRational& value, mpq_srcptr from) {
+    const mpz_srcptr numerator = mpq_numref(from), denominator = mpq_denref(from);
+    if (mpz_fits_slong_p(numerator) && mpz_fits_slong_p(denominator)) {
+        value.m_numerator = mpz_get_si(numerator);
+        value.m_denominator = mpz_get_si(denominator);
+        value.m_big.reset();
+        return;
+    }
+    value.m_numerator = 0;
+    value.m_denominator = 1;
+    const size_t limbs = mpz_size(numerator) + mpz_size(denominator);
+    if (value.m_big && static_cast<size_t>(value.m_big->capacity) >= limbs) {
+        // The block in place holds the new value: no allocation.
+        Big& big = *value.m_big;
+        big.numeratorSize = mpz_sgn(numerator) * static_cast<int>(mpz_size(numerator));
+        big.denominatorSize = static_cast<int>(mpz_size(denominator));
+        std::copy(mpz_limbs_read(numerator), mpz_limbs_read(numerator) + mpz_size(numerator), big.Limbs());
+        std::copy(mpz_limbs_read(denominator), mpz_limbs_read(denominator) + mpz_size(denominator),
+                  big.Limbs() + mpz_size(numerator));
+        return;
+    }
+    value.m_big.reset(Create(numerator, denominator));
+}
+
+mpq_ptr KOBWBRational::Big::Scratch() {
+    struct Holder {
+        Holder() { mpq_init(value); }
+        ~Holder() { mpq_clear(value); }
+        mpq_t value;
+    };
+    thread_local Holder holder;
+    return holder.value;
+}
+
+KOBWBRational::Big::View::View(const KOBWBRational& value) {
+    if (value.m_big) {
+        const Big& big = *value.m_big;
+        mpz_roinit_n(mpq_numref(m_value), big.Limbs(), big.numeratorSize);
+        mpz_roinit_n(mpq_denref(m_value), big.Limbs() + std::abs(big.numeratorSize), big.denominatorSize);
+        return;
+    }
+    // The magnitude as an unsigned word, which holds that of the smallest long long too.
+    const unsigned long long magnitude = value.m_numerator < 0 ? 0ULL - static_cast<unsigned long long>(value.m_numerator)
+                                                                : static_cast<unsigned long long>(value.m_numerator);
+    m_words[0] = magnitude;
+    m_words[1] = static_cast<mp_limb_t>(value.m_denominator);
+    mpz_roinit_n(mpq_numref(m_value), &m_words[0], value.m_numerator < 0 ? -1 : (value.m_numerator > 0 ? 1 : 0));
+    mpz_roinit_n(mpq_denref(m_value), &m_words[1], 1);
+}
 
 bool KOBWBRational::FromString(const char* text, KOBWBRational& result) {
     result = KOBWBRational();
     if (!text || !*text) return false;
-    Big big;
-    if (mpz_set_str(mpq_numref(big.value), text, 10) != 0) return false;
-    result.m_big = BigPointer(new Big);
-    mpq_set(result.m_big->value, big.value);
-    result.Normalise();
+    const mpq_ptr big = Big::Scratch();
+    if (mpz_set_str(mpq_numref(big), text, 10) != 0) return false;
+    mpz_set_ui(mpq_denref(big), 1);
+    Big::Assign(result, big);
     return true;
 }
 
@@ -124,44 +187,31 @@ bool KOBWBRational::FromDouble(double value, KOBWBRational& result) {
         result = KOBWBRational(mantissa * (1LL << exponent));
         return true;
     }
-    result.m_big = BigPointer(new Big);
-    mpq_set_d(result.m_big->value, value);
-    result.Normalise();
+    const mpq_ptr big = Big::Scratch();
+    mpq_set_d(big, value);
+    Big::Assign(result, big);
     return true;
-}
-
-void KOBWBRational::MakeBig() {
-    if (m_big) return;
-    m_big = BigPointer(new Big);
-    mpz_set_si(mpq_numref(m_big->value), m_numerator);
-    mpz_set_si(mpq_denref(m_big->value), m_denominator);
-}
-
-void KOBWBRational::Normalise() {
-    if (!m_big) return;
-    const mpz_srcptr numerator = mpq_numref(m_big->value);
-    const mpz_srcptr denominator = mpq_denref(m_big->value);
-    if (!mpz_fits_slong_p(numerator) || !mpz_fits_slong_p(denominator)) return;
-    m_numerator = mpz_get_si(numerator);
-    m_denominator = mpz_get_si(denominator);
-    m_big.reset();
 }
 
 KOBWBRational KOBWBRational::Numerator() const {
     if (!m_big) return KOBWBRational(m_numerator);
+    const Big::View view(*this);
+    const mpq_ptr big = Big::Scratch();
+    mpz_set(mpq_numref(big), view.Numerator());
+    mpz_set_ui(mpq_denref(big), 1);
     KOBWBRational result;
-    result.MakeBig();
-    mpz_set(mpq_numref(result.m_big->value), mpq_numref(m_big->value));
-    result.Normalise();
+    Big::Assign(result, big);
     return result;
 }
 
 KOBWBRational KOBWBRational::Denominator() const {
     if (!m_big) return KOBWBRational(m_denominator);
+    const Big::View view(*this);
+    const mpq_ptr big = Big::Scratch();
+    mpz_set(mpq_numref(big), view.Denominator());
+    mpz_set_ui(mpq_denref(big), 1);
     KOBWBRational result;
-    result.MakeBig();
-    mpz_set(mpq_numref(result.m_big->value), mpq_denref(m_big->value));
-    result.Normalise();
+    Big::Assign(result, big);
     return result;
 }
 
@@ -173,19 +223,21 @@ KOBWBRational KOBWBRational::Floor() const {
         result.m_numerator = m_numerator % m_denominator < 0 ? quotient - 1 : quotient;
         return result;
     }
-    result.MakeBig();
-    mpz_fdiv_q(mpq_numref(result.m_big->value), mpq_numref(m_big->value), mpq_denref(m_big->value));
-    mpz_set_ui(mpq_denref(result.m_big->value), 1);
-    result.Normalise();
+    const Big::View view(*this);
+    const mpq_ptr big = Big::Scratch();
+    mpz_fdiv_q(mpq_numref(big), view.Numerator(), view.Denominator());
+    mpz_set_ui(mpq_denref(big), 1);
+    Big::Assign(result, big);
     return result;
 }
 
 bool KOBWBRational::IsInteger() const {
-    return m_big ? mpz_cmp_ui(mpq_denref(m_big->value), 1) == 0 : m_denominator == 1;
+    if (!m_big) return m_denominator == 1;
+    return m_big->denominatorSize == 1 && m_big->Limbs()[std::abs(m_big->numeratorSize)] == 1;
 }
 
 int KOBWBRational::Sign() const {
-    if (m_big) return mpq_sgn(m_big->value);
+    if (m_big) return m_big->numeratorSize > 0 ? 1 : -1;
     return m_numerator > 0 ? 1 : (m_numerator < 0 ? -1 : 0);
 }
 
@@ -199,16 +251,13 @@ bool KOBWBRational::FitsInt(int& numerator, int& denominator) const {
 }
 
 double KOBWBRational::ToDouble() const {
-    if (m_big) return mpq_get_d(m_big->value);
+    if (m_big) return mpq_get_d(Big::View(*this).get());
     if (m_denominator == 1) return static_cast<double>(m_numerator);
     // Both parts exact as doubles give a correctly rounded quotient.
     constexpr long long exact = 1LL << 53;
     if (std::llabs(m_numerator) <= exact && m_denominator <= exact)
         return static_cast<double>(m_numerator) / static_cast<double>(m_denominator);
-    Big big;
-    mpz_set_si(mpq_numref(big.value), m_numerator);
-    mpz_set_si(mpq_denref(big.value), m_denominator);
-    return mpq_get_d(big.value);
+    return mpq_get_d(Big::View(*this).get());
 }
 
 std::string KOBWBRational::ToString() const {
@@ -217,7 +266,7 @@ std::string KOBWBRational::ToString() const {
         if (m_denominator != 1) text += "/" + std::to_string(m_denominator);
         return text;
     }
-    char* raw = mpq_get_str(nullptr, 10, m_big->value);
+    char* raw = mpq_get_str(nullptr, 10, Big::View(*this).get());
     std::string text(raw);
     void (*release)(void*, size_t);
     mp_get_memory_functions(nullptr, nullptr, &release);
@@ -232,13 +281,15 @@ std::size_t KOBWBRational::Hash() const {
 
 KOBWBRational KOBWBRational::operator-() const {
     KOBWBRational result(*this);
-    if (result.m_big)
-        mpq_neg(result.m_big->value, result.m_big->value);
-    else if (m_numerator == std::numeric_limits<long long>::min()) {
-        result.MakeBig();
-        mpq_neg(result.m_big->value, result.m_big->value);
-    } else
+    if (result.m_big) {
+        result.m_big->numeratorSize = -result.m_big->numeratorSize;
+    } else if (m_numerator == std::numeric_limits<long long>::min()) {
+        const mpq_ptr big = Big::Scratch();
+        mpq_neg(big, Big::View(*this).get());
+        Big::Assign(result, big);
+    } else {
         result.m_numerator = -m_numerator;
+    }
     return result;
 }
 
@@ -297,16 +348,17 @@ KOBWBRational& KOBWBRational::Combine(Operation op, const KOBWBRational& other) 
         *this = KOBWBRational();
         return *this;
     }
-    Big temporary;
-    const mpq_t& right = AsBig(other.m_numerator, other.m_denominator, other.m_big, temporary);
-    MakeBig();
-    switch (op) {
-    case Operation::Add: mpq_add(m_big->value, m_big->value, right); break;
-    case Operation::Sub: mpq_sub(m_big->value, m_big->value, right); break;
-    case Operation::Mul: mpq_mul(m_big->value, m_big->value, right); break;
-    case Operation::Div: mpq_div(m_big->value, m_big->value, right); break;
+    const mpq_ptr big = Big::Scratch();
+    {
+        const Big::View left(*this), right(other);
+        switch (op) {
+        case Operation::Add: mpq_add(big, left.get(), right.get()); break;
+        case Operation::Sub: mpq_sub(big, left.get(), right.get()); break;
+        case Operation::Mul: mpq_mul(big, left.get(), right.get()); break;
+        case Operation::Div: mpq_div(big, left.get(), right.get()); break;
+        }
     }
-    Normalise();
+    Big::Assign(*this, big);
     return *this;
 }
 
@@ -335,9 +387,6 @@ int KOBWBRational::Compare(const KOBWBRational& a, const KOBWBRational& b) {
         const Wide right = static_cast<Wide>(b.m_numerator) * a.m_denominator;
         return left < right ? -1 : (left > right ? 1 : 0);
     }
-    Big leftTemporary, rightTemporary;
-    const mpq_t& left = AsBig(a.m_numerator, a.m_denominator, a.m_big, leftTemporary);
-    const mpq_t& right = AsBig(b.m_numerator, b.m_denominator, b.m_big, rightTemporary);
-    const int order = mpq_cmp(left, right);
+    const int order = mpq_cmp(Big::View(a).get(), Big::View(b).get());
     return order < 0 ? -1 : (order > 0 ? 1 : 0);
 }

@@ -3,16 +3,43 @@
 #include "KOBWBFlintValues.h"
 #include "KOBWBRationalBig.h"
 
+namespace {
+
+// A read-only GMP view of a FLINT integer: FLINT's own GMP value when it holds one,
+// otherwise the machine word.
+class IntegerView {
+public:
+    explicit IntegerView(const fmpz_t value) {
+        if (COEFF_IS_MPZ(*value)) {
+            m_view = COEFF_TO_PTR(*value);
+            return;
+        }
+        const slong word = *value;
+        m_word = word < 0 ? 0UL - static_cast<mp_limb_t>(word) : static_cast<mp_limb_t>(word);
+        m_view = mpz_roinit_n(m_value, &m_word, word < 0 ? -1 : (word > 0 ? 1 : 0));
+    }
+    IntegerView(const IntegerView&) = delete;
+    IntegerView& operator=(const IntegerView&) = delete;
+    mpz_srcptr get() const { return m_view; }
+
+private:
+    mp_limb_t m_word = 0;
+    mpz_t m_value;
+    mpz_srcptr m_view;
+};
+
+} // namespace
+
 void KOBWBRationalAccess::Numerator(const KOBWBRational& value, fmpz_t result) {
     if (value.m_big)
-        fmpz_set_mpz(result, mpq_numref(value.m_big->value));
+        fmpz_set_mpz(result, KOBWBRational::Big::View(value).Numerator());
     else
         fmpz_set_si(result, value.m_numerator);
 }
 
 void KOBWBRationalAccess::Denominator(const KOBWBRational& value, fmpz_t result) {
     if (value.m_big)
-        fmpz_set_mpz(result, mpq_denref(value.m_big->value));
+        fmpz_set_mpz(result, KOBWBRational::Big::View(value).Denominator());
     else
         fmpz_set_si(result, value.m_denominator);
 }
@@ -24,9 +51,10 @@ void KOBWBRationalAccess::ToFlint(const KOBWBRational& value, fmpq_t result) {
 
 KOBWBRational KOBWBRationalAccess::FromFlint(const fmpz_t value) {
     if (fmpz_fits_si(value)) return KOBWBRational(static_cast<long long>(fmpz_get_si(value)));
+    const fmpz one = 1;
+    const IntegerView numerator(value), denominator(&one);
     KOBWBRational result;
-    result.m_big = KOBWBRational::BigPointer(new KOBWBRational::Big);
-    fmpz_get_mpz(mpq_numref(result.m_big->value), value);
+    result.m_big.reset(KOBWBRational::Big::Create(numerator.get(), denominator.get()));
     return result;
 }
 
@@ -37,9 +65,8 @@ KOBWBRational KOBWBRationalAccess::FromFlint(const fmpq_t value) {
         result.m_denominator = fmpz_get_si(fmpq_denref(value));
         return result;
     }
-    result.m_big = KOBWBRational::BigPointer(new KOBWBRational::Big);
-    fmpz_get_mpz(mpq_numref(result.m_big->value), fmpq_numref(value));
-    fmpz_get_mpz(mpq_denref(result.m_big->value), fmpq_denref(value));
+    const IntegerView numerator(fmpq_numref(value)), denominator(fmpq_denref(value));
+    result.m_big.reset(KOBWBRational::Big::Create(numerator.get(), denominator.get()));
     return result;
 }
 
