@@ -6,10 +6,11 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 
 // An exact rational number that never overflows: numerator and denominator live
-// in machine words while they fit, and move to arbitrary precision when a result
-// does not. Always reduced, the denominator positive, zero as 0/1.
+// in machine words while they fit, an integer of up to 127 bits in two words, and
+// anything else in arbitrary precision. Always reduced, the denominator positive, zero as 0/1.
 class KOBWBX_API KOBWBRational {
 public:
     KOBWBRational() = default;
@@ -17,9 +18,23 @@ public:
     // numerator / denominator, reduced; a zero denominator gives 0.
     KOBWBRational(long long numerator, long long denominator);
     KOBWBRational(const KOBWBRational& other);
-    KOBWBRational(KOBWBRational&& other) noexcept = default;
+    // A moved-from rational is 0.
+    KOBWBRational(KOBWBRational&& other) noexcept
+        : m_numerator(other.m_numerator), m_denominator(other.m_denominator), m_big(std::move(other.m_big)) {
+        other.m_numerator = 0;
+        other.m_denominator = 1;
+    }
     KOBWBRational& operator=(const KOBWBRational& other);
-    KOBWBRational& operator=(KOBWBRational&& other) noexcept = default;
+    KOBWBRational& operator=(KOBWBRational&& other) noexcept {
+        if (this != &other) {
+            m_numerator = other.m_numerator;
+            m_denominator = other.m_denominator;
+            m_big = std::move(other.m_big);
+            other.m_numerator = 0;
+            other.m_denominator = 1;
+        }
+        return *this;
+    }
     ~KOBWBRational() = default;
 
     // The decimal text of an integer, optionally signed; false (and 0) on other text.
@@ -31,7 +46,7 @@ public:
     bool IsOne() const { return !m_big && m_numerator == 1 && m_denominator == 1; }
     bool IsInteger() const;
     int Sign() const;
-    // Whether the value is held in machine words.
+    // Whether numerator and denominator each fit in a long long.
     bool IsSmall() const { return !m_big; }
     // Numerator and denominator when both fit in 32-bit ints.
     bool FitsInt(int& numerator, int& denominator) const;

@@ -65,14 +65,14 @@ KOBWBRational::KOBWBRational(long long numerator, long long denominator) {
 
 KOBWBRational::KOBWBRational(const KOBWBRational& other)
     : m_numerator(other.m_numerator), m_denominator(other.m_denominator) {
-    if (other.m_big) m_big.reset(Big::Copy(*other.m_big));
+    if (other.m_big) m_big.reset(Big::Copy(other.m_big.get()));
 }
 
 KOBWBRational& KOBWBRational::operator=(const KOBWBRational& other) {
     if (this == &other) return *this;
     m_numerator = other.m_numerator;
     m_denominator = other.m_denominator;
-    m_big.reset(other.m_big ? Big::Copy(*other.m_big) : nullptr);
+    m_big.reset(Big::Copy(other.m_big.get()));
     return *this;
 }
 
@@ -92,7 +92,9 @@ KOBWBRational::Big* KOBWBRational::Big::Create(mpz_srcptr numerator, mpz_srcptr 
     return big;
 }
 
-KOBWBRational::Big* KOBWBRational::Big::Copy(const Big& other) {
+KOBWBRational::Big* KOBWBRational::Big::Copy(const Big* block) {
+    if (!block || block == WideMark()) return const_cast<Big*>(block);
+    const Big& other = *block;
     const size_t limbs = static_cast<size_t>(std::abs(other.numeratorSize) + other.denominatorSize);
     void* memory = ::operator new(sizeof(Big) + limbs * sizeof(mp_limb_t));
     Big* big = new (memory) Big(other);
@@ -102,22 +104,56 @@ KOBWBRational::Big* KOBWBRational::Big::Copy(const Big& other) {
 }
 
 void KOBWBRational::Big::Destroy(Big* big) {
+    if (big == WideMark()) return;
     big->~Big();
     ::operator delete(big);
 }
 
-void KOBWBRational::Big::Assign(KOBWBRational& value, mpq_srcptr from) {
-    const mpz_srcptr numerator = mpq_numref(from), denominator = mpq_denref(from);
+KOBWBRational::Big* KOBWBRational::Big::WideMark() {
+    static Big mark;
+    return &mark;
+}
+
+__int128 KOBWBRational::Big::WideValue(const KOBWBRational& value) {
+    const unsigned __int128 high = static_cast<unsigned long long>(value.m_denominator);
+    return static_cast<__int128>(high << 64 | static_cast<unsigned long long>(value.m_numerator));
+}
+
+bool KOBWBRational::Big::AssignInteger(KOBWBRational& value, __int128 integer) {
+    const __int128 lowest = -static_cast<__int128>(static_cast<unsigned __int128>(1) << 126) * 2;
+    if (integer == lowest) return false;
+    if (FitsLong(integer)) {
+        value.m_numerator = static_cast<long long>(integer);
+        value.m_denominator = 1;
+        value.m_big.reset();
+        return true;
+    }
+    const unsigned __int128 bits = static_cast<unsigned __int128>(integer);
+    value.m_numerator = static_cast<long long>(static_cast<unsigned long long>(bits));
+    value.m_denominator = static_cast<long long>(static_cast<unsigned long long>(bits >> 64));
+    if (!IsWide(value)) value.m_big.reset(WideMark());
+    return true;
+}
+
+void KOBWBRational::Big::Assign(KOBWBRational& value, mpz_srcptr numerator, mpz_srcptr denominator) {
     if (mpz_fits_slong_p(numerator) && mpz_fits_slong_p(denominator)) {
         value.m_numerator = mpz_get_si(numerator);
         value.m_denominator = mpz_get_si(denominator);
         value.m_big.reset();
         return;
     }
+    if (mpz_cmp_ui(denominator, 1) == 0 && mpz_sizeinbase(numerator, 2) <= 127) {
+        const mp_limb_t* limbs = mpz_limbs_read(numerator);
+        unsigned __int128 magnitude = limbs[0];
+        if (mpz_size(numerator) > 1) magnitude |= static_cast<unsigned __int128>(limbs[1]) << 64;
+        const __int128 integer = static_cast<__int128>(magnitude);
+        AssignInteger(value, mpz_sgn(numerator) < 0 ? -integer : integer);
+        return;
+    }
     value.m_numerator = 0;
     value.m_denominator = 1;
     const size_t limbs = mpz_size(numerator) + mpz_size(denominator);
-    if (value.m_big && static_cast<size_t>(value.m_big->capacity) >= limbs) {
+    if (value.m_big && !IsWide(value) && static_cast<size_t>(value.m_big->capacity) >= limbs) {
         // The block in place holds the new value: no allocation.
         Big& big = *value.m_big;
         big.numeratorSize = mpz_sgn(numerator) * static_cast<int>(mpz_size(numerator));
@@ -141,6 +177,17 @@ mpq_ptr KOBWBRational::Big::Scratch() {
 }
 
 KOBWBRational::Big::View::View(const KOBWBRational& value) {
+    m_words[2] = 1;
+    if (IsWide(value)) {
+        const __int128 integer = WideValue(value);
+        const unsigned __int128 magnitude =
+            integer < 0 ? 0 - static_cast<unsigned __int128>(integer) : static_cast<unsigned __int128>(integer);
+        m_words[0] = static_cast<mp_limb_t>(magnitude);
+        m_words[1] = static_cast<mp_limb_t>(magnitude >> 64);
+        mpz_roinit_n(mpq_numref(m_value), m_words, integer < 0 ? -2 : 2);
+        mpz_roinit_n(mpq_denref(m_value), &m_words[2], 1);
+        return;
+    }
     if (value.m_big) {
         const Big& big = *value.m_big;
         mpz_roinit_n(mpq_numref(m_value), big.Limbs(), big.numeratorSize);
@@ -233,10 +280,12 @@ KOBWBRational KOBWBRational::Floor() const {
 
 bool KOBWBRational::IsInteger() const {
     if (!m_big) return m_denominator == 1;
+    if (Big::IsWide(*this)) return true;
     return m_big->denominatorSize == 1 && m_big->Limbs()[std::abs(m_big->numeratorSize)] == 1;
 }
 
 int KOBWBRational::Sign() const {
+    if (Big::IsWide(*this)) return m_denominator < 0 ? -1 : 1;
     if (m_big) return m_big->numeratorSize > 0 ? 1 : -1;
     return m_numerator > 0 ? 1 : (m_numerator < 0 ? -1 : 0);
 }
@@ -275,15 +324,17 @@ std::string KOBWBRational::ToString() const {
 }
 
 std::size_t KOBWBRational::Hash() const {
-    if (!m_big) return std::hash<long long>()(m_numerator) * 31 + std::hash<long long>()(m_denominator);
+    // Every value has one form, so the words of a wide integer hash as they are.
+    if (!m_big || Big::IsWide(*this))
+        return std::hash<long long>()(m_numerator) * 31 + std::hash<long long>()(m_denominator);
     return std::hash<std::string>()(ToString());
 }
 
 KOBWBRational KOBWBRational::operator-() const {
     KOBWBRational result(*this);
-    if (result.m_big) {
+    if (m_big && !Big::IsWide(*this)) {
         result.m_big->numeratorSize = -result.m_big->numeratorSize;
-    } else if (m_numerator == std::numeric_limits<long long>::min()) {
+    } else if (m_big || m_numerator == std::numeric_limits<long long>::min()) {
         const mpq_ptr big = Big::Scratch();
         mpq_neg(big, Big::View(*this).get());
         Big::Assign(result, big);
@@ -344,6 +395,19 @@ KOBWBRational& KOBWBRational::Combine(Operation op, const KOBWBRational& other) 
         }
     }
     if (!m_big && !other.m_big && SmallResult(op, *this, other, *this)) return *this;
+    // Integers of up to two words: 128-bit arithmetic while it does not overflow.
+    const auto integer = [](const KOBWBRational& value) {
+        return (!value.m_big && value.m_denominator == 1) || Big::IsWide(value);
+    };
+    if (op != Operation::Div && integer(*this) && integer(other)) {
+        const Wide left = m_big ? Big::WideValue(*this) : m_numerator;
+        const Wide right = other.m_big ? Big::WideValue(other) : other.m_numerator;
+        Wide result = 0;
+        const bool overflow = op == Operation::Add   ? __builtin_add_overflow(left, right, &result)
+                              : op == Operation::Sub ? __builtin_sub_overflow(left, right, &result)
+                                                     : __builtin_mul_overflow(left, right, &result);
+        if (!overflow && Big::AssignInteger(*this, result)) return *this;
+    }
     if (op == Operation::Div && other.IsZero()) {
         *this = KOBWBRational();
         return *this;

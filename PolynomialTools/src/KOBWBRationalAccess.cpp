@@ -54,7 +54,7 @@ KOBWBRational KOBWBRationalAccess::FromFlint(const fmpz_t value) {
     const fmpz one = 1;
     const IntegerView numerator(value), denominator(&one);
     KOBWBRational result;
-    result.m_big.reset(KOBWBRational::Big::Create(numerator.get(), denominator.get()));
+    KOBWBRational::Big::Assign(result, numerator.get(), denominator.get());
     return result;
 }
 
@@ -66,7 +66,7 @@ KOBWBRational KOBWBRationalAccess::FromFlint(const fmpq_t value) {
         return result;
     }
     const IntegerView numerator(fmpq_numref(value)), denominator(fmpq_denref(value));
-    result.m_big.reset(KOBWBRational::Big::Create(numerator.get(), denominator.get()));
+    KOBWBRational::Big::Assign(result, numerator.get(), denominator.get());
     return result;
 }
 

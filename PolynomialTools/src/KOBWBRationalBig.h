@@ -5,10 +5,15 @@
 
 #include <gmp.h>
 
-// The arbitrary-precision form of a KOBWBRational: the limbs of the numerator and
-// of the denominator, reduced, in one block of memory, so that a big value costs
-// one allocation. GMP reads it through read-only views; results are computed in a
-// per-thread GMP rational and copied into a new block of the exact size.
+// The forms of a KOBWBRational past machine words.
+// - A wide integer: an integer that does not fit in a long long but whose magnitude
+//   is below 2^127. It stays in the rational's own two words, the low half in
+//   m_numerator and the high half in m_denominator, and m_big holds WideMark(): the
+//   products and sums of machine-word coefficients cost no allocation.
+// - A big value: the limbs of the numerator and of the denominator, reduced, in one
+//   block of memory, so that it costs one allocation.
+// GMP reads both through read-only views; results are computed in a per-thread GMP
+// rational and copied into the form they fit.
 struct alignas(mp_limb_t) KOBWBRational::Big {
     // GMP's convention: the numerator's sign is the sign of its size.
     int numeratorSize;
@@ -22,11 +27,21 @@ struct alignas(mp_limb_t) KOBWBRational::Big {
     // A block holding numerator / denominator, which must be reduced with a
     // positive denominator.
     static Big* Create(mpz_srcptr numerator, mpz_srcptr denominator);
-    static Big* Copy(const Big& other);
+    // A copy of a block, or the mark itself.
+    static Big* Copy(const Big* other);
     static void Destroy(Big* big);
 
-    // Sets value to a reduced GMP rational: machine words when both parts fit.
-    static void Assign(KOBWBRational& value, mpq_srcptr from);
+    static Big* WideMark();
+    static bool IsWide(const KOBWBRational& value) { return value.m_big.get() == WideMark(); }
+    static __int128 WideValue(const KOBWBRational& value);
+    // Sets value to an integer in the form it fits: machine word or wide integer;
+    // false, value untouched, for -2^127.
+    static bool AssignInteger(KOBWBRational& value, __int128 integer);
+
+    // Sets value to numerator / denominator, reduced with a positive denominator, in
+    // the smallest form it fits.
+    static void Assign(KOBWBRational& value, mpz_srcptr numerator, mpz_srcptr denominator);
+    static void Assign(KOBWBRational& value, mpq_srcptr from) { Assign(value, mpq_numref(from), mpq_denref(from)); }
     // A GMP rational of the calling thread for results, reused from call to call.
     static mpq_ptr Scratch();
 
@@ -41,7 +56,7 @@ struct alignas(mp_limb_t) KOBWBRational::Big {
         mpz_srcptr Denominator() const { return mpq_denref(m_value); }
 
     private:
-        mp_limb_t m_words[2];
+        mp_limb_t m_words[3];
         mpq_t m_value;
     };
 };

@@ -4,7 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include <gmp.h>
+
 #include <climits>
+#include <random>
+#include <string>
+#include <vector>
 
 TEST(KOBWBRational, ReducesAndCompares) {
     EXPECT_EQ(KOBWBRational(6, -4).ToString(), "-3/2");
@@ -54,6 +59,115 @@ TEST(KOBWBRational, OverflowMovesToBigNumbersAndBack) {
     const KOBWBRational third = KOBWBRational(2).Power(100) / KOBWBRational(3).Power(50);
     EXPECT_EQ(third.Numerator(), KOBWBRational(2).Power(100));
     EXPECT_EQ(third.Denominator(), KOBWBRational(3).Power(50));
+}
+
+namespace {
+
+// A GMP rational read from decimal text, and back.
+struct Oracle {
+    explicit Oracle(const std::string& text) {
+        mpq_init(value);
+        mpq_set_str(value, text.c_str(), 10);
+        mpq_canonicalize(value);
+    }
+    Oracle() { mpq_init(value); }
+    ~Oracle() { mpq_clear(value); }
+    std::string Text() const {
+        std::string text(mpz_sizeinbase(mpq_numref(value), 10) + mpz_sizeinbase(mpq_denref(value), 10) + 3, '\0');
+        mpq_get_str(&text[0], 10, value);
+        return text.c_str();
+    }
+    mpq_t value;
+};
+
+} // namespace
+
+// Integers past one word but within two are held without GMP, and every result
+// must come back in the one form its value has: checked against GMP on values
+// around 2^63, 2^64 and 2^127, with fractions and large numbers mixed in.
+TEST(KOBWBRational, ValuesAroundTheWordBoundariesAgreeWithGmp) {
+    const std::vector<std::string> texts = {
+        "0", "1", "-1", "3", "9223372036854775807", "-9223372036854775808", "9223372036854775808",
+        "-9223372036854775809", "18446744073709551616", "-18446744073709551615",
+        "170141183460469231731687303715884105727", "-170141183460469231731687303715884105727",
+        "170141183460469231731687303715884105728", "-170141183460469231731687303715884105728",
+        "85070591730234615865843651857942052864", "1/3", "-7/9223372036854775807",
+        "340282366920938463463374607431768211457/2"};
+    std::vector<KOBWBRational> values;
+    for (const std::string& text : texts) {
+        const Oracle oracle(text);
+        KOBWBRational value;
+        if (text.find('/') == std::string::npos) {
+            ASSERT_TRUE(KOBWBRational::FromString(text.c_str(), value)) << text;
+        } else {
+            KOBWBRational n, d;
+            ASSERT_TRUE(KOBWBRational::FromString(text.substr(0, text.find('/')).c_str(), n));
+            ASSERT_TRUE(KOBWBRational::FromString(text.substr(text.find('/') + 1).c_str(), d));
+            value = n / d;
+        }
+        ASSERT_EQ(value.ToString(), oracle.Text()) << text;
+        values.push_back(value);
+    }
+    // The form a value must have: machine words exactly when both parts fit.
+    const auto checkForm = [](const KOBWBRational& value, const std::string& text) {
+        const Oracle oracle(text);
+        const bool small = mpz_fits_slong_p(mpq_numref(oracle.value)) && mpz_fits_slong_p(mpq_denref(oracle.value));
+        EXPECT_EQ(value.IsSmall(), small) << text;
+        EXPECT_EQ(value.IsZero(), mpq_sgn(oracle.value) == 0) << text;
+        EXPECT_EQ(value.Sign(), mpq_sgn(oracle.value)) << text;
+        EXPECT_EQ(value.IsInteger(), mpz_cmp_ui(mpq_denref(oracle.value), 1) == 0) << text;
+        KOBWBRational reread;
+        if (value.IsInteger()) {
+            ASSERT_TRUE(KOBWBRational::FromString(text.c_str(), reread)) << text;
+            EXPECT_EQ(reread.Hash(), value.Hash()) << text;
+        }
+        EXPECT_EQ(value.Numerator() / value.Denominator(), value) << text;
+        EXPECT_DOUBLE_EQ(value.ToDouble(), mpq_get_d(oracle.value)) << text;
+    };
+    for (size_t i = 0; i < values.size(); ++i) {
+        checkForm(values[i], texts[i]);
+        const Oracle a(texts[i]);
+        Oracle negated;
+        mpq_neg(negated.value, a.value);
+        EXPECT_EQ((-values[i]).ToString(), negated.Text()) << texts[i];
+        for (size_t j = 0; j < values.size(); ++j) {
+            const Oracle b(texts[j]);
+            Oracle sum, difference, product, quotient;
+            mpq_add(sum.value, a.value, b.value);
+            mpq_sub(difference.value, a.value, b.value);
+            mpq_mul(product.value, a.value, b.value);
+            const std::string where = texts[i] + " and " + texts[j];
+            const KOBWBRational s = values[i] + values[j], d = values[i] - values[j], p = values[i] * values[j];
+            ASSERT_EQ(s.ToString(), sum.Text()) << where;
+            ASSERT_EQ(d.ToString(), difference.Text()) << where;
+            ASSERT_EQ(p.ToString(), product.Text()) << where;
+            checkForm(s, sum.Text());
+            checkForm(d, difference.Text());
+            checkForm(p, product.Text());
+            if (mpq_sgn(b.value) != 0) {
+                mpq_div(quotient.value, a.value, b.value);
+                const KOBWBRational q = values[i] / values[j];
+                ASSERT_EQ(q.ToString(), quotient.Text()) << where;
+                checkForm(q, quotient.Text());
+            }
+            EXPECT_EQ(KOBWBRational::Compare(values[i], values[j]), mpq_cmp(a.value, b.value) < 0 ? -1 : (mpq_cmp(a.value, b.value) > 0 ? 1 : 0)) << where;
+            // Accumulating in place keeps each form, and a copy is independent.
+            KOBWBRational accumulated = values[i];
+            const KOBWBRational copy = accumulated;
+            accumulated *= values[j];
+            accumulated += values[j];
+            Oracle expected;
+            mpq_add(expected.value, product.value, b.value);
+            ASSERT_EQ(accumulated.ToString(), expected.Text()) << where;
+            checkForm(accumulated, expected.Text());
+            EXPECT_EQ(copy, values[i]) << where;
+        }
+    }
+    // A moved-from rational is 0.
+    KOBWBRational wide = values[6];
+    const KOBWBRational taken = std::move(wide);
+    EXPECT_TRUE(wide.IsZero());
+    EXPECT_EQ(taken, values[6]);
 }
 
 TEST(KOBWBCoefficient, RealsFoldWithRealArithmeticAndNeverEqualExactOnes) {
