@@ -81,14 +81,15 @@ std::vector<KOBWBPolynomialTerm> TermsInStorageOrder(const fmpz_mpoly_struct* p,
     std::vector<KOBWBPolynomialTerm> terms;
     terms.reserve(order.size());
     for (const int i : order) {
-        KOBWBMonomial monomial;
+        terms.emplace_back();
+        KOBWBPolynomialTerm& term = terms.back();
         for (size_t v = 0; v < variables; ++v) {
             const long long exponent = exponents.At(i, v);
-            if (exponent != 0) monomial.push_back({atoms[v], exponent});
+            if (exponent != 0) term.monomial.push_back({atoms[v], exponent});
         }
         KOBWBRational c = KOBWBRationalAccess::FromFlint(p->coeffs + i);
         if (!unscaled) c /= scale;
-        terms.push_back({std::move(monomial), KOBWBCoefficient(std::move(c))});
+        term.coefficient = KOBWBCoefficient(std::move(c));
     }
     return terms;
 }

@@ -135,6 +135,17 @@ bool KOBWBRational::Big::AssignInteger(KOBWBRational& value, __int128 integer) {
     return true;
 }
 
+bool KOBWBRational::Big::AssignInteger(KOBWBRational& value, mpz_srcptr integer) {
+    // A magnitude below 2^127: at most two limbs, the top bit of the second clear.
+    const size_t size = mpz_size(integer);
+    const mp_limb_t* limbs = mpz_limbs_read(integer);
+    if (size > 2 || (size == 2 && limbs[1] >> 63)) return false;
+    unsigned __int128 magnitude = size > 0 ? limbs[0] : 0;
+    if (size > 1) magnitude |= static_cast<unsigned __int128>(limbs[1]) << 64;
+    const __int128 signedValue = static_cast<__int128>(magnitude);
+    return AssignInteger(value, mpz_sgn(integer) < 0 ? -signedValue : signedValue);
+}
+
 void KOBWBRational::Big::Assign(KOBWBRational& value, mpz_srcptr numerator, mpz_srcptr denominator) {
     if (mpz_fits_slong_p(numerator) && mpz_fits_slong_p(denominator)) {
         value.m_numerator = mpz_get_si(numerator);
@@ -142,14 +153,7 @@ void KOBWBRational::Big::Assign(KOBWBRational& value, mpz_srcptr numerator, mpz_
         value.m_big.reset();
         return;
     }
-    if (mpz_cmp_ui(denominator, 1) == 0 && mpz_sizeinbase(numerator, 2) <= 127) {
-        const mp_limb_t* limbs = mpz_limbs_read(numerator);
-        unsigned __int128 magnitude = limbs[0];
-        if (mpz_size(numerator) > 1) magnitude |= static_cast<unsigned __int128>(limbs[1]) << 64;
-        const __int128 integer = static_cast<__int128>(magnitude);
-        AssignInteger(value, mpz_sgn(numerator) < 0 ? -integer : integer);
-        return;
-    }
+    if (mpz_cmp_ui(denominator, 1) == 0 && AssignInteger(value, numerator)) return;
     value.m_numerator = 0;
     value.m_denominator = 1;
     const size_t limbs = mpz_size(numerator) + mpz_size(denominator);

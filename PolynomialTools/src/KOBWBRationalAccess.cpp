@@ -50,10 +50,12 @@ void KOBWBRationalAccess::ToFlint(const KOBWBRational& value, fmpq_t result) {
 }
 
 KOBWBRational KOBWBRationalAccess::FromFlint(const fmpz_t value) {
-    if (fmpz_fits_si(value)) return KOBWBRational(static_cast<long long>(fmpz_get_si(value)));
+    if (!COEFF_IS_MPZ(*value)) return KOBWBRational(static_cast<long long>(*value));
+    const mpz_srcptr integer = COEFF_TO_PTR(*value);
+    KOBWBRational result;
+    if (KOBWBRational::Big::AssignInteger(result, integer)) return result;
     const fmpz one = 1;
     const IntegerView numerator(value), denominator(&one);
-    KOBWBRational result;
     KOBWBRational::Big::Assign(result, numerator.get(), denominator.get());
     return result;
 }

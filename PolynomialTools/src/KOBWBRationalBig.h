@@ -37,6 +37,8 @@ struct alignas(mp_limb_t) KOBWBRational::Big {
     // Sets value to an integer in the form it fits: machine word or wide integer;
     // false, value untouched, for -2^127.
     static bool AssignInteger(KOBWBRational& value, __int128 integer);
+    // The same for a GMP integer; false, value untouched, past the wide form.
+    static bool AssignInteger(KOBWBRational& value, mpz_srcptr integer);
 
     // Sets value to numerator / denominator, reduced with a positive denominator, in
     // the smallest form it fits.
@@ -62,5 +64,6 @@ struct alignas(mp_limb_t) KOBWBRational::Big {
 };
 
 static_assert(sizeof(KOBWBRational::Big) % sizeof(mp_limb_t) == 0, "the limbs follow the sizes unpadded");
+static_assert(GMP_LIMB_BITS == 64 && GMP_NAIL_BITS == 0, "a wide integer is two full limbs");
 
 #endif
