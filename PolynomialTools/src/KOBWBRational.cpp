@@ -308,7 +308,7 @@ double KOBWBRational::ToDouble() const {
     if (m_denominator == 1) return static_cast<double>(m_numerator);
     // Both parts exact as doubles give a correctly rounded quotient.
     constexpr long long exact = 1LL << 53;
-    if (std::llabs(m_numerator) <= exact && m_denominator <= exact)
+    if (m_numerator >= -exact && m_numerator <= exact && m_denominator <= exact)
         return static_cast<double>(m_numerator) / static_cast<double>(m_denominator);
     return mpq_get_d(Big::View(*this).get());
 }
