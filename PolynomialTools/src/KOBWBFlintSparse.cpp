@@ -167,10 +167,13 @@ void SparseContext::ToFlint(const KOBWBPolynomial& p, fmpz_mpoly_struct* result,
 
 KOBWBPolynomial SparseContext::FromFlint(const fmpz_mpoly_struct* p, const KOBWBRational& scale,
                                          const std::vector<long long>& offsets) {
-    // Exponents of at most 32 bits unpack into half the memory.
+    // Exponents unpack into the narrowest words that hold FLINT's fields: a product of
+    // a million terms is walked several times over them.
     std::vector<KOBWBPolynomialTerm> terms =
-        p->bits <= 32 ? TermsInStorageOrder<unsigned>(p, m_context, m_atoms, scale, offsets)
-                      : TermsInStorageOrder<ulong>(p, m_context, m_atoms, scale, offsets);
+        p->bits <= 8    ? TermsInStorageOrder<unsigned char>(p, m_context, m_atoms, scale, offsets)
+        : p->bits <= 16 ? TermsInStorageOrder<unsigned short>(p, m_context, m_atoms, scale, offsets)
+        : p->bits <= 32 ? TermsInStorageOrder<unsigned>(p, m_context, m_atoms, scale, offsets)
+                        : TermsInStorageOrder<ulong>(p, m_context, m_atoms, scale, offsets);
     return KOBWBPolynomialAccess::FromOrderedTerms(std::move(terms));
 }
 
