@@ -25,13 +25,14 @@ KOBWBPolynomial TermByTerm(const KOBWBPolynomial& a, const KOBWBPolynomial& b) {
     return sum;
 }
 
-// Terms over the atoms -1, 3 and 17 with exponents from -3 to 5 and rational
-// coefficients (or real ones when asked).
-KOBWBPolynomial Sparse(std::mt19937& random, int terms, bool real = false) {
+// Terms over the atoms given (-1, 3 and 17 by default) with exponents from -3 to 5
+// and rational coefficients (or real ones when asked).
+KOBWBPolynomial Sparse(std::mt19937& random, int terms, bool real = false,
+                       const std::vector<int>& atoms = {-1, 3, 17}) {
     std::vector<KOBWBPolynomialTerm> list;
     for (int i = 0; i < terms; ++i) {
         KOBWBMonomial monomial;
-        for (int atom : {-1, 3, 17}) {
+        for (int atom : atoms) {
             const long long exponent = static_cast<long long>(random() % 9) - 3;
             if (exponent != 0) monomial.push_back({atom, exponent});
         }
@@ -77,9 +78,21 @@ TEST(LargePolynomials, ProductsAndPowersMatchTermByTermProducts) {
         EXPECT_NEAR(mixed.GetTerm(i).coefficient.ToDouble(), byTerm.GetTerm(i).coefficient.ToDouble(), 1e-6);
     }
 
-    // Exponents past 2^40 are multiplied by hand.
-    const KOBWBPolynomial far = Sparse(random, 60) * KOBWBPolynomial::Atom(3, 1LL << 50), other = Sparse(random, 45);
-    EXPECT_EQ(far * other, TermByTerm(far, other));
+    // Exponents of every width FLINT packs them in; past 2^40 they are multiplied by hand.
+    // FLINT fills a word with the fields of all atoms, so the width also depends on
+    // how many there are: 8 bits for eight atoms, 10 for six, 21 for three.
+    const std::vector<int> six{1, 2, 3, 4, 5, 6}, eight{1, 2, 3, 4, 5, 6, 7, 8};
+    for (const std::vector<int>* atoms : {&eight, &six}) {
+        for (const long long shift : {0LL, 300LL}) {
+            const KOBWBPolynomial far = Sparse(random, 40, false, *atoms) * KOBWBPolynomial::Atom(3, shift),
+                                  other = Sparse(random, 30, false, *atoms);
+            EXPECT_EQ(far * other, TermByTerm(far, other)) << atoms->size() << " atoms, shift " << shift;
+        }
+    }
+    for (const long long shift : {300LL, 70000LL, 1LL << 35, 1LL << 50}) {
+        const KOBWBPolynomial far = Sparse(random, 60) * KOBWBPolynomial::Atom(3, shift), other = Sparse(random, 45);
+        EXPECT_EQ(far * other, TermByTerm(far, other)) << shift;
+    }
 
     // (x + y/2 + 1/z + 3)^12 against repeated products.
     const KOBWBPolynomial sum = KOBWBPolynomial::Atom(1) + Number(KOBWBRational(1, 2)) * KOBWBPolynomial::Atom(2) +
