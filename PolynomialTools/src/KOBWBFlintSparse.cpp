@@ -1,5 +1,6 @@
 #include "KOBWBFlintSparse.h"
 
+#include "KOBLVRLargeBlocks.h"
 #include "KOBWBFlintValues.h"
 #include "KOBWBPolynomialAccess.h"
 #include "KOBWBRationalAccess.h"
@@ -65,7 +66,10 @@ std::vector<KOBWBPolynomialTerm> TermsInStorageOrder(const fmpz_mpoly_struct* p,
                                                      const std::vector<long long>& offsets) {
     const slong length = fmpz_mpoly_length(p, context);
     const size_t variables = atoms.size();
-    Exponents<Word> exponents{std::vector<Word>(static_cast<size_t>(length) * variables), variables, offsets};
+    Exponents<Word> exponents{std::vector<Word>(), variables, offsets};
+    exponents.values.reserve(static_cast<size_t>(length) * variables);
+    kobwb::AdviseHugePages(exponents.values.data(), exponents.values.capacity() * sizeof(Word));
+    exponents.values.resize(static_cast<size_t>(length) * variables);
     std::vector<ulong> one(std::max<size_t>(1, variables));
     for (slong i = 0; i < length; ++i) {
         fmpz_mpoly_get_term_exp_ui(one.data(), p, i, context);
@@ -80,6 +84,7 @@ std::vector<KOBWBPolynomialTerm> TermsInStorageOrder(const fmpz_mpoly_struct* p,
     const bool unscaled = scale.IsOne();
     std::vector<KOBWBPolynomialTerm> terms;
     terms.reserve(order.size());
+    kobwb::AdviseHugePages(terms.data(), terms.capacity() * sizeof(KOBWBPolynomialTerm));
     for (const int i : order) {
         terms.emplace_back();
         KOBWBPolynomialTerm& term = terms.back();

@@ -41,11 +41,20 @@ void FreeLargeBlock(void* block, std::size_t bytes) noexcept {
         munmap(block, WholeHugePages(bytes));
 }
 
+void AdviseHugePages(void* data, std::size_t bytes) noexcept {
+    const std::uintptr_t start = reinterpret_cast<std::uintptr_t>(data);
+    const std::uintptr_t first = (start + hugePage - 1) / hugePage * hugePage;
+    const std::uintptr_t last = (start + bytes) / hugePage * hugePage;
+    if (last > first) madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
+}
+
 #else
 
 void* AllocateLargeBlock(std::size_t bytes) noexcept { return std::malloc(bytes); }
 
 void FreeLargeBlock(void* block, std::size_t) noexcept { std::free(block); }
+
+void AdviseHugePages(void*, std::size_t) noexcept {}
 
 #endif
 

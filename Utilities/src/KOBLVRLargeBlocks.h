@@ -18,6 +18,9 @@ constexpr std::size_t hugePage = 2 * 1024 * 1024;
 // Null when memory runs out; the block is freed with FreeLargeBlock, given the same size.
 void* AllocateLargeBlock(std::size_t bytes) noexcept;
 void FreeLargeBlock(void* block, std::size_t bytes) noexcept;
+// For memory that comes from elsewhere (a standard container's reserve), not yet
+// touched: asks that the whole huge pages inside it be backed by huge pages.
+void AdviseHugePages(void* data, std::size_t bytes) noexcept;
 
 // An allocator for standard containers that takes its memory from large blocks.
 template <class T>
