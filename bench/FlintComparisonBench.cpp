@@ -1,4 +1,5 @@
 #include "KOBWBUnivariatePolynomialTools.h"
+#include "ResidentMemory.h"
 #include "SparsePolynomialWorkload.h"
 
 #include <arb_fmpz_poly.h>
@@ -189,6 +190,12 @@ void OursSparseProduct(benchmark::State& state) {
         benchmark::DoNotOptimize(product);
     }
     state.counters["terms"] = product.GetNbOfTerms();
+    // The resident memory the product holds, built once more from fresh pages.
+    product = KOBWBPolynomial();
+    bench::ReleaseFreedMemory();
+    const std::size_t before = bench::ResidentBytes();
+    product = KOBWBPolynomial::Multiply(a, b);
+    state.counters["MB"] = static_cast<double>(bench::ResidentBytes() - before) / 1e6;
 }
 
 void FlintSparseProduct(benchmark::State& state) {
@@ -220,6 +227,11 @@ void FlintSparseProductFresh(benchmark::State& state) {
         benchmark::DoNotOptimize(product.value);
     }
     state.counters["terms"] = static_cast<double>(terms);
+    bench::ReleaseFreedMemory();
+    const std::size_t before = bench::ResidentBytes();
+    SparsePolynomial product(context);
+    fmpz_mpoly_mul(product.value, a.value, b.value, context.value);
+    state.counters["MB"] = static_cast<double>(bench::ResidentBytes() - before) / 1e6;
 }
 
 // --- Degree 100 and 50 ----------------------------------------------------------------

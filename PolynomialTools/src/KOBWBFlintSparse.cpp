@@ -88,6 +88,10 @@ std::vector<KOBWBPolynomialTerm> TermsInStorageOrder(const fmpz_mpoly_struct* p,
     for (const int i : order) {
         terms.emplace_back();
         KOBWBPolynomialTerm& term = terms.back();
+        // A monomial of more factors than it keeps in place gets a block of its size.
+        size_t factors = 0;
+        for (size_t v = 0; v < variables; ++v) factors += exponents.At(i, v) != 0 ? 1 : 0;
+        term.monomial.reserve(factors);
         for (size_t v = 0; v < variables; ++v) {
             const long long exponent = exponents.At(i, v);
             if (exponent != 0) term.monomial.push_back({atoms[v], exponent});
