@@ -99,6 +99,8 @@ struct KOBWBPolynomialContext::Impl {
     // The sum of the terms, their reciprocal factors left out.
     KOBWBExpression* WriteTerms(const std::vector<const KOBWBPolynomialTerm*>& terms);
     KOBWBExpression* Constant(const KOBWBValue& value, const std::string& key);
+    // Whether reading what Write makes of the polynomial gives it back (see ReadsBackExactly).
+    bool ReadsBack(const KOBWBPolynomial& polynomial);
 
     KOBWBFactory& factory;
     KOBWBExpression* zero;

@@ -33,7 +33,7 @@ void LinearForms::WriteTrace(const char* label, const KOBWBPolynomial& polynomia
     if (m_trace) *m_trace << label << TraceExpression(m_context.ToExpression(polynomial)).c_str() << lvrendl;
 }
 
-void LinearForms::Run(std::vector<KOBWBEquation*>& changed) {
+void LinearForms::Run(std::vector<KOBWBEquation*>& changed, KnownReadings* known) {
     const size_t variables = static_cast<size_t>(m_factory.GetNbOfVariables());
     m_equationsOf.assign(variables, {});
     m_formsOf.assign(variables, {});
@@ -42,7 +42,13 @@ void LinearForms::Run(std::vector<KOBWBEquation*>& changed) {
     m_equations.clear();
     for (KOBWBEquation* equation = m_factory.GetFirstEquation(); equation; equation = equation->GetNext()) {
         Equation entry{equation, {}, false, false};
-        entry.readable = m_context.ToPolynomial(equation->GetRoot(), entry.polynomial);
+        const auto found = known ? known->find(equation) : KnownReadings::iterator();
+        if (known && found != known->end() && found->second.root == equation->GetRoot()) {
+            entry.polynomial = std::move(found->second.polynomial);
+            entry.readable = true;
+        } else {
+            entry.readable = m_context.ToPolynomial(equation->GetRoot(), entry.polynomial);
+        }
         for (KOBWBVariable* variable : m_context.GetVariables(entry.polynomial))
             m_equationsOf[static_cast<size_t>(variable->GetIdx())].insert(m_equations.size());
         m_equations.push_back(std::move(entry));

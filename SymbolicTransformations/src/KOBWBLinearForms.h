@@ -2,6 +2,7 @@
 #define KOBWBLinearForms_h
 
 #include "KOBWBPolynomial.h"
+#include "KOBWBTransformationPasses.h"
 
 #include <memory>
 #include <unordered_set>
@@ -37,8 +38,10 @@ public:
     ~LinearForms();
 
     // Eliminates what it can. Equations rewritten get their new root (an equality
-    // that becomes exactly 0 is removed); changed receives them.
-    void Run(std::vector<KOBWBEquation*>& changed);
+    // that becomes exactly 0 is removed); changed receives them. known, when not
+    // null, gives the polynomials of roots read before, which are taken (moved out)
+    // instead of reading those roots again.
+    void Run(std::vector<KOBWBEquation*>& changed, KnownReadings* known = nullptr);
     // The expression found for the variable of that index; null where none.
     const KOBWBPolynomial* Form(int variableIndex) const;
 

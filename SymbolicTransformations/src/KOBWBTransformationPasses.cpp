@@ -89,13 +89,21 @@ KOBWBExpression* CanonicalizeConstants(KOBWBFactory& factory, KOBWBExpression* r
     return root;
 }
 
-KOBWBExpression* SimplifyRoot(KOBWBPolynomialContext& context, KOBWBEquation& equation) {
-    KOBWBExpression* simplified = context.Simplify(equation.GetRoot());
+KOBWBExpression* SimplifyRoot(KOBWBPolynomialContext& context, KOBWBEquation& equation, KnownReading* known) {
+    if (known) known->root = nullptr;
+    KOBWBPolynomial polynomial;
+    KOBWBExpression* simplified =
+        context.ToPolynomial(equation.GetRoot(), polynomial) ? context.ToExpression(polynomial) : nullptr;
     if (!simplified) return equation.GetRoot();
     const bool zero = simplified->GetType() == KOBWBConstantType && !simplified->GetExprValue().IsAFraction() &&
                       simplified->GetExprValue().GetType() == KOBWBIntegerValue &&
                       simplified->GetExprValue().GetAsInteger() == 0;
-    return zero && equation.GetType() == KOBWBEqEqual ? nullptr : simplified;
+    if (zero && equation.GetType() == KOBWBEqEqual) return nullptr;
+    if (known && context.ReadsBackExactly(polynomial)) {
+        known->root = simplified;
+        known->polynomial = std::move(polynomial);
+    }
+    return simplified;
 }
 
 bool CanHold(const KOBWBEnvironment& environment, KOBWBEquation& equation, bool constantRoot) {
@@ -219,9 +227,11 @@ void RunOnEquation(KOBWBFactory& factory, KOBWBPolynomialContext& context, const
         if (trace) *trace << "After : " << TraceExpression(root).c_str() << lvrendl;
     }
     if (!(pass.mode & KOBWBSimplifyEquations)) return;
-    if (KOBWBExpression* simplified = SimplifyRoot(context, equation)) {
+    KnownReading known;
+    if (KOBWBExpression* simplified = SimplifyRoot(context, equation, pass.readings ? &known : nullptr)) {
         mark(simplified);
         equation.SetRoot(simplified);
+        if (known.root) (*pass.readings)[&equation] = std::move(known);
     } else {
         KOBWBEquation* removed = &equation;
         factory.RemoveEquation(removed);

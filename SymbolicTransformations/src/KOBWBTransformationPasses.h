@@ -4,10 +4,12 @@
 #include "KOBWBEquation.h"
 #include "KOBWBExpression.h"
 #include "KOBWBFactory.h"
+#include "KOBWBPolynomial.h"
 
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -62,9 +64,20 @@ void BinarizeOperators(KOBWBFactory& factory, KOBWBExpression* root);
 // constants and Pi. Returns the node to use in place of root.
 KOBWBExpression* CanonicalizeConstants(KOBWBFactory& factory, KOBWBExpression* root);
 
+// The polynomial a simplified root was written from, when reading the root gives it
+// back exactly (see KOBWBPolynomialContext::ReadsBackExactly): a later pass over the
+// same, unchanged root may take it instead of reading the root again.
+struct KnownReading {
+    KOBWBExpression* root = nullptr;
+    KOBWBPolynomial polynomial;
+};
+using KnownReadings = std::unordered_map<const KOBWBEquation*, KnownReading>;
+
 // The equation's root simplified on the algebra engine; the root itself when it cannot
-// be read; null when the equation is an equality whose root is exactly 0.
-KOBWBExpression* SimplifyRoot(KOBWBPolynomialContext& context, KOBWBEquation& equation);
+// be read; null when the equation is an equality whose root is exactly 0. known, when
+// not null, receives the simplified root with its polynomial when that reads back
+// exactly, and a null root otherwise.
+KOBWBExpression* SimplifyRoot(KOBWBPolynomialContext& context, KOBWBEquation& equation, KnownReading* known = nullptr);
 
 // How an implementation of the operator runs the pass over the equations.
 struct EquationPass {
@@ -77,6 +90,8 @@ struct EquationPass {
     bool markBeforeSimplifying = false;
     // The trace level of the lines before and after flattening.
     int flattenTraceLevel = 1;
+    // When not null, receives the known readings of the simplified roots.
+    KnownReadings* readings = nullptr;
 };
 
 // The pass over the equations of the factory, last to first, that both
