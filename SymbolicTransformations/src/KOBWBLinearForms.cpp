@@ -33,7 +33,7 @@ void LinearForms::WriteTrace(const char* label, const KOBWBPolynomial& polynomia
     if (m_trace) *m_trace << label << TraceExpression(m_context.ToExpression(polynomial)).c_str() << lvrendl;
 }
 
-void LinearForms::Run(std::vector<KOBWBEquation*>& changed, KnownReadings* known) {
+void LinearForms::Run(std::vector<KOBWBEquation*>& changed, UnwrittenRoots* unwritten) {
     const size_t variables = static_cast<size_t>(m_factory.GetNbOfVariables());
     m_equationsOf.assign(variables, {});
     m_formsOf.assign(variables, {});
@@ -42,10 +42,11 @@ void LinearForms::Run(std::vector<KOBWBEquation*>& changed, KnownReadings* known
     m_equations.clear();
     for (KOBWBEquation* equation = m_factory.GetFirstEquation(); equation; equation = equation->GetNext()) {
         Equation entry{equation, {}, false, false};
-        const auto found = known ? known->find(equation) : KnownReadings::iterator();
-        if (known && found != known->end() && found->second.root == equation->GetRoot()) {
-            entry.polynomial = std::move(found->second.polynomial);
+        const auto found = unwritten ? unwritten->find(equation) : UnwrittenRoots::iterator();
+        if (unwritten && found != unwritten->end()) {
+            entry.polynomial = std::move(found->second);
             entry.readable = true;
+            entry.changed = true;
         } else {
             entry.readable = m_context.ToPolynomial(equation->GetRoot(), entry.polynomial);
         }

@@ -38,10 +38,11 @@ public:
     ~LinearForms();
 
     // Eliminates what it can. Equations rewritten get their new root (an equality
-    // that becomes exactly 0 is removed); changed receives them. known, when not
-    // null, gives the polynomials of roots read before, which are taken (moved out)
-    // instead of reading those roots again.
-    void Run(std::vector<KOBWBEquation*>& changed, KnownReadings* known = nullptr);
+    // that becomes exactly 0 is removed); changed receives them. unwritten, when not
+    // null, gives the polynomials of equations whose roots are still to be written
+    // (see UnwrittenRoots), taken (moved out) in place of reading those roots: their
+    // roots are written, and their equations listed in changed, with the others.
+    void Run(std::vector<KOBWBEquation*>& changed, UnwrittenRoots* unwritten = nullptr);
     // The expression found for the variable of that index; null where none.
     const KOBWBPolynomial* Form(int variableIndex) const;
 

@@ -89,21 +89,17 @@ KOBWBExpression* CanonicalizeConstants(KOBWBFactory& factory, KOBWBExpression* r
     return root;
 }
 
-KOBWBExpression* SimplifyRoot(KOBWBPolynomialContext& context, KOBWBEquation& equation, KnownReading* known) {
-    if (known) known->root = nullptr;
+KOBWBExpression* SimplifyRoot(KOBWBPolynomialContext& context, KOBWBEquation& equation, UnwrittenRoots* unwritten) {
     KOBWBPolynomial polynomial;
-    KOBWBExpression* simplified =
-        context.ToPolynomial(equation.GetRoot(), polynomial) ? context.ToExpression(polynomial) : nullptr;
-    if (!simplified) return equation.GetRoot();
-    const bool zero = simplified->GetType() == KOBWBConstantType && !simplified->GetExprValue().IsAFraction() &&
-                      simplified->GetExprValue().GetType() == KOBWBIntegerValue &&
-                      simplified->GetExprValue().GetAsInteger() == 0;
-    if (zero && equation.GetType() == KOBWBEqEqual) return nullptr;
-    if (known && context.ReadsBackExactly(polynomial)) {
-        known->root = simplified;
-        known->polynomial = std::move(polynomial);
+    if (!context.ToPolynomial(equation.GetRoot(), polynomial)) return equation.GetRoot();
+    // The zero polynomial is written as the integer constant 0, and only it.
+    if (polynomial.IsZero() && equation.GetType() == KOBWBEqEqual) return nullptr;
+    if (unwritten && context.ReadsBackExactly(polynomial)) {
+        (*unwritten)[&equation] = std::move(polynomial);
+        return equation.GetRoot();
     }
-    return simplified;
+    KOBWBExpression* simplified = context.ToExpression(polynomial);
+    return simplified ? simplified : equation.GetRoot();
 }
 
 bool CanHold(const KOBWBEnvironment& environment, KOBWBEquation& equation, bool constantRoot) {
@@ -227,11 +223,11 @@ void RunOnEquation(KOBWBFactory& factory, KOBWBPolynomialContext& context, const
         if (trace) *trace << "After : " << TraceExpression(root).c_str() << lvrendl;
     }
     if (!(pass.mode & KOBWBSimplifyEquations)) return;
-    KnownReading known;
-    if (KOBWBExpression* simplified = SimplifyRoot(context, equation, pass.readings ? &known : nullptr)) {
+    if (KOBWBExpression* simplified = SimplifyRoot(context, equation, pass.unwritten)) {
+        // A root left unwritten is marked when it is written.
+        if (pass.unwritten && pass.unwritten->count(&equation)) return;
         mark(simplified);
         equation.SetRoot(simplified);
-        if (known.root) (*pass.readings)[&equation] = std::move(known);
     } else {
         KOBWBEquation* removed = &equation;
         factory.RemoveEquation(removed);

@@ -64,20 +64,18 @@ void BinarizeOperators(KOBWBFactory& factory, KOBWBExpression* root);
 // constants and Pi. Returns the node to use in place of root.
 KOBWBExpression* CanonicalizeConstants(KOBWBFactory& factory, KOBWBExpression* root);
 
-// The polynomial a simplified root was written from, when reading the root gives it
-// back exactly (see KOBWBPolynomialContext::ReadsBackExactly): a later pass over the
-// same, unchanged root may take it instead of reading the root again.
-struct KnownReading {
-    KOBWBExpression* root = nullptr;
-    KOBWBPolynomial polynomial;
-};
-using KnownReadings = std::unordered_map<const KOBWBEquation*, KnownReading>;
+// The polynomials that equations' roots simplify to, by equation, left unwritten
+// because a later pass rewrites those roots anyway: reading the written root would
+// give the polynomial back exactly (see KOBWBPolynomialContext::ReadsBackExactly),
+// so that pass takes the polynomial and writes each root once.
+using UnwrittenRoots = std::unordered_map<const KOBWBEquation*, KOBWBPolynomial>;
 
 // The equation's root simplified on the algebra engine; the root itself when it cannot
-// be read; null when the equation is an equality whose root is exactly 0. known, when
-// not null, receives the simplified root with its polynomial when that reads back
-// exactly, and a null root otherwise.
-KOBWBExpression* SimplifyRoot(KOBWBPolynomialContext& context, KOBWBEquation& equation, KnownReading* known = nullptr);
+// be read; null when the equation is an equality whose root is exactly 0. unwritten,
+// when not null, receives the polynomial instead when it reads back exactly: the
+// root is then left as it is, not simplified, and returned.
+KOBWBExpression* SimplifyRoot(KOBWBPolynomialContext& context, KOBWBEquation& equation,
+                              UnwrittenRoots* unwritten = nullptr);
 
 // How an implementation of the operator runs the pass over the equations.
 struct EquationPass {
@@ -90,8 +88,8 @@ struct EquationPass {
     bool markBeforeSimplifying = false;
     // The trace level of the lines before and after flattening.
     int flattenTraceLevel = 1;
-    // When not null, receives the known readings of the simplified roots.
-    KnownReadings* readings = nullptr;
+    // When not null, receives the simplified roots that read back exactly, unwritten.
+    UnwrittenRoots* unwritten = nullptr;
 };
 
 // The pass over the equations of the factory, last to first, that both
