@@ -8,6 +8,7 @@
 #include "KOBWBTransformationPasses.h"
 #include "KOBWBVariable.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace kobwb {
@@ -40,11 +41,20 @@ void LinearForms::Run(std::vector<KOBWBEquation*>& changed, UnwrittenRoots* unwr
     m_forms.clear();
     m_forms.resize(variables);
     m_equations.clear();
+    // The factory keeps its equations in the order of their ids: the unwritten roots,
+    // in that order too, are met one after the other.
+    if (unwritten)
+        std::sort(unwritten->begin(), unwritten->end(),
+                  [](const std::pair<int, KOBWBPolynomial>& a, const std::pair<int, KOBWBPolynomial>& b) {
+                      return a.first < b.first;
+                  });
+    size_t nextUnwritten = 0;
     for (KOBWBEquation* equation = m_factory.GetFirstEquation(); equation; equation = equation->GetNext()) {
         Equation entry{equation, {}, false, false};
-        const auto found = unwritten ? unwritten->find(equation) : UnwrittenRoots::iterator();
-        if (unwritten && found != unwritten->end()) {
-            entry.polynomial = std::move(found->second);
+        while (unwritten && nextUnwritten < unwritten->size() && (*unwritten)[nextUnwritten].first < equation->GetId())
+            ++nextUnwritten;
+        if (unwritten && nextUnwritten < unwritten->size() && (*unwritten)[nextUnwritten].first == equation->GetId()) {
+            entry.polynomial = std::move((*unwritten)[nextUnwritten++].second);
             entry.readable = true;
             entry.changed = true;
         } else {

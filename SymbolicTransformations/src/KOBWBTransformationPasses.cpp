@@ -95,7 +95,7 @@ KOBWBExpression* SimplifyRoot(KOBWBPolynomialContext& context, KOBWBEquation& eq
     // The zero polynomial is written as the integer constant 0, and only it.
     if (polynomial.IsZero() && equation.GetType() == KOBWBEqEqual) return nullptr;
     if (unwritten && context.ReadsBackExactly(polynomial)) {
-        (*unwritten)[&equation] = std::move(polynomial);
+        unwritten->emplace_back(equation.GetId(), std::move(polynomial));
         return equation.GetRoot();
     }
     KOBWBExpression* simplified = context.ToExpression(polynomial);
@@ -223,9 +223,10 @@ void RunOnEquation(KOBWBFactory& factory, KOBWBPolynomialContext& context, const
         if (trace) *trace << "After : " << TraceExpression(root).c_str() << lvrendl;
     }
     if (!(pass.mode & KOBWBSimplifyEquations)) return;
+    const size_t unwritten = pass.unwritten ? pass.unwritten->size() : 0;
     if (KOBWBExpression* simplified = SimplifyRoot(context, equation, pass.unwritten)) {
         // A root left unwritten is marked when it is written.
-        if (pass.unwritten && pass.unwritten->count(&equation)) return;
+        if (pass.unwritten && pass.unwritten->size() > unwritten) return;
         mark(simplified);
         equation.SetRoot(simplified);
     } else {

@@ -9,7 +9,7 @@
 #include <cstddef>
 #include <functional>
 #include <string>
-#include <unordered_map>
+#include <utility>
 #include <unordered_set>
 #include <vector>
 
@@ -64,11 +64,12 @@ void BinarizeOperators(KOBWBFactory& factory, KOBWBExpression* root);
 // constants and Pi. Returns the node to use in place of root.
 KOBWBExpression* CanonicalizeConstants(KOBWBFactory& factory, KOBWBExpression* root);
 
-// The polynomials that equations' roots simplify to, by equation, left unwritten
-// because a later pass rewrites those roots anyway: reading the written root would
-// give the polynomial back exactly (see KOBWBPolynomialContext::ReadsBackExactly),
-// so that pass takes the polynomial and writes each root once.
-using UnwrittenRoots = std::unordered_map<const KOBWBEquation*, KOBWBPolynomial>;
+// The polynomials that equations' roots simplify to, with the equations' ids, left
+// unwritten because a later pass rewrites those roots anyway: reading the written
+// root would give the polynomial back exactly (see
+// KOBWBPolynomialContext::ReadsBackExactly), so that pass takes the polynomial and
+// writes each root once.
+using UnwrittenRoots = std::vector<std::pair<int, KOBWBPolynomial>>;
 
 // The equation's root simplified on the algebra engine; the root itself when it cannot
 // be read; null when the equation is an equality whose root is exactly 0. unwritten,
