@@ -56,12 +56,13 @@ public:
         }
         const size_t index = static_cast<size_t>(slot);
         if (index >= m_tables.size() || !m_tables[index]) return;
-        *m_tables[index] = PropertyTable();
         m_free.push_back(m_tables[index]);
         m_tables[index] = nullptr;
     }
 
 private:
+    // A table taken back is cleared when it is reused, when its memory is about to
+    // be written anyway, rather than when its node goes.
     PropertyTable* Take() {
         if (m_free.empty()) {
             m_pool.emplace_back();
@@ -69,6 +70,7 @@ private:
         }
         PropertyTable* table = m_free.back();
         m_free.pop_back();
+        *table = PropertyTable();
         return table;
     }
 
