@@ -58,8 +58,19 @@ bool IsOwnFirstPower(const Impl& impl, const KOBWBPolynomial& replacement, long 
 // the replacement of an atom, null for none.
 template <class Find>
 KOBWBPolynomial Replace(Impl& impl, const KOBWBPolynomial& polynomial, Find find) {
+    // The terms it will have, where a term's one replaced atom stands for itself:
+    // one allocation of the size the result keeps.
+    size_t expected = 0;
+    for (const KOBWBPolynomialTerm& term : polynomial.GetTerms()) {
+        size_t pieces = 1;
+        for (const KOBWBMonomialFactor& factor : term.monomial)
+            if (const KOBWBPolynomial* replacement = find(factor.atom))
+                if (IsOwnFirstPower(impl, *replacement, factor.exponent))
+                    pieces *= static_cast<size_t>(replacement->GetNbOfTerms());
+        expected += pieces;
+    }
     std::vector<KOBWBPolynomialTerm> terms;
-    terms.reserve(2 * static_cast<size_t>(polynomial.GetNbOfTerms()));
+    terms.reserve(expected);
     bool anyReplaced = false;
     KOBWBMonomial kept;
     for (const KOBWBPolynomialTerm& term : polynomial.GetTerms()) {
