@@ -103,6 +103,13 @@ public:
     // The canonical expression of a polynomial of this context; null when it
     // names atoms the context does not have.
     KOBWBExpression* ToExpression(const KOBWBPolynomial& polynomial);
+    // Whether reading ToExpression(polynomial) gives the polynomial back, atom for
+    // atom, so that a caller that keeps the polynomial with the expression need not
+    // read the expression again: true when every coefficient, in the polynomial and
+    // in the arguments of its atoms, is exact and written as one integer or fraction
+    // constant, and every atom is Pi, a variable, or an operator over such arguments
+    // (not a reciprocal, nor a constant or node that is only equal to itself).
+    bool ReadsBackExactly(const KOBWBPolynomial& polynomial);
     // ToExpression(ToPolynomial(expression)); null for null or a foreign expression.
     KOBWBExpression* Simplify(KOBWBExpression* expression);
     // Whether expression - other is exactly zero.

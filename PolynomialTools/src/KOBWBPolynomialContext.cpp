@@ -87,6 +87,14 @@ KOBWBExpression* KOBWBPolynomialContext::ToExpression(const KOBWBPolynomial& pol
     return m_impl->Write(polynomial);
 }
 
+bool KOBWBPolynomialContext::ReadsBackExactly(const KOBWBPolynomial& polynomial) {
+    if (!IsValid()) return false;
+    for (const KOBWBPolynomialTerm& term : polynomial.GetTerms())
+        for (const KOBWBMonomialFactor& factor : term.monomial)
+            if (factor.atom < 0 || factor.atom >= GetNbOfAtoms()) return false;
+    return m_impl->ReadsBack(polynomial);
+}
+
 KOBWBExpression* KOBWBPolynomialContext::Simplify(KOBWBExpression* expression) {
     KOBWBPolynomial polynomial;
     if (!ToPolynomial(expression, polynomial)) return nullptr;

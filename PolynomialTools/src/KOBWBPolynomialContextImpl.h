@@ -37,6 +37,9 @@ struct KOBWBPolynomialContext::Impl {
         unsigned noted = 0;
         // The last walk of Reachable that met the atom.
         unsigned reached = 0;
+        // The last substitution that gave the atom a replacement, and that replacement.
+        unsigned replacedIn = 0;
+        const KOBWBPolynomial* replacement = nullptr;
         // A digest of what the key spells out, made with it: the key of an atom
         // too long to be spelled out.
         std::uint64_t digest = 0;
@@ -96,6 +99,8 @@ struct KOBWBPolynomialContext::Impl {
     // The sum of the terms, their reciprocal factors left out.
     KOBWBExpression* WriteTerms(const std::vector<const KOBWBPolynomialTerm*>& terms);
     KOBWBExpression* Constant(const KOBWBValue& value, const std::string& key);
+    // Whether reading what Write makes of the polynomial gives it back (see ReadsBackExactly).
+    bool ReadsBack(const KOBWBPolynomial& polynomial);
 
     KOBWBFactory& factory;
     KOBWBExpression* zero;
@@ -105,6 +110,7 @@ struct KOBWBPolynomialContext::Impl {
     bool pastBudget = false;
     unsigned noteStamp = 0;
     unsigned reachStamp = 0;
+    unsigned substituteStamp = 0;
     // Scratch storage of reading, kept between expressions.
     std::vector<const KOBWBPolynomial*> argumentScratch;
     struct Frame {

@@ -5,7 +5,7 @@
 #include "KOBWBVariable.h"
 
 #include <algorithm>
-#include <unordered_map>
+#include <deque>
 
 // Substitution of polynomials for atoms, inside the arguments of other atoms too:
 // an atom whose arguments change is read again from its new arguments.
@@ -38,40 +38,88 @@ std::vector<int> Impl::Reachable(const KOBWBPolynomial& polynomial) {
 
 namespace {
 
-// The polynomial with the atoms that have a replacement replaced; a power past the
-// budget is written as a power node and read back as one atom.
-// find(atom) gives the replacement of an atom, null for none.
+// replacement^exponent; a power past the budget is written as a power node and read
+// back as one atom. The replacement itself stands for its first power, except where
+// the budget (of one term) would not let a sum through.
+KOBWBPolynomial ReplacementPower(Impl& impl, const KOBWBPolynomial& replacement, long long exponent) {
+    KOBWBPolynomial power;
+    if (!replacement.Power(exponent, impl.maxTerms, power)) {
+        KOBWBExpression* node = impl.factory.CreatePower(impl.Write(replacement), static_cast<int>(exponent));
+        impl.Read(node, power);
+    }
+    return power;
+}
+
+bool IsOwnFirstPower(const Impl& impl, const KOBWBPolynomial& replacement, long long exponent) {
+    return exponent == 1 && (replacement.GetNbOfTerms() == 1 || impl.maxTerms > 1);
+}
+
+// The polynomial with the atoms that have a replacement replaced. find(atom) gives
+// the replacement of an atom, null for none.
 template <class Find>
 KOBWBPolynomial Replace(Impl& impl, const KOBWBPolynomial& polynomial, Find find) {
-    std::vector<KOBWBPolynomialTerm> terms;
-    terms.reserve(static_cast<size_t>(polynomial.GetNbOfTerms()));
+    // The terms it will have, where a term's one replaced atom stands for itself:
+    // one allocation of the size the result keeps.
+    size_t expected = 0;
     for (const KOBWBPolynomialTerm& term : polynomial.GetTerms()) {
-        KOBWBPolynomial product(term.coefficient);
-        KOBWBMonomial kept;
-        bool replaced = false;
+        size_t pieces = 1;
+        for (const KOBWBMonomialFactor& factor : term.monomial)
+            if (const KOBWBPolynomial* replacement = find(factor.atom))
+                if (IsOwnFirstPower(impl, *replacement, factor.exponent))
+                    pieces *= static_cast<size_t>(replacement->GetNbOfTerms());
+        expected += pieces;
+    }
+    std::vector<KOBWBPolynomialTerm> terms;
+    terms.reserve(expected);
+    bool anyReplaced = false;
+    KOBWBMonomial kept;
+    for (const KOBWBPolynomialTerm& term : polynomial.GetTerms()) {
+        kept.clear();
+        int replaced = 0;
+        const KOBWBMonomialFactor* single = nullptr;
+        const KOBWBPolynomial* singleReplacement = nullptr;
         for (const KOBWBMonomialFactor& factor : term.monomial) {
             const KOBWBPolynomial* replacement = find(factor.atom);
             if (!replacement) {
                 kept.push_back(factor);
                 continue;
             }
-            replaced = true;
-            KOBWBPolynomial power;
-            if (!replacement->Power(factor.exponent, impl.maxTerms, power)) {
-                KOBWBExpression* node = impl.factory.CreatePower(impl.Write(*replacement),
-                                                                 static_cast<int>(factor.exponent));
-                impl.Read(node, power);
-            }
-            product = KOBWBPolynomial::Multiply(product, power);
+            ++replaced;
+            single = &factor;
+            singleReplacement = replacement;
         }
         // A term without replaced atoms is kept as it is; the others are collected once.
-        if (!replaced) {
+        if (replaced == 0) {
             terms.push_back(term);
             continue;
         }
+        anyReplaced = true;
+        if (replaced == 1) {
+            // One replaced atom: the pieces of its power times the term's coefficient
+            // and its other atoms, without forming their product as a polynomial.
+            KOBWBPolynomial power;
+            const KOBWBPolynomial* pieces = singleReplacement;
+            if (!IsOwnFirstPower(impl, *singleReplacement, single->exponent)) {
+                power = ReplacementPower(impl, *singleReplacement, single->exponent);
+                pieces = &power;
+            }
+            for (const KOBWBPolynomialTerm& piece : pieces->GetTerms()) {
+                KOBWBCoefficient coefficient(piece.coefficient);
+                coefficient *= term.coefficient;
+                // A real product can underflow to zero.
+                if (coefficient.IsZero()) continue;
+                terms.push_back({KOBWBMultiplyMonomials(piece.monomial, kept), std::move(coefficient)});
+            }
+            continue;
+        }
+        KOBWBPolynomial product(term.coefficient);
+        for (const KOBWBMonomialFactor& factor : term.monomial)
+            if (const KOBWBPolynomial* replacement = find(factor.atom))
+                product = KOBWBPolynomial::Multiply(product, ReplacementPower(impl, *replacement, factor.exponent));
         for (const KOBWBPolynomialTerm& piece : product.GetTerms())
             terms.push_back({KOBWBMultiplyMonomials(piece.monomial, kept), piece.coefficient});
     }
+    if (!anyReplaced) return polynomial;
     return KOBWBPolynomial::FromTerms(std::move(terms));
 }
 
@@ -79,47 +127,53 @@ KOBWBPolynomial Replace(Impl& impl, const KOBWBPolynomial& polynomial, Find find
 
 KOBWBPolynomial Impl::Substitute(const KOBWBPolynomial& polynomial,
                                  const std::vector<std::pair<int, const KOBWBPolynomial*>>& substitutions) {
+    // The replacements are kept on the atoms, under a stamp of this substitution; the
+    // first one given for an atom counts.
+    const unsigned stamp = ++substituteStamp;
+    const auto give = [this, stamp](int atom, const KOBWBPolynomial* replacement) {
+        Atom& record = atoms[static_cast<size_t>(atom)];
+        if (record.replacedIn == stamp) return;
+        record.replacedIn = stamp;
+        record.replacement = replacement;
+    };
+    // Replacing may add atoms, which may move the records: each look-up indexes afresh.
+    const auto find = [this, stamp](int atom) -> const KOBWBPolynomial* {
+        const Atom& record = atoms[static_cast<size_t>(atom)];
+        return record.replacedIn == stamp ? record.replacement : nullptr;
+    };
+    for (const auto& substitution : substitutions) give(substitution.first, substitution.second);
     // Without atoms that have arguments (a polynomial in variables), the atoms are
     // replaced where they stand.
     bool nested = false;
     for (const KOBWBPolynomialTerm& term : polynomial.GetTerms())
         for (const KOBWBMonomialFactor& factor : term.monomial)
             nested = nested || !atoms[static_cast<size_t>(factor.atom)].arguments.empty();
-    if (!nested)
-        return Replace(*this, polynomial, [&substitutions](int atom) -> const KOBWBPolynomial* {
-            for (const auto& substitution : substitutions)
-                if (substitution.first == atom) return substitution.second;
-            return nullptr;
-        });
-    std::unordered_map<int, KOBWBPolynomial> replacements;
-    for (const auto& substitution : substitutions) replacements.emplace(substitution.first, *substitution.second);
+    if (!nested) return Replace(*this, polynomial, find);
+    const std::vector<int> reachable = Reachable(polynomial);
+    if (std::none_of(reachable.begin(), reachable.end(), [&find](int atom) { return find(atom) != nullptr; }))
+        return polynomial;
+    // The atoms read again, at addresses that stay put while more are added.
+    std::deque<KOBWBPolynomial> rereadings;
     // Arguments name only earlier atoms: in number order, an atom's arguments have
     // their replacements before the atom is read again.
-    for (int atom : Reachable(polynomial)) {
+    for (int atom : reachable) {
         const Atom& record = atoms[static_cast<size_t>(atom)];
-        if (record.arguments.empty() || replacements.count(atom)) continue;
+        if (record.arguments.empty() || find(atom)) continue;
         bool changed = false;
         for (const KOBWBPolynomial& argument : record.arguments)
             for (const KOBWBPolynomialTerm& term : argument.GetTerms())
-                for (const KOBWBMonomialFactor& factor : term.monomial) changed = changed || replacements.count(factor.atom);
+                for (const KOBWBMonomialFactor& factor : term.monomial) changed = changed || find(factor.atom);
         if (!changed) continue;
         // Replacing and reading may add atoms, which may move the record: keep what it says.
         KOBWBExpression* node = record.node;
         const bool reciprocal = record.kind == AtomKind::Reciprocal;
         std::vector<KOBWBPolynomial> arguments = record.arguments;
-        const auto find = [&replacements](int atom) -> const KOBWBPolynomial* {
-            const auto found = replacements.find(atom);
-            return found == replacements.end() ? nullptr : &found->second;
-        };
         for (KOBWBPolynomial& argument : arguments) argument = Replace(*this, argument, find);
         std::vector<const KOBWBPolynomial*> pointers;
         for (const KOBWBPolynomial& argument : arguments) pointers.push_back(&argument);
-        KOBWBPolynomial reread = reciprocal ? Quotient(KOBWBPolynomial(KOBWBCoefficient(1)), arguments[0], node)
-                                            : ReadOperator(node, pointers);
-        replacements.emplace(atom, std::move(reread));
+        rereadings.push_back(reciprocal ? Quotient(KOBWBPolynomial(KOBWBCoefficient(1)), arguments[0], node)
+                                        : ReadOperator(node, pointers));
+        give(atom, &rereadings.back());
     }
-    return Replace(*this, polynomial, [&replacements](int atom) -> const KOBWBPolynomial* {
-        const auto found = replacements.find(atom);
-        return found == replacements.end() ? nullptr : &found->second;
-    });
+    return Replace(*this, polynomial, find);
 }

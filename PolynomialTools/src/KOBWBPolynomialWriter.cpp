@@ -4,6 +4,7 @@
 #include "KOBWBConstant.h"
 #include "KOBWBFactory.h"
 #include "KOBWBLargeIntegerWriter.h"
+#include "KOBWBLimits.h"
 
 #include <algorithm>
 #include <climits>
@@ -55,6 +56,47 @@ KOBWBExpression* Impl::WriteCoefficient(const KOBWBCoefficient& coefficient, lon
     std::string key(1 + sizeof value, 'r');
     std::memcpy(&key[1], &value, sizeof value);
     return Constant(KOBWBValue(value), key);
+}
+
+namespace {
+
+// Whether WriteCoefficient writes the coefficient as one integer or fraction constant
+// that reads back as the same exact number with the same power of Pi: an integer
+// constant that stands for any or no integer is not a number.
+bool WrittenAsExactConstant(const KOBWBCoefficient& coefficient, long long piPower) {
+    int numerator = 0, denominator = 1;
+    if (!coefficient.IsExact() || piPower < INT_MIN || piPower > INT_MAX ||
+        !coefficient.GetExact().FitsInt(numerator, denominator))
+        return false;
+    return piPower != 0 || denominator != 1 || (!KOBWBIsAnyInteger(numerator) && !KOBWBIsNilInteger(numerator));
+}
+
+bool TermsReadBack(const KOBWBPolynomial& polynomial) {
+    for (const KOBWBPolynomialTerm& term : polynomial.GetTerms())
+        if (!WrittenAsExactConstant(term.coefficient, PiPower(term.monomial))) return false;
+    return true;
+}
+
+} // namespace
+
+bool Impl::ReadsBack(const KOBWBPolynomial& polynomial) {
+    if (!TermsReadBack(polynomial)) return false;
+    // Reading an operator's node interns the atom again from its arguments read
+    // back, so those must read back too; a reciprocal's power is read as the
+    // reciprocal of an expanded power, and constants and nodes equal only to
+    // themselves become new atoms.
+    for (int atom : Reachable(polynomial)) {
+        const Atom& record = atoms[static_cast<size_t>(atom)];
+        if (record.kind != AtomKind::Pi && record.kind != AtomKind::Variable && record.kind != AtomKind::Operator)
+            return false;
+        // An operator is written with its arguments in place of its node's children.
+        if (record.kind == AtomKind::Operator &&
+            static_cast<size_t>(record.node->GetNbOfChildren()) != record.arguments.size())
+            return false;
+        for (const KOBWBPolynomial& argument : record.arguments)
+            if (!TermsReadBack(argument)) return false;
+    }
+    return true;
 }
 
 // Rule 9: the variables themselves, and an atom's first node when its arguments are

@@ -8,6 +8,7 @@
 #include "KOBWBTransformationPasses.h"
 #include "KOBWBVariable.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace kobwb {
@@ -33,16 +34,32 @@ void LinearForms::WriteTrace(const char* label, const KOBWBPolynomial& polynomia
     if (m_trace) *m_trace << label << TraceExpression(m_context.ToExpression(polynomial)).c_str() << lvrendl;
 }
 
-void LinearForms::Run(std::vector<KOBWBEquation*>& changed) {
+void LinearForms::Run(std::vector<KOBWBEquation*>& changed, UnwrittenRoots* unwritten) {
     const size_t variables = static_cast<size_t>(m_factory.GetNbOfVariables());
     m_equationsOf.assign(variables, {});
     m_formsOf.assign(variables, {});
     m_forms.clear();
     m_forms.resize(variables);
     m_equations.clear();
+    // The factory keeps its equations in the order of their ids: the unwritten roots,
+    // in that order too, are met one after the other.
+    if (unwritten)
+        std::sort(unwritten->begin(), unwritten->end(),
+                  [](const std::pair<int, KOBWBPolynomial>& a, const std::pair<int, KOBWBPolynomial>& b) {
+                      return a.first < b.first;
+                  });
+    size_t nextUnwritten = 0;
     for (KOBWBEquation* equation = m_factory.GetFirstEquation(); equation; equation = equation->GetNext()) {
         Equation entry{equation, {}, false, false};
-        entry.readable = m_context.ToPolynomial(equation->GetRoot(), entry.polynomial);
+        while (unwritten && nextUnwritten < unwritten->size() && (*unwritten)[nextUnwritten].first < equation->GetId())
+            ++nextUnwritten;
+        if (unwritten && nextUnwritten < unwritten->size() && (*unwritten)[nextUnwritten].first == equation->GetId()) {
+            entry.polynomial = std::move((*unwritten)[nextUnwritten++].second);
+            entry.readable = true;
+            entry.changed = true;
+        } else {
+            entry.readable = m_context.ToPolynomial(equation->GetRoot(), entry.polynomial);
+        }
         for (KOBWBVariable* variable : m_context.GetVariables(entry.polynomial))
             m_equationsOf[static_cast<size_t>(variable->GetIdx())].insert(m_equations.size());
         m_equations.push_back(std::move(entry));

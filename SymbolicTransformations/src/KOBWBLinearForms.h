@@ -2,6 +2,7 @@
 #define KOBWBLinearForms_h
 
 #include "KOBWBPolynomial.h"
+#include "KOBWBTransformationPasses.h"
 
 #include <memory>
 #include <unordered_set>
@@ -37,8 +38,11 @@ public:
     ~LinearForms();
 
     // Eliminates what it can. Equations rewritten get their new root (an equality
-    // that becomes exactly 0 is removed); changed receives them.
-    void Run(std::vector<KOBWBEquation*>& changed);
+    // that becomes exactly 0 is removed); changed receives them. unwritten, when not
+    // null, gives the polynomials of equations whose roots are still to be written
+    // (see UnwrittenRoots), taken (moved out) in place of reading those roots: their
+    // roots are written, and their equations listed in changed, with the others.
+    void Run(std::vector<KOBWBEquation*>& changed, UnwrittenRoots* unwritten = nullptr);
     // The expression found for the variable of that index; null where none.
     const KOBWBPolynomial* Form(int variableIndex) const;
 

@@ -59,15 +59,18 @@ int KOBWBSymbolicTransformationsImp::DoRun() {
     const bool all = (mode & KOBWBEliminateLinear) || m_equationsToSimplify.Size() == 0;
     {
         KOBWBPolynomialContext context(factory);
+        // With linear forms, the roots they rewrite anyway are written once, by them.
+        kobwb::UnwrittenRoots unwritten;
         kobwb::EquationPass pass;
         pass.mode = mode;
         pass.duplicateRoots = true;
         pass.flattenTraceLevel = 2;
+        if (mode & KOBWBEliminateLinear) pass.unwritten = &unwritten;
         kobwb::RunEquationPass(
             factory, context, pass, parameters, [&](const KOBWBEquation& equation) { return Covers(equation, all); },
             [this](KOBWBExpression* root) { SetProperties(root); });
         if (mode & KOBWBEliminateLinear) {
-            SubstituteLinearForms(context);
+            SubstituteLinearForms(context, unwritten);
             traceSystem();
         }
         for (KOBWBEquation* equation = factory.GetLastEquation(); equation; equation = factory.GetPrevEquation(equation)) {
@@ -82,7 +85,8 @@ int KOBWBSymbolicTransformationsImp::DoRun() {
     return 0;
 }
 
-void KOBWBSymbolicTransformationsImp::SubstituteLinearForms(KOBWBPolynomialContext& context) {
+void KOBWBSymbolicTransformationsImp::SubstituteLinearForms(KOBWBPolynomialContext& context,
+                                                            kobwb::UnwrittenRoots& unwritten) {
     KOBWBFactory& factory = GetFactory();
     const int variables = factory.GetNbOfVariables();
     m_variableExpressions.Size(variables, nullptr);
@@ -91,7 +95,7 @@ void KOBWBSymbolicTransformationsImp::SubstituteLinearForms(KOBWBPolynomialConte
 
     kobwb::LinearForms forms(factory, context, GetGlobalParameters().GetTraceStream(2));
     std::vector<KOBWBEquation*> changed;
-    forms.Run(changed);
+    forms.Run(changed, &unwritten);
     for (KOBWBEquation* equation : changed) SetProperties(equation->GetRoot());
     for (int i = 0; i < variables; ++i) {
         const KOBWBPolynomial* form = forms.Form(i);

@@ -5,6 +5,7 @@
 #include "KOBLVRListPV.h"
 #include "KOBWBRational.h"
 #include "KOBWBSymbolicTransformations.h"
+#include "KOBWBTransformationPasses.h"
 
 #include <vector>
 
@@ -35,7 +36,8 @@ private:
     KOBWBExpression* SimplifyExpression(KOBWBPolynomialContext& context, KOBWBEquation& equation);
     // Eliminates variables through the linear forms (see KOBWBLinearForms.h) and
     // keeps, per variable, its expression as terms of variables.
-    void SubstituteLinearForms(KOBWBPolynomialContext& context);
+    // unwritten gives the roots the simplification pass left to be written here.
+    void SubstituteLinearForms(KOBWBPolynomialContext& context, kobwb::UnwrittenRoots& unwritten);
     // Writes the expressions kept for the variables in the factory's current storage.
     void WriteVariableExpressions();
     void CheckInequalities();

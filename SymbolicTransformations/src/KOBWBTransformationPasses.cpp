@@ -89,13 +89,17 @@ KOBWBExpression* CanonicalizeConstants(KOBWBFactory& factory, KOBWBExpression* r
     return root;
 }
 
-KOBWBExpression* SimplifyRoot(KOBWBPolynomialContext& context, KOBWBEquation& equation) {
-    KOBWBExpression* simplified = context.Simplify(equation.GetRoot());
-    if (!simplified) return equation.GetRoot();
-    const bool zero = simplified->GetType() == KOBWBConstantType && !simplified->GetExprValue().IsAFraction() &&
-                      simplified->GetExprValue().GetType() == KOBWBIntegerValue &&
-                      simplified->GetExprValue().GetAsInteger() == 0;
-    return zero && equation.GetType() == KOBWBEqEqual ? nullptr : simplified;
+KOBWBExpression* SimplifyRoot(KOBWBPolynomialContext& context, KOBWBEquation& equation, UnwrittenRoots* unwritten) {
+    KOBWBPolynomial polynomial;
+    if (!context.ToPolynomial(equation.GetRoot(), polynomial)) return equation.GetRoot();
+    // The zero polynomial is written as the integer constant 0, and only it.
+    if (polynomial.IsZero() && equation.GetType() == KOBWBEqEqual) return nullptr;
+    if (unwritten && context.ReadsBackExactly(polynomial)) {
+        unwritten->emplace_back(equation.GetId(), std::move(polynomial));
+        return equation.GetRoot();
+    }
+    KOBWBExpression* simplified = context.ToExpression(polynomial);
+    return simplified ? simplified : equation.GetRoot();
 }
 
 bool CanHold(const KOBWBEnvironment& environment, KOBWBEquation& equation, bool constantRoot) {
@@ -219,7 +223,10 @@ void RunOnEquation(KOBWBFactory& factory, KOBWBPolynomialContext& context, const
         if (trace) *trace << "After : " << TraceExpression(root).c_str() << lvrendl;
     }
     if (!(pass.mode & KOBWBSimplifyEquations)) return;
-    if (KOBWBExpression* simplified = SimplifyRoot(context, equation)) {
+    const size_t unwritten = pass.unwritten ? pass.unwritten->size() : 0;
+    if (KOBWBExpression* simplified = SimplifyRoot(context, equation, pass.unwritten)) {
+        // A root left unwritten is marked when it is written.
+        if (pass.unwritten && pass.unwritten->size() > unwritten) return;
         mark(simplified);
         equation.SetRoot(simplified);
     } else {

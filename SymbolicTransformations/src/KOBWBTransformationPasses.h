@@ -4,10 +4,12 @@
 #include "KOBWBEquation.h"
 #include "KOBWBExpression.h"
 #include "KOBWBFactory.h"
+#include "KOBWBPolynomial.h"
 
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <utility>
 #include <unordered_set>
 #include <vector>
 
@@ -62,9 +64,19 @@ void BinarizeOperators(KOBWBFactory& factory, KOBWBExpression* root);
 // constants and Pi. Returns the node to use in place of root.
 KOBWBExpression* CanonicalizeConstants(KOBWBFactory& factory, KOBWBExpression* root);
 
+// The polynomials that equations' roots simplify to, with the equations' ids, left
+// unwritten because a later pass rewrites those roots anyway: reading the written
+// root would give the polynomial back exactly (see
+// KOBWBPolynomialContext::ReadsBackExactly), so that pass takes the polynomial and
+// writes each root once.
+using UnwrittenRoots = std::vector<std::pair<int, KOBWBPolynomial>>;
+
 // The equation's root simplified on the algebra engine; the root itself when it cannot
-// be read; null when the equation is an equality whose root is exactly 0.
-KOBWBExpression* SimplifyRoot(KOBWBPolynomialContext& context, KOBWBEquation& equation);
+// be read; null when the equation is an equality whose root is exactly 0. unwritten,
+// when not null, receives the polynomial instead when it reads back exactly: the
+// root is then left as it is, not simplified, and returned.
+KOBWBExpression* SimplifyRoot(KOBWBPolynomialContext& context, KOBWBEquation& equation,
+                              UnwrittenRoots* unwritten = nullptr);
 
 // How an implementation of the operator runs the pass over the equations.
 struct EquationPass {
@@ -77,6 +89,8 @@ struct EquationPass {
     bool markBeforeSimplifying = false;
     // The trace level of the lines before and after flattening.
     int flattenTraceLevel = 1;
+    // When not null, receives the simplified roots that read back exactly, unwritten.
+    UnwrittenRoots* unwritten = nullptr;
 };
 
 // The pass over the equations of the factory, last to first, that both

@@ -19,11 +19,24 @@
 
 namespace {
 
-std::vector<KOBWBExpression*> Children(KOBWBExpression* node) {
-    std::vector<KOBWBExpression*> children(static_cast<size_t>(node->GetNbOfChildren()));
-    for (size_t i = 0; i < children.size(); ++i) children[i] = node->GetChild(static_cast<int>(i));
-    return children;
-}
+// The children of a node, kept in place for the few that most nodes have, so that
+// copying a node costs no allocation besides the copy.
+class ChildList {
+public:
+    explicit ChildList(KOBWBExpression* node) : m_count(node->GetNbOfChildren()) {
+        if (m_count > inlineCount) m_heap.resize(static_cast<size_t>(m_count));
+        KOBWBExpression** data = Data();
+        for (int i = 0; i < m_count; ++i) data[i] = node->GetChild(i);
+    }
+    int Size() const { return m_count; }
+    KOBWBExpression** Data() { return m_count > inlineCount ? m_heap.data() : m_inline; }
+
+private:
+    static constexpr int inlineCount = 8;
+    int m_count;
+    KOBWBExpression* m_inline[inlineCount];
+    std::vector<KOBWBExpression*> m_heap;
+};
 
 } // namespace
 
@@ -34,8 +47,8 @@ KOBWBExpression* KOBWBFactory::CreateOperator(KOBWBExpression* expr) {
     case KOBWBConstantType: return CreateConstant(expr->GetExprValue());
     case KOBWBBlackBoxType: {
         KOBWBBlackBox* blackBox = static_cast<KOBWBBlackBoxOperator*>(expr)->GetBlackBox();
-        std::vector<KOBWBExpression*> children = Children(expr);
-        return DeclareBlackBox(blackBox, static_cast<int>(children.size()), children.data(), 0);
+        ChildList children(expr);
+        return DeclareBlackBox(blackBox, children.Size(), children.Data(), 0);
     }
     case KOBWBStepType: {
         KOBWBExpression* step = CreateUnaryOperator(KOBWBStepType, expr->GetChild(0));
@@ -44,13 +57,13 @@ KOBWBExpression* KOBWBFactory::CreateOperator(KOBWBExpression* expr) {
         return step;
     }
     default: {
-        std::vector<KOBWBExpression*> children = Children(expr);
-        const int count = static_cast<int>(children.size());
+        ChildList children(expr);
+        const int count = children.Size();
         // A sum, product, minimum or maximum may have lost children down to one or
         // none: the copy keeps them as they are, where the creation forms want two.
         if (kobwb::FamilyOf(expr->GetType()) == kobwb::OperatorFamily::Algebraic)
-            return AddExpression(new (*this) KOBWBAlgebraicOperator(*this, expr->GetType(), count, children.data()));
-        return CreateOperator(expr->GetType(), count, children.data());
+            return AddExpression(new (*this) KOBWBAlgebraicOperator(*this, expr->GetType(), count, children.Data()));
+        return CreateOperator(expr->GetType(), count, children.Data());
     }
     }
 }
@@ -77,7 +90,9 @@ public:
             KOBWBExpression* copy;
             int nextChild;
         };
-        std::vector<Frame> frames{{root, rootCopy, 0}};
+        std::vector<Frame> frames;
+        frames.reserve(32);
+        frames.push_back({root, rootCopy, 0});
         while (!frames.empty()) {
             const size_t top = frames.size() - 1;
             KOBWBExpression* node = frames[top].node;

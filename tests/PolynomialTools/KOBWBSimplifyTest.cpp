@@ -376,3 +376,44 @@ TEST(KOBWBSimplify, ExpansionsBeyondTheRealsStayUnexpanded) {
     ASSERT_TRUE(context.ToPolynomial(f.CreatePower(f.CreateSum(x, s.I(1)), 100), small));
     EXPECT_EQ(small.GetNbOfTerms(), 101);
 }
+
+// What the context says reads back exactly does: the expression written for the
+// polynomial reads as the same polynomial, atom for atom. Real coefficients and
+// powers of reciprocals are where reading back may not.
+TEST(KOBWBSimplify, PolynomialsSaidToReadBackDo) {
+    int exact = 0, inexact = 0;
+    for (unsigned seed = 1; seed <= 600; ++seed) {
+        Vars s;
+        Generator generator(s, seed);
+        KOBWBPolynomialContext context(s.factory);
+        KOBWBPolynomial polynomial, again;
+        ASSERT_TRUE(context.ToPolynomial(generator.Make(4), polynomial)) << "seed " << seed;
+        KOBWBExpression* written = context.ToExpression(polynomial);
+        ASSERT_NE(written, nullptr) << "seed " << seed;
+        if (!context.ReadsBackExactly(polynomial)) {
+            ++inexact;
+            continue;
+        }
+        ++exact;
+        ASSERT_TRUE(context.ToPolynomial(written, again)) << "seed " << seed;
+        EXPECT_TRUE(again == polynomial) << "seed " << seed;
+    }
+    EXPECT_GT(exact, 100);
+    EXPECT_GT(inexact, 100);
+
+    Vars s;
+    KOBWBPolynomialContext context(s.factory);
+    KOBWBPolynomial polynomial;
+    KOBWBExpression* x = s.v[0];
+    // 0.1 x + 0.4 x is the real 0.5 x, which reads back as the exact x/2.
+    ASSERT_TRUE(context.ToPolynomial(
+        s.factory.CreateSum(s.factory.CreateProduct(s.factory.CreateRealConstant(0.1), x),
+                            s.factory.CreateProduct(s.factory.CreateRealConstant(0.4), x)),
+        polynomial));
+    EXPECT_FALSE(context.ReadsBackExactly(polynomial));
+    ASSERT_TRUE(context.ToPolynomial(s.factory.CreatePower(s.factory.CreateSum(x, s.I(1)), -2), polynomial));
+    EXPECT_FALSE(context.ReadsBackExactly(polynomial));
+    ASSERT_TRUE(context.ToPolynomial(s.factory.CreateSqrt(s.factory.CreateSum(x, s.I(1))), polynomial));
+    EXPECT_TRUE(context.ReadsBackExactly(polynomial));
+    EXPECT_FALSE(context.ReadsBackExactly(KOBWBPolynomial::Atom(context.GetNbOfAtoms())));
+}
