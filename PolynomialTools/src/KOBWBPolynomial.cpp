@@ -124,16 +124,17 @@ KOBWBPolynomial KOBWBPolynomial::operator-() const {
 
 namespace {
 
-// Merges two sorted term lists, adding (or subtracting) the coefficients of like terms.
-std::vector<KOBWBPolynomialTerm> Merge(const std::vector<KOBWBPolynomialTerm>& a,
-                                       const std::vector<KOBWBPolynomialTerm>& b, bool subtract) {
+// Merges two sorted term lists, adding (or subtracting) the coefficients of like
+// terms; the terms of a, its own copy, are moved rather than copied.
+std::vector<KOBWBPolynomialTerm> Merge(std::vector<KOBWBPolynomialTerm> a, const std::vector<KOBWBPolynomialTerm>& b,
+                                       bool subtract) {
     std::vector<KOBWBPolynomialTerm> merged;
     merged.reserve(a.size() + b.size());
     size_t i = 0, j = 0;
     while (i < a.size() || j < b.size()) {
         const int order = i == a.size() ? 1 : (j == b.size() ? -1 : KOBWBCompareMonomials(a[i].monomial, b[j].monomial));
         if (order < 0) {
-            merged.push_back(a[i++]);
+            merged.push_back(std::move(a[i++]));
             continue;
         }
         KOBWBCoefficient right = subtract ? -b[j].coefficient : b[j].coefficient;
@@ -141,24 +142,32 @@ std::vector<KOBWBPolynomialTerm> Merge(const std::vector<KOBWBPolynomialTerm>& a
             merged.push_back({b[j++].monomial, std::move(right)});
             continue;
         }
-        KOBWBCoefficient sum = a[i].coefficient + right;
-        if (!sum.IsZero()) merged.push_back({a[i].monomial, std::move(sum)});
+        a[i].coefficient += right;
+        if (!a[i].coefficient.IsZero()) merged.push_back(std::move(a[i]));
         ++i;
         ++j;
     }
     return merged;
 }
 
+// this op= other, where other may be this polynomial itself.
+void MergeInto(std::vector<KOBWBPolynomialTerm>& terms, const std::vector<KOBWBPolynomialTerm>& other, bool subtract) {
+    if (&terms == &other)
+        terms = Merge(other, other, subtract);
+    else
+        terms = Merge(std::move(terms), other, subtract);
+}
+
 } // namespace
 
 KOBWBPolynomial& KOBWBPolynomial::operator+=(const KOBWBPolynomial& other) {
     if (m_terms.empty()) return *this = other;
-    if (!other.m_terms.empty()) m_terms = Merge(m_terms, other.m_terms, false);
+    if (!other.m_terms.empty()) MergeInto(m_terms, other.m_terms, false);
     return *this;
 }
 
 KOBWBPolynomial& KOBWBPolynomial::operator-=(const KOBWBPolynomial& other) {
-    if (!other.m_terms.empty()) m_terms = Merge(m_terms, other.m_terms, true);
+    if (!other.m_terms.empty()) MergeInto(m_terms, other.m_terms, true);
     return *this;
 }
 

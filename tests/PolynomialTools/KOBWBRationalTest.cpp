@@ -198,4 +198,10 @@ TEST(KOBWBPolynomial, ArithmeticCollectsLikeTerms) {
     for (const KOBWBPolynomialTerm& term : huge.GetTerms())
         if (term.monomial.size() == 1 && term.monomial[0].exponent == 35) middle = term.coefficient;
     EXPECT_EQ(middle.GetExact().ToString(), "112186277816662845432");
+    // A polynomial added to or taken from itself.
+    KOBWBPolynomial twice = x + y;
+    twice += twice;
+    EXPECT_EQ(twice, (x + y) * KOBWBPolynomial(KOBWBCoefficient(2)));
+    twice -= twice;
+    EXPECT_TRUE(twice.IsZero());
 }
