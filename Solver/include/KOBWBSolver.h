@@ -141,8 +141,6 @@ private:
     // finds no point of them that satisfies the system.
     void NarrowWithContractor();
     void NameConflicts(const std::vector<double>& values, const std::vector<double>& scale);
-    // Whether an equality that does not hold has a derivative of 0 by every unknown.
-    bool HasFlatEquation(const System& s, const std::vector<double>& values, const std::vector<double>& scale) const;
 
     KOBWBFactory& m_factory;
     std::vector<KOBWBVariable*> m_fixed;

@@ -254,11 +254,13 @@ KOBWBSolverStatus KOBWBSolver::Newton() {
             if (!stalled) continue;
         }
         if (status == KOBWBSolverSolved) break;
-        if (!restarted && HasFlatEquation(s, values, scale)) {
-            // An equality that does not hold but has no derivative by any unknown here
-            // marks a stationary point that is not a least-squares one (x^2 = 2 at
-            // x = 0): the solve goes on once from a point moved a little off it, and
-            // ends where it stops again.
+        if (!restarted) {
+            // A stop short of the equalities may be a saddle of the residual rather
+            // than its least-squares point: an equality with no derivative there
+            // (x^2 = 2 at x = 0), or a start on a line the steps cannot leave
+            // (x^2 + y^2 = 25 and x - y = 1 from x = y = 0, where the two rows of
+            // the Jacobian stay parallel). The solve goes on once from a point moved
+            // a little off it, and ends where it stops again.
             restarted = true;
             for (std::size_t j = 0; j < n; ++j) {
                 const double shift = 1e-4 * std::max(1.0, std::fabs(x[j])) * (j % 2 ? -1.0 : 1.0) * (1.0 + j % 7 / 7.0);
@@ -283,18 +285,6 @@ KOBWBSolverStatus KOBWBSolver::Newton() {
     if (status == KOBWBSolverInconsistent) NameConflicts(values, scale);
     for (std::size_t j = 0; j < n; ++j) s.unknowns[j]->SetExprValue(KOBWBValue(x[j]));
     return status;
-}
-
-bool KOBWBSolver::HasFlatEquation(const System& s, const std::vector<double>& values, const std::vector<double>& scale) const {
-    std::vector<bool> moves(static_cast<std::size_t>(s.EqualityCount()), false);
-    const double* entries = values.data() + s.JacobianOutput();
-    for (int k = 0; k < s.EntryCount(); ++k)
-        if (entries[k] != 0.0 && std::isfinite(entries[k])) moves[static_cast<std::size_t>(s.rows[static_cast<std::size_t>(k)])] = true;
-    for (int i = 0; i < s.EqualityCount(); ++i)
-        if (!moves[static_cast<std::size_t>(i)] &&
-            std::fabs(values[static_cast<std::size_t>(i)]) > m_tolerance * scale[static_cast<std::size_t>(i)])
-            return true;
-    return false;
 }
 
 void KOBWBSolver::NameConflicts(const std::vector<double>& values, const std::vector<double>& scale) {

@@ -44,6 +44,24 @@ TEST(KOBWBSolver, SquareAndUnderDeterminedSystems) {
         EXPECT_LE(solver.GetResidual(), 1e-10);
     }
 
+    // From (0, 0) the circle's row of the Jacobian is 0 and the line's is (-1, 1); the
+    // steps follow y = -x, where the two rows stay parallel, to a stop that is a
+    // saddle of the residual, not a conflict: the solve goes on from beside it.
+    {
+        KOBWBFactory f;
+        KOBWBVariable* x = f.CreateVariable();
+        KOBWBVariable* y = f.CreateVariable();
+        f.AddEquation(f.CreateSum(f.CreatePower(x, 2), f.CreatePower(y, 2)), KOBWBEqEqual, Real(f, 25.0));
+        f.AddEquation(f.CreateSub(x, y), KOBWBEqEqual, Real(f, 1.0));
+        x->SetExprValue(KOBWBValue(0.0));
+        y->SetExprValue(KOBWBValue(0.0));
+        KOBWBSolver solver(f);
+        ASSERT_EQ(solver.Solve(), KOBWBSolverSolved);
+        EXPECT_NEAR(ValueOf(x) * ValueOf(x) + ValueOf(y) * ValueOf(y), 25.0, 1e-10);
+        EXPECT_NEAR(ValueOf(x) - ValueOf(y), 1.0, 1e-12);
+        EXPECT_TRUE(solver.GetConflictingEquations().empty());
+    }
+
     // x + y = 2 from (3, 0): the nearest point of the line is (2.5, -0.5).
     KOBWBFactory f;
     KOBWBVariable* x = f.CreateVariable();
