@@ -79,17 +79,20 @@ KOBWBRational& KOBWBRational::operator=(const KOBWBRational& other) {
 void KOBWBRational::BigDeleter::operator()(Big* big) const { Big::Destroy(big); }
 
 KOBWBRational::Big* KOBWBRational::Big::Create(mpz_srcptr numerator, mpz_srcptr denominator) {
-    const size_t numeratorLimbs = mpz_size(numerator), denominatorLimbs = mpz_size(denominator);
-    void* memory = ::operator new(sizeof(Big) + (numeratorLimbs + denominatorLimbs) * sizeof(mp_limb_t));
+    const size_t limbs = mpz_size(numerator) + mpz_size(denominator);
+    void* memory = ::operator new(sizeof(Big) + limbs * sizeof(mp_limb_t));
     Big* big = new (memory) Big;
-    big->capacity = static_cast<int>(numeratorLimbs + denominatorLimbs);
-    big->numeratorSize = mpz_sgn(numerator) * static_cast<int>(numeratorLimbs);
-    big->denominatorSize = static_cast<int>(denominatorLimbs);
-    const mp_limb_t* numeratorLimb = mpz_limbs_read(numerator);
-    std::copy(numeratorLimb, numeratorLimb + numeratorLimbs, big->Limbs());
-    const mp_limb_t* denominatorLimb = mpz_limbs_read(denominator);
-    std::copy(denominatorLimb, denominatorLimb + denominatorLimbs, big->Limbs() + numeratorLimbs);
+    big->capacity = static_cast<int>(limbs);
+    big->Fill(numerator, denominator);
     return big;
+}
+
+void KOBWBRational::Big::Fill(mpz_srcptr numerator, mpz_srcptr denominator) {
+    const size_t numeratorLimbs = mpz_size(numerator), denominatorLimbs = mpz_size(denominator);
+    numeratorSize = mpz_sgn(numerator) * static_cast<int>(numeratorLimbs);
+    denominatorSize = static_cast<int>(denominatorLimbs);
+    std::copy(mpz_limbs_read(numerator), mpz_limbs_read(numerator) + numeratorLimbs, Limbs());
+    std::copy(mpz_limbs_read(denominator), mpz_limbs_read(denominator) + denominatorLimbs, Limbs() + numeratorLimbs);
 }
 
 KOBWBRational::Big* KOBWBRational::Big::Copy(const Big* block) {
@@ -159,12 +162,7 @@ void KOBWBRational::Big::Assign(KOBWBRational& value, mpz_srcptr numerator, mpz_
     const size_t limbs = mpz_size(numerator) + mpz_size(denominator);
     if (value.m_big && !IsWide(value) && static_cast<size_t>(value.m_big->capacity) >= limbs) {
         // The block in place holds the new value: no allocation.
-        Big& big = *value.m_big;
-        big.numeratorSize = mpz_sgn(numerator) * static_cast<int>(mpz_size(numerator));
-        big.denominatorSize = static_cast<int>(mpz_size(denominator));
-        std::copy(mpz_limbs_read(numerator), mpz_limbs_read(numerator) + mpz_size(numerator), big.Limbs());
-        std::copy(mpz_limbs_read(denominator), mpz_limbs_read(denominator) + mpz_size(denominator),
-                  big.Limbs() + mpz_size(numerator));
+        value.m_big->Fill(numerator, denominator);
         return;
     }
     value.m_big.reset(Create(numerator, denominator));

@@ -27,6 +27,8 @@ struct alignas(mp_limb_t) KOBWBRational::Big {
     // A block holding numerator / denominator, which must be reduced with a
     // positive denominator.
     static Big* Create(mpz_srcptr numerator, mpz_srcptr denominator);
+    // Writes numerator / denominator into this block, whose capacity holds them.
+    void Fill(mpz_srcptr numerator, mpz_srcptr denominator);
     // A copy of a block, or the mark itself.
     static Big* Copy(const Big* other);
     static void Destroy(Big* big);

@@ -18,6 +18,12 @@ double ValueOf(KOBWBVariable* v) { return v->GetExprValue().GetAsDouble(); }
 
 KOBWBExpression* Real(KOBWBFactory& f, double value) { return f.CreateRealConstant(value); }
 
+// The circle x^2 + y^2 = 25 and the line line = 1, which meet in two points.
+void CircleAndLine(KOBWBFactory& f, KOBWBVariable* x, KOBWBVariable* y, KOBWBExpression* line) {
+    f.AddEquation(f.CreateSum(f.CreatePower(x, 2), f.CreatePower(y, 2)), KOBWBEqEqual, Real(f, 25.0));
+    f.AddEquation(line, KOBWBEqEqual, Real(f, 1.0));
+}
+
 bool Holds(const std::vector<KOBWBEquation*>& list, const KOBWBEquation* equation) {
     return std::find(list.begin(), list.end(), equation) != list.end();
 }
@@ -32,8 +38,7 @@ TEST(KOBWBSolver, SquareAndUnderDeterminedSystems) {
         KOBWBFactory f;
         KOBWBVariable* x = f.CreateVariable();
         KOBWBVariable* y = f.CreateVariable();
-        f.AddEquation(f.CreateSum(f.CreatePower(x, 2), f.CreatePower(y, 2)), KOBWBEqEqual, Real(f, 25.0));
-        f.AddEquation(f.CreateSub(y, x), KOBWBEqEqual, Real(f, 1.0));
+        CircleAndLine(f, x, y, f.CreateSub(y, x));
         x->SetExprValue(KOBWBValue(startX));
         y->SetExprValue(KOBWBValue(startX + 0.5));
         KOBWBSolver solver(f);
@@ -51,8 +56,7 @@ TEST(KOBWBSolver, SquareAndUnderDeterminedSystems) {
         KOBWBFactory f;
         KOBWBVariable* x = f.CreateVariable();
         KOBWBVariable* y = f.CreateVariable();
-        f.AddEquation(f.CreateSum(f.CreatePower(x, 2), f.CreatePower(y, 2)), KOBWBEqEqual, Real(f, 25.0));
-        f.AddEquation(f.CreateSub(x, y), KOBWBEqEqual, Real(f, 1.0));
+        CircleAndLine(f, x, y, f.CreateSub(x, y));
         x->SetExprValue(KOBWBValue(0.0));
         y->SetExprValue(KOBWBValue(0.0));
         KOBWBSolver solver(f);
@@ -352,8 +356,7 @@ TEST(KOBWBSolver, TransformationsFirst) {
     KOBWBFactory f;
     KOBWBVariable* x = f.CreateVariable();
     KOBWBVariable* y = f.CreateVariable();
-    f.AddEquation(f.CreateSum(f.CreatePower(x, 2), f.CreatePower(y, 2)), KOBWBEqEqual, Real(f, 25.0));
-    f.AddEquation(f.CreateSub(y, x), KOBWBEqEqual, Real(f, 1.0));
+    CircleAndLine(f, x, y, f.CreateSub(y, x));
     x->SetExprValue(KOBWBValue(2.0));
     y->SetExprValue(KOBWBValue(2.5));
     KOBWBSolver solver(f);
