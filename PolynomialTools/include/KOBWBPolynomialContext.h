@@ -66,7 +66,10 @@ class KOBWBVariable;
 //  8. A sum of one term is that term; other sums are one n-ary sum node.
 //  9. Nodes are reused: the variables themselves, the context's 0 and 1, one
 //     node per constant value, and an atom's original node when its arguments
-//     are written back as they were.
+//     are written back as they were. While the factory keeps temporary storage,
+//     only an original node made there is reused: a lasting one is copied, so
+//     that a caller may change the written expression in place without changing
+//     the nodes it read.
 class KOBWBX_API KOBWBPolynomialContext {
 public:
     // zero and one are integer constants 0 and 1 of the factory. The context is
@@ -110,6 +113,11 @@ public:
     // constant, and every atom is Pi, a variable, or an operator over such arguments
     // (not a reciprocal, nor a constant or node that is only equal to itself).
     bool ReadsBackExactly(const KOBWBPolynomial& polynomial);
+    // Whether the polynomial, or an argument of one of its atoms, has an atom for a
+    // node the context does not read into (an integral, an operator without
+    // children, a variable of no factory list): such an atom is written as that
+    // node, with the graph below it. True for an atom the context does not have.
+    bool HasOpaqueAtoms(const KOBWBPolynomial& polynomial);
     // ToExpression(ToPolynomial(expression)); null for null or a foreign expression.
     KOBWBExpression* Simplify(KOBWBExpression* expression);
     // Whether expression - other is exactly zero.

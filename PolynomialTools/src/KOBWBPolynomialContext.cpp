@@ -95,6 +95,16 @@ bool KOBWBPolynomialContext::ReadsBackExactly(const KOBWBPolynomial& polynomial)
     return m_impl->ReadsBack(polynomial);
 }
 
+bool KOBWBPolynomialContext::HasOpaqueAtoms(const KOBWBPolynomial& polynomial) {
+    if (!IsValid()) return false;
+    for (const KOBWBPolynomialTerm& term : polynomial.GetTerms())
+        for (const KOBWBMonomialFactor& factor : term.monomial)
+            if (factor.atom < 0 || factor.atom >= GetNbOfAtoms()) return true;
+    for (int atom : m_impl->Reachable(polynomial))
+        if (m_impl->atoms[static_cast<size_t>(atom)].kind == Impl::AtomKind::Opaque) return true;
+    return false;
+}
+
 KOBWBExpression* KOBWBPolynomialContext::Simplify(KOBWBExpression* expression) {
     KOBWBPolynomial polynomial;
     if (!ToPolynomial(expression, polynomial)) return nullptr;

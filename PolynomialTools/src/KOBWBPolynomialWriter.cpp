@@ -100,7 +100,8 @@ bool Impl::ReadsBack(const KOBWBPolynomial& polynomial) {
 }
 
 // Rule 9: the variables themselves, and an atom's first node when its arguments are
-// written back as they were.
+// written back as they were; in temporary storage only a node made there, a lasting
+// node being copied.
 KOBWBExpression* Impl::WriteAtom(int atom) {
     Atom& record = atoms[static_cast<size_t>(atom)];
     if (record.written) return record.written;
@@ -114,7 +115,7 @@ KOBWBExpression* Impl::WriteAtom(int atom) {
         KOBWBExpression* node = record.node;
         const int count = static_cast<int>(record.arguments.size());
         std::vector<KOBWBExpression*> arguments;
-        bool same = node->GetNbOfChildren() == count;
+        bool same = node->GetNbOfChildren() == count && (!factory.IsUsingTemporaryStorage() || node->IsTemporary());
         for (int i = 0; i < count; ++i) {
             arguments.push_back(Write(record.arguments[static_cast<size_t>(i)]));
             same = same && node->GetChild(i) == arguments.back();

@@ -210,19 +210,64 @@ void TraceSystem(KOBLVRStream& stream, KOBWBFactory& factory, const std::vector<
         stream << "Var[" << i << "] = " << TraceExpression(variableExpressions[static_cast<size_t>(i)]).c_str() << lvrendl;
 }
 
-void RunOnEquation(KOBWBFactory& factory, KOBWBPolynomialContext& context, const EquationPass& pass,
-                   const KOBLVRGlobalParameters& parameters, KOBWBEquation& equation,
-                   const std::function<void(KOBWBExpression*)>& mark) {
-    if (pass.duplicateRoots) equation.DuplicateRoot();
-    KOBWBExpression* root = equation.GetRoot();
-    if (pass.markBeforeSimplifying || !(pass.mode & KOBWBSimplifyEquations)) mark(root);
-    if (pass.mode & (KOBWBEliminateLinear | KOBWBSimplifyEquations)) {
-        KOBLVRStream* trace = parameters.GetTraceStream(pass.flattenTraceLevel);
-        if (trace) *trace << "Before: " << TraceExpression(root).c_str() << lvrendl;
-        FlattenAssociative(root);
-        if (trace) *trace << "After : " << TraceExpression(root).c_str() << lvrendl;
+namespace {
+
+// Whether flattening would merge a min or a max into its parent. Reading collects
+// nested sums and products anyway, but keeps each min and max an atom over its
+// children: only their flattening changes what a root reads as.
+bool FlattensMinOrMax(KOBWBExpression* root) {
+    bool merges = false;
+    PostOrder(root, [&merges](KOBWBExpression* node) {
+        const KOBWBExpressionType type = node->GetType();
+        if (merges || (type != KOBWBMinType && type != KOBWBMaxType)) return;
+        for (int i = 0; i < node->GetNbOfChildren() && !merges; ++i)
+            merges = node->GetChild(i) && node->GetChild(i)->GetType() == type;
+    });
+    return merges;
+}
+
+// Simplifies the equation from its own tree, read as it stands: a root that reads
+// as a polynomial without opaque atoms is written anew (in temporary storage, from
+// new nodes only), so it needs neither a duplicate nor flattening. False, with
+// nothing changed, for a root that stays.
+bool SimplifyOwnTree(KOBWBFactory& factory, KOBWBPolynomialContext& context, const EquationPass& pass,
+                     KOBWBEquation& equation, const std::function<void(KOBWBExpression*)>& mark) {
+    KOBWBPolynomial polynomial;
+    if (FlattensMinOrMax(equation.GetRoot()) || !context.ToPolynomial(equation.GetRoot(), polynomial) ||
+        context.HasOpaqueAtoms(polynomial))
+        return false;
+    if (polynomial.IsZero() && equation.GetType() == KOBWBEqEqual) {
+        KOBWBEquation* removed = &equation;
+        factory.RemoveEquation(removed);
+        return true;
     }
-    if (!(pass.mode & KOBWBSimplifyEquations)) return;
+    if (pass.unwritten && context.ReadsBackExactly(polynomial)) {
+        pass.unwritten->emplace_back(equation.GetId(), std::move(polynomial));
+        return true;
+    }
+    KOBWBExpression* written = context.ToExpression(polynomial);
+    if (!written) return false;
+    mark(written);
+    equation.SetRoot(written);
+    return true;
+}
+
+} // namespace
+
+namespace {
+
+// The root flattened in place, traced before and after when trace is not null.
+KOBWBExpression* Flattened(KOBWBExpression* root, KOBLVRStream* trace) {
+    if (trace) *trace << "Before: " << TraceExpression(root).c_str() << lvrendl;
+    FlattenAssociative(root);
+    if (trace) *trace << "After : " << TraceExpression(root).c_str() << lvrendl;
+    return root;
+}
+
+// Simplifies the equation's root, flattened: sets the simplified root and marks it,
+// or hands the polynomial over unwritten, or removes an equality that is 0.
+void SimplifyFlattened(KOBWBFactory& factory, KOBWBPolynomialContext& context, const EquationPass& pass,
+                       KOBWBEquation& equation, const std::function<void(KOBWBExpression*)>& mark) {
     const size_t unwritten = pass.unwritten ? pass.unwritten->size() : 0;
     if (KOBWBExpression* simplified = SimplifyRoot(context, equation, pass.unwritten)) {
         // A root left unwritten is marked when it is written.
@@ -233,6 +278,40 @@ void RunOnEquation(KOBWBFactory& factory, KOBWBPolynomialContext& context, const
         KOBWBEquation* removed = &equation;
         factory.RemoveEquation(removed);
     }
+}
+
+} // namespace
+
+void RunOnEquation(KOBWBFactory& factory, KOBWBPolynomialContext& context, const EquationPass& pass,
+                   const KOBLVRGlobalParameters& parameters, KOBWBEquation& equation,
+                   const std::function<void(KOBWBExpression*)>& mark) {
+    const bool flattening = (pass.mode & (KOBWBEliminateLinear | KOBWBSimplifyEquations)) != 0;
+    KOBLVRStream* trace = flattening ? parameters.GetTraceStream(pass.flattenTraceLevel) : nullptr;
+    if (pass.duplicateRoots && (pass.mode & KOBWBSimplifyEquations) && !pass.markBeforeSimplifying &&
+        factory.IsUsingTemporaryStorage()) {
+        // The duplicate would only be read when the root is written anew: the factory's
+        // own tree is read first, and duplicated for the trace or when the root stays.
+        KOBWBExpression* own = equation.GetRoot();
+        KOBWBExpression* duplicate = nullptr;
+        if (trace) {
+            equation.DuplicateRoot();
+            duplicate = Flattened(equation.GetRoot(), trace);
+            equation.SetRoot(own);
+        }
+        if (SimplifyOwnTree(factory, context, pass, equation, mark)) return;
+        if (duplicate) {
+            equation.SetRoot(duplicate);
+        } else {
+            equation.DuplicateRoot();
+            Flattened(equation.GetRoot(), nullptr);
+        }
+        SimplifyFlattened(factory, context, pass, equation, mark);
+        return;
+    }
+    if (pass.duplicateRoots) equation.DuplicateRoot();
+    if (pass.markBeforeSimplifying || !(pass.mode & KOBWBSimplifyEquations)) mark(equation.GetRoot());
+    if (flattening) Flattened(equation.GetRoot(), trace);
+    if (pass.mode & KOBWBSimplifyEquations) SimplifyFlattened(factory, context, pass, equation, mark);
 }
 
 void WriteReplayInput(KOBLVRStream& stream, KOBWBFactory& factory, unsigned mode, const KOBLVRIntArray* equationsToSimplify) {

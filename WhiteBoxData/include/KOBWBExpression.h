@@ -59,6 +59,8 @@ public:
     // (tables indexed by node rather than hashed); -1 for nodes made past the largest int.
     int GetNumber() const { return m_slot; }
     KOBWBFactory& GetFactory() const { return m_factory; }
+    // Made while the factory kept temporary storage, and not yet made lasting.
+    bool IsTemporary() const { return (m_flags & temporaryNode) != 0; }
     const KOBWBEnvironment& GetEnvironment() const { return m_factory.GetEnvironment(); }
 
     // Evaluates through the buffer after initialising the environment's error

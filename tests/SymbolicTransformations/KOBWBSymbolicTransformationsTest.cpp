@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <functional>
 #include <memory>
 #include <sstream>
 
@@ -99,6 +100,57 @@ TEST(KOBWBSymbolicTransformations, FlattensAndBinarises) {
     Make(factory, 2 | 8, true)->Run();
     EXPECT_EQ(inPlace->GetRoot(), before);
     EXPECT_EQ(before->GetNbOfChildren(), 2);
+}
+
+// A run reads the caller's trees and gives the equations new ones: the nodes the caller
+// built stay as they were, whether a root is written anew (a min of three and a max
+// over a fraction, which binarising and the constants' canonical form would change
+// in place) or kept, on a flattened duplicate (a nested min, an integral).
+TEST(KOBWBSymbolicTransformations, ARunLeavesTheCallersNodesAsTheyWere) {
+    KOBWBFactory factory;
+    KOBWBVariable* x = factory.CreateVariable();
+    KOBWBVariable* y = factory.CreateVariable();
+    KOBWBVariable* z = factory.CreateVariable();
+    KOBWBExpression* three[] = {x, y, z};
+    KOBWBExpression* min = factory.CreateAlgebraicOperator(KOBWBMinType, 3, three);
+    KOBWBExpression* halfPi = factory.CreateConstant(KOBWBValue(KOBWBCreateFraction(1, 2, 1, 1)));
+    KOBWBExpression* max = factory.CreateMax(x, halfPi);
+    KOBWBEquation* written = factory.AddEquation(factory.CreateSum(min, max), KOBWBEqEqual);
+    KOBWBExpression* nested = factory.CreateMin(factory.CreateMin(x, y), z);
+    KOBWBEquation* flattened = factory.AddEquation(factory.CreateSum(nested, y), KOBWBEqLessEqual);
+    KOBWBExpression* integral = factory.CreateIntegrateOperator(factory.CreateSum(x, factory.CreateSum(y, z)), x);
+    KOBWBEquation* kept = factory.AddEquation(factory.CreateSum(integral, y), KOBWBEqEqual);
+    Make(factory, 4 | 8)->Run();
+    EXPECT_EQ(min->GetNbOfChildren(), 3);
+    EXPECT_EQ(max->GetChild(1), halfPi);
+    ASSERT_EQ(nested->GetNbOfChildren(), 2);
+    EXPECT_EQ(nested->GetChild(0)->GetType(), KOBWBMinType);
+    ASSERT_EQ(integral->GetChild(0)->GetNbOfChildren(), 2);
+    EXPECT_EQ(integral->GetChild(0)->GetChild(1)->GetType(), KOBWBSumType);
+    // The equations' own roots: every min binary, the nested one flattened first
+    // (three leaves under two binary mins), and values unchanged.
+    int mins = 0;
+    KOBWBExpression* outer = nullptr;
+    const std::function<void(KOBWBExpression*)> walk = [&](KOBWBExpression* node) {
+        if (node->GetType() == KOBWBMinType) {
+            ++mins;
+            EXPECT_EQ(node->GetNbOfChildren(), 2);
+            if (node->GetChild(0)->GetType() == KOBWBMinType) outer = node;
+        }
+        for (int i = 0; i < node->GetNbOfChildren(); ++i) walk(node->GetChild(i));
+    };
+    walk(written->GetRoot());
+    walk(flattened->GetRoot());
+    EXPECT_EQ(mins, 4);
+    // min(min(x, y), z) flattens to min(z, x, y), which binarises to min(min(z, x), y).
+    ASSERT_NE(outer, nullptr);
+    EXPECT_EQ(outer->GetChild(1), y);
+    x->SetExprValue(KOBWBValue(1.0));
+    y->SetExprValue(KOBWBValue(2.0));
+    z->SetExprValue(KOBWBValue(-3.0));
+    EXPECT_NEAR(written->GetRoot()->Eval(), -3.0 + 3.14159265358979323846 / 2, 1e-12);
+    EXPECT_NEAR(flattened->GetRoot()->Eval(), -1.0, 1e-12);
+    EXPECT_NE(kept->GetRoot(), nullptr);
 }
 
 TEST(KOBWBSymbolicTransformations, ConstantsOfAnglesAreCanonical) {
