@@ -72,8 +72,9 @@ struct KOBWBPolynomialContext::Impl {
     // Substitution of polynomials for atoms (KOBWBPolynomialSubstitution).
     KOBWBPolynomial Substitute(const KOBWBPolynomial& polynomial,
                                const std::vector<std::pair<int, const KOBWBPolynomial*>>& substitutions);
-    // The atoms reachable from the polynomial through the arguments of its atoms, in number order.
-    std::vector<int> Reachable(const KOBWBPolynomial& polynomial);
+    // The atoms reachable from the polynomial through the arguments of its atoms, in
+    // number order; a list the context keeps, good until the next call.
+    const std::vector<int>& Reachable(const KOBWBPolynomial& polynomial);
     KOBWBPolynomial OperatorAtom(KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& arguments);
     // The atom of a product or power left unexpanded by the budget, noted in pastBudget.
     KOBWBPolynomial PastBudget(KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& arguments);
@@ -113,6 +114,8 @@ struct KOBWBPolynomialContext::Impl {
     unsigned substituteStamp = 0;
     // Scratch storage of reading, kept between expressions.
     std::vector<const KOBWBPolynomial*> argumentScratch;
+    // The list Reachable answers with, and its walk's pending atoms.
+    std::vector<int> reachedScratch, pendingScratch;
     struct Frame {
         KOBWBExpression* node;
         int reading;

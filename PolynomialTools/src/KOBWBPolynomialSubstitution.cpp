@@ -12,8 +12,10 @@
 
 using Impl = KOBWBPolynomialContext::Impl;
 
-std::vector<int> Impl::Reachable(const KOBWBPolynomial& polynomial) {
-    std::vector<int> reached, pending;
+const std::vector<int>& Impl::Reachable(const KOBWBPolynomial& polynomial) {
+    std::vector<int>& reached = reachedScratch;
+    std::vector<int>& pending = pendingScratch;
+    reached.clear();
     // Atoms are marked with a stamp of this walk rather than kept in a set.
     const unsigned stamp = ++reachStamp;
     const auto note = [&](const KOBWBPolynomial& p) {
@@ -149,6 +151,7 @@ KOBWBPolynomial Impl::Substitute(const KOBWBPolynomial& polynomial,
         for (const KOBWBMonomialFactor& factor : term.monomial)
             nested = nested || !atoms[static_cast<size_t>(factor.atom)].arguments.empty();
     if (!nested) return Replace(*this, polynomial, find);
+    // A copy: the list is the context's, and reading atoms again below may walk others.
     const std::vector<int> reachable = Reachable(polynomial);
     if (std::none_of(reachable.begin(), reachable.end(), [&find](int atom) { return find(atom) != nullptr; }))
         return polynomial;
