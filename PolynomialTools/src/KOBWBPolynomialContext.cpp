@@ -56,7 +56,9 @@ KOBWBPolynomial KOBWBPolynomialContext::SubstituteVariable(const KOBWBPolynomial
 
 std::vector<KOBWBVariable*> KOBWBPolynomialContext::GetVariables(const KOBWBPolynomial& polynomial) {
     std::vector<KOBWBVariable*> variables;
-    for (int atom : m_impl->Reachable(polynomial))
+    const std::vector<int>& reachable = m_impl->Reachable(polynomial);
+    variables.reserve(reachable.size());
+    for (int atom : reachable)
         if (KOBWBVariable* variable = GetAtomVariable(atom)) variables.push_back(variable);
     std::sort(variables.begin(), variables.end(),
               [](const KOBWBVariable* a, const KOBWBVariable* b) { return a->GetIdx() < b->GetIdx(); });

@@ -94,15 +94,18 @@ void KOBWBSymbolicTransformationsImp::SubstituteLinearForms(KOBWBPolynomialConte
     m_forms.assign(static_cast<size_t>(variables), {});
 
     kobwb::LinearForms forms(factory, context, GetGlobalParameters().GetTraceStream(2));
+    const bool tracingSystem = GetGlobalParameters().GetTraceStream(1) != nullptr;
     std::vector<KOBWBEquation*> changed;
     forms.Run(changed, &unwritten);
     for (KOBWBEquation* equation : changed) SetProperties(equation->GetRoot());
     for (int i = 0; i < variables; ++i) {
         const KOBWBPolynomial* form = forms.Form(i);
         if (!form) continue;
-        // Written now for the trace of the system; written again once the run's storage is gone.
-        m_variableExpressions[i] = context.ToExpression(*form);
+        // Written now only for the trace of the system; written for good once the run's storage is gone.
+        if (tracingSystem) m_variableExpressions[i] = context.ToExpression(*form);
         std::vector<FormTerm>& terms = m_forms[static_cast<size_t>(i)];
+        // The form 0 is kept as one zero term, so that every form has terms.
+        if (form->IsZero()) terms.push_back({-1, KOBWBRational(), 0});
         for (const KOBWBPolynomialTerm& term : form->GetTerms()) {
             FormTerm entry{-1, term.coefficient.GetExact(), 0};
             for (const KOBWBMonomialFactor& factor : term.monomial) {
@@ -121,7 +124,7 @@ void KOBWBSymbolicTransformationsImp::WriteVariableExpressions() {
     KOBWBFactory& factory = GetFactory();
     KOBWBPolynomialContext context(factory);
     for (size_t i = 0; i < m_forms.size() && static_cast<int>(i) < m_variableExpressions.Size(); ++i) {
-        if (m_forms[i].empty() && !m_variableExpressions[static_cast<int>(i)]) continue;
+        if (m_forms[i].empty()) continue;
         KOBWBPolynomial form;
         for (const FormTerm& term : m_forms[i]) {
             KOBWBPolynomial piece{KOBWBCoefficient(term.coefficient)};

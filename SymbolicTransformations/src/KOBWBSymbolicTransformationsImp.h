@@ -44,7 +44,8 @@ private:
 
     KOBLVRListPV m_variableExpressions;
     // The expressions of the last linear-form phase, by variable, as coefficient
-    // terms over variables, so that they can be written after the run's storage goes.
+    // terms over variables, so that they can be written after the run's storage goes;
+    // no terms for a variable without a form.
     struct FormTerm {
         int variable;
         KOBWBRational coefficient;
