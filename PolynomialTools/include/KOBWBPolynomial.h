@@ -146,6 +146,10 @@ public:
     friend bool operator!=(const KOBWBPolynomial& a, const KOBWBPolynomial& b) { return !(a == b); }
 
     static KOBWBPolynomial Multiply(const KOBWBPolynomial& a, const KOBWBPolynomial& b);
+    // a * b into product (which may be a or b). A large product is written over
+    // product's own terms, factor blocks and coefficients: forming products of the
+    // same size again and again then takes no new memory.
+    static void Multiply(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomial& product);
     // this^exponent for exponent >= 0, in result; false, result untouched, when a
     // polynomial of more than maxTerms terms would be formed on the way.
     bool Power(long long exponent, int maxTerms, KOBWBPolynomial& result) const;

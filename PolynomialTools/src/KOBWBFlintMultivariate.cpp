@@ -14,12 +14,13 @@ namespace KOBWBFlintMultivariate {
 bool Multiply(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomial& product) {
     KOBWBFlint::SparseContext context({&a, &b});
     if (!context.Exact() || !context.ExponentsFit(2)) return false;
-    KOBWBFlint::SparsePolynomial fa(context), fb(context), result(context);
+    KOBWBFlint::SparsePolynomial fa(context), fb(context);
     KOBWBRational scaleA, scaleB;
     context.ToFlint(a, fa.get(), scaleA);
     context.ToFlint(b, fb.get(), scaleB);
-    fmpz_mpoly_mul(result.get(), fa.get(), fb.get(), context.get());
-    product = context.FromFlint(result.get(), scaleA * scaleB, context.Offsets(2));
+    fmpz_mpoly_struct* result = KOBWBFlint::ThreadResult(context);
+    fmpz_mpoly_mul(result, fa.get(), fb.get(), context.get());
+    context.FromFlint(result, scaleA * scaleB, context.Offsets(2), product);
     return true;
 }
 

@@ -13,6 +13,7 @@ namespace KOBWBFlintMultivariate {
 // Whether a product of polynomials of these sizes is worth converting.
 inline bool WorthConverting(size_t termsA, size_t termsB) { return termsA * termsB >= 512; }
 
+// a * b into product, whose storage is reused; product is neither a nor b.
 bool Multiply(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomial& product);
 // p^exponent when it has at most maxTerms terms; false also when that cannot be
 // shown before computing it, and for powers small enough (a bound of a few hundred

@@ -60,10 +60,12 @@ void StorageOrder(const Exponents<Word>& exponents, int* terms, size_t count, si
     std::rotate(terms + othersBegin, terms + zeroEnd, terms + count);
 }
 
+// The terms of p / scale in storage order, written over terms: the terms, factor
+// blocks and coefficients already there are reused.
 template <typename Word>
-std::vector<KOBWBPolynomialTerm> TermsInStorageOrder(const fmpz_mpoly_struct* p, const fmpz_mpoly_ctx_struct* context,
-                                                     const std::vector<int>& atoms, const KOBWBRational& scale,
-                                                     const std::vector<long long>& offsets) {
+void TermsInStorageOrder(const fmpz_mpoly_struct* p, const fmpz_mpoly_ctx_struct* context, const std::vector<int>& atoms,
+                         const KOBWBRational& scale, const std::vector<long long>& offsets,
+                         std::vector<KOBWBPolynomialTerm>& terms) {
     const slong length = fmpz_mpoly_length(p, context);
     const size_t variables = atoms.size();
     Exponents<Word> exponents{std::vector<Word>(), variables, offsets};
@@ -82,15 +84,20 @@ std::vector<KOBWBPolynomialTerm> TermsInStorageOrder(const fmpz_mpoly_struct* p,
     StorageOrder(exponents, order.data(), order.size(), 0);
 
     const bool unscaled = scale.IsOne();
-    std::vector<KOBWBPolynomialTerm> terms;
-    terms.reserve(order.size());
-    kobwb::AdviseHugePages(terms.data(), terms.capacity() * sizeof(KOBWBPolynomialTerm));
-    for (const int i : order) {
-        terms.emplace_back();
-        KOBWBPolynomialTerm& term = terms.back();
+    if (terms.capacity() < order.size()) {
+        std::vector<KOBWBPolynomialTerm> larger;
+        larger.reserve(order.size());
+        kobwb::AdviseHugePages(larger.data(), larger.capacity() * sizeof(KOBWBPolynomialTerm));
+        terms.swap(larger);
+    }
+    terms.resize(order.size());
+    for (size_t k = 0; k < order.size(); ++k) {
+        const int i = order[k];
+        KOBWBPolynomialTerm& term = terms[k];
         // A monomial of more factors than it keeps in place gets a block of its size.
         size_t factors = 0;
         for (size_t v = 0; v < variables; ++v) factors += exponents.At(i, v) != 0 ? 1 : 0;
+        term.monomial.clear();
         term.monomial.reserve(factors);
         for (size_t v = 0; v < variables; ++v) {
             const long long exponent = exponents.At(i, v);
@@ -100,7 +107,6 @@ std::vector<KOBWBPolynomialTerm> TermsInStorageOrder(const fmpz_mpoly_struct* p,
         if (!unscaled) c /= scale;
         term.coefficient = KOBWBCoefficient(std::move(c));
     }
-    return terms;
 }
 
 } // namespace
@@ -174,16 +180,56 @@ void SparseContext::ToFlint(const KOBWBPolynomial& p, fmpz_mpoly_struct* result,
     scale = KOBWBRationalAccess::FromFlint(denominator.get());
 }
 
-KOBWBPolynomial SparseContext::FromFlint(const fmpz_mpoly_struct* p, const KOBWBRational& scale,
-                                         const std::vector<long long>& offsets) {
+void SparseContext::FromFlint(const fmpz_mpoly_struct* p, const KOBWBRational& scale,
+                              const std::vector<long long>& offsets, KOBWBPolynomial& result) {
     // Exponents unpack into the narrowest words that hold FLINT's fields: a product of
     // a million terms is walked several times over them.
-    std::vector<KOBWBPolynomialTerm> terms =
-        p->bits <= 8    ? TermsInStorageOrder<unsigned char>(p, m_context, m_atoms, scale, offsets)
-        : p->bits <= 16 ? TermsInStorageOrder<unsigned short>(p, m_context, m_atoms, scale, offsets)
-        : p->bits <= 32 ? TermsInStorageOrder<unsigned>(p, m_context, m_atoms, scale, offsets)
-                        : TermsInStorageOrder<ulong>(p, m_context, m_atoms, scale, offsets);
-    return KOBWBPolynomialAccess::FromOrderedTerms(std::move(terms));
+    std::vector<KOBWBPolynomialTerm>& terms = KOBWBPolynomialAccess::Terms(result);
+    if (p->bits <= 8)
+        TermsInStorageOrder<unsigned char>(p, m_context, m_atoms, scale, offsets, terms);
+    else if (p->bits <= 16)
+        TermsInStorageOrder<unsigned short>(p, m_context, m_atoms, scale, offsets, terms);
+    else if (p->bits <= 32)
+        TermsInStorageOrder<unsigned>(p, m_context, m_atoms, scale, offsets, terms);
+    else
+        TermsInStorageOrder<ulong>(p, m_context, m_atoms, scale, offsets, terms);
+}
+
+namespace {
+
+// A polynomial with its own context: contexts of the same number of variables, all
+// lexicographic, are interchangeable.
+struct KeptResult {
+    slong variables = -1;
+    fmpz_mpoly_ctx_struct context[1];
+    fmpz_mpoly_struct value[1];
+
+    KeptResult() = default;
+    KeptResult(const KeptResult&) = delete;
+    KeptResult& operator=(const KeptResult&) = delete;
+    ~KeptResult() { Release(); }
+    void Release() {
+        if (variables < 0) return;
+        fmpz_mpoly_clear(value, context);
+        fmpz_mpoly_ctx_clear(context);
+        variables = -1;
+    }
+};
+
+} // namespace
+
+fmpz_mpoly_struct* ThreadResult(SparseContext& context) {
+    // Made after FLINT's own thread caches (SparseContext's constructor asks for their
+    // release), so released before them.
+    thread_local KeptResult kept;
+    const slong variables = context.get()->minfo->nvars;
+    if (kept.variables != variables) {
+        kept.Release();
+        fmpz_mpoly_ctx_init(kept.context, variables, ORD_LEX);
+        fmpz_mpoly_init(kept.value, kept.context);
+        kept.variables = variables;
+    }
+    return kept.value;
 }
 
 } // namespace KOBWBFlint

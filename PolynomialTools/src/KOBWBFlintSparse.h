@@ -44,7 +44,14 @@ public:
     void ToFlint(const KOBWBPolynomial& p, fmpz_mpoly_struct* result, KOBWBRational& scale);
     // result / scale with the exponents offset by offsets, in storage order.
     KOBWBPolynomial FromFlint(const fmpz_mpoly_struct* p, const KOBWBRational& scale,
-                              const std::vector<long long>& offsets);
+                              const std::vector<long long>& offsets) {
+        KOBWBPolynomial result;
+        FromFlint(p, scale, offsets, result);
+        return result;
+    }
+    // The same into result, whose terms, factor blocks and coefficients are reused.
+    void FromFlint(const fmpz_mpoly_struct* p, const KOBWBRational& scale, const std::vector<long long>& offsets,
+                   KOBWBPolynomial& result);
     // The same for a polynomial of the rational numbers.
     KOBWBPolynomial FromFlint(const fmpz_mpoly_struct* p, const KOBWBRational& scale) {
         return FromFlint(p, scale, m_offsets);
@@ -71,6 +78,12 @@ private:
     SparseContext& m_context;
     fmpz_mpoly_struct m_value[1];
 };
+
+// The thread's FLINT polynomial for results over as many variables as context has.
+// It outlives the call, so that a product formed again and again reuses FLINT's
+// storage as well as the library's; it is released when the thread ends or when a
+// result over another number of variables takes its place.
+fmpz_mpoly_struct* ThreadResult(SparseContext& context);
 
 } // namespace KOBWBFlint
 

@@ -316,6 +316,15 @@ KOBWBPolynomial KOBWBPolynomial::Multiply(const KOBWBPolynomial& a, const KOBWBP
     return result;
 }
 
+void KOBWBPolynomial::Multiply(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomial& product) {
+    // The products that the one above hands to FLINT, written here in place.
+    const auto constant = [](const KOBWBPolynomial& p) { return p.m_terms.size() == 1 && p.m_terms[0].monomial.empty(); };
+    const bool large = a.m_terms.size() * b.m_terms.size() > fewTerms && !constant(a) && !constant(b) &&
+                       KOBWBFlintMultivariate::WorthConverting(a.m_terms.size(), b.m_terms.size());
+    if (!large || &product == &a || &product == &b || !KOBWBFlintMultivariate::Multiply(a, b, product))
+        product = Multiply(a, b);
+}
+
 bool KOBWBPolynomial::Power(long long exponent, int maxTerms, KOBWBPolynomial& result) const {
     if (exponent < 0) return false;
     if (m_terms.size() == 1) {

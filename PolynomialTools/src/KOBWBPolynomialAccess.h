@@ -6,14 +6,11 @@
 #include <utility>
 #include <vector>
 
-// Lets the library's exact backends hand over terms they produced in storage
-// order, with distinct monomials and no zero coefficient, without the check.
+// Lets the library's exact backends fill a polynomial's terms in storage order,
+// with distinct monomials and no zero coefficient, without the check.
 struct KOBWBPolynomialAccess {
-    static KOBWBPolynomial FromOrderedTerms(std::vector<KOBWBPolynomialTerm>&& terms) {
-        KOBWBPolynomial result;
-        result.m_terms = std::move(terms);
-        return result;
-    }
+    // The terms of p, to be filled in storage order.
+    static std::vector<KOBWBPolynomialTerm>& Terms(KOBWBPolynomial& p) { return p.m_terms; }
 };
 
 #endif

@@ -94,6 +94,23 @@ TEST(LargePolynomials, ProductsAndPowersMatchTermByTermProducts) {
         EXPECT_EQ(far * other, TermByTerm(far, other)) << shift;
     }
 
+    // Written over an earlier product: larger or smaller, over other atoms, with
+    // coefficients past machine words; and over one of its own factors.
+    const KOBWBPolynomial big(KOBWBCoefficient(KOBWBRational(2).Power(100)));
+    KOBWBPolynomial into = Sparse(random, 80, false, eight) * Sparse(random, 60, false, eight) * big;
+    for (int trial = 0; trial < 3; ++trial) {
+        const KOBWBPolynomial a = Sparse(random, 30 + 20 * trial), b = Sparse(random, 25, false, trial == 1 ? six : std::vector<int>{-1, 3, 17});
+        KOBWBPolynomial::Multiply(a, b, into);
+        EXPECT_EQ(into, TermByTerm(a, b)) << trial;
+        KOBWBPolynomial::Multiply(a * big, b, into);
+        EXPECT_EQ(into, TermByTerm(a, b) * big) << trial;
+        KOBWBPolynomial self = a;
+        KOBWBPolynomial::Multiply(self, b, self);
+        EXPECT_EQ(self, into * KOBWBPolynomial(KOBWBCoefficient(KOBWBRational(1) / KOBWBRational(2).Power(100))));
+    }
+    KOBWBPolynomial::Multiply(real, exact, into);
+    EXPECT_EQ(into, mixed);
+
     // (x + y/2 + 1/z + 3)^12 against repeated products.
     const KOBWBPolynomial sum = KOBWBPolynomial::Atom(1) + Number(KOBWBRational(1, 2)) * KOBWBPolynomial::Atom(2) +
                                 KOBWBPolynomial::Atom(3, -1) + Number(3);
@@ -112,15 +129,19 @@ TEST(LargePolynomials, ProductsAndPowersMatchTermByTermProducts) {
 TEST(LargePolynomials, WorkerThreadsLeaveNothingBehind) {
     const KOBWBPolynomial big(KOBWBCoefficient(KOBWBRational(2).Power(100)));
     const KOBWBPolynomial sum = KOBWBPolynomial::Atom(1) * big + KOBWBPolynomial::Atom(2) + KOBWBPolynomial::Atom(3) + big;
-    KOBWBPolynomial power;
+    KOBWBPolynomial power, product;
     std::vector<KOBWBRationalInterval> roots;
     std::thread worker([&] {
         sum.Power(10, 100000, power);
+        // A large product leaves FLINT's form of it with the thread.
+        std::mt19937 terms(8);
+        product = Sparse(terms, 60) * Sparse(terms, 45) * big;
         std::mt19937 random(3);
         Tools::IsolateRealRoots(Dense(random, 20, 1000) * big, x, roots);
     });
     worker.join();
     EXPECT_EQ(power.GetNbOfTerms(), 286);
+    EXPECT_GT(product.GetNbOfTerms(), 45);
     EXPECT_FALSE(roots.empty());
 }
 
