@@ -89,9 +89,11 @@ KOBWBExpression* CanonicalizeConstants(KOBWBFactory& factory, KOBWBExpression* r
     return root;
 }
 
-KOBWBExpression* SimplifyRoot(KOBWBPolynomialContext& context, KOBWBEquation& equation, UnwrittenRoots* unwritten) {
-    KOBWBPolynomial polynomial;
-    if (!context.ToPolynomial(equation.GetRoot(), polynomial)) return equation.GetRoot();
+namespace {
+
+// SimplifyRoot for a root already read as polynomial.
+KOBWBExpression* SimplifyRead(KOBWBPolynomialContext& context, KOBWBEquation& equation, KOBWBPolynomial polynomial,
+                              UnwrittenRoots* unwritten) {
     // The zero polynomial is written as the integer constant 0, and only it.
     if (polynomial.IsZero() && equation.GetType() == KOBWBEqEqual) return nullptr;
     if (unwritten && context.ReadsBackExactly(polynomial)) {
@@ -100,6 +102,14 @@ KOBWBExpression* SimplifyRoot(KOBWBPolynomialContext& context, KOBWBEquation& eq
     }
     KOBWBExpression* simplified = context.ToExpression(polynomial);
     return simplified ? simplified : equation.GetRoot();
+}
+
+} // namespace
+
+KOBWBExpression* SimplifyRoot(KOBWBPolynomialContext& context, KOBWBEquation& equation, UnwrittenRoots* unwritten) {
+    KOBWBPolynomial polynomial;
+    if (!context.ToPolynomial(equation.GetRoot(), polynomial)) return equation.GetRoot();
+    return SimplifyRead(context, equation, std::move(polynomial), unwritten);
 }
 
 bool CanHold(const KOBWBEnvironment& environment, KOBWBEquation& equation, bool constantRoot) {
@@ -226,36 +236,6 @@ bool FlattensMinOrMax(KOBWBExpression* root) {
     return merges;
 }
 
-// Simplifies the equation from its own tree, read as it stands: a root that reads
-// as a polynomial without opaque atoms is written anew (in temporary storage, from
-// new nodes only), so it needs neither a duplicate nor flattening. False, with
-// nothing changed, for a root that stays.
-bool SimplifyOwnTree(KOBWBFactory& factory, KOBWBPolynomialContext& context, const EquationPass& pass,
-                     KOBWBEquation& equation, const std::function<void(KOBWBExpression*)>& mark) {
-    KOBWBPolynomial polynomial;
-    if (FlattensMinOrMax(equation.GetRoot()) || !context.ToPolynomial(equation.GetRoot(), polynomial) ||
-        context.HasOpaqueAtoms(polynomial))
-        return false;
-    if (polynomial.IsZero() && equation.GetType() == KOBWBEqEqual) {
-        KOBWBEquation* removed = &equation;
-        factory.RemoveEquation(removed);
-        return true;
-    }
-    if (pass.unwritten && context.ReadsBackExactly(polynomial)) {
-        pass.unwritten->emplace_back(equation.GetId(), std::move(polynomial));
-        return true;
-    }
-    KOBWBExpression* written = context.ToExpression(polynomial);
-    if (!written) return false;
-    mark(written);
-    equation.SetRoot(written);
-    return true;
-}
-
-} // namespace
-
-namespace {
-
 // The root flattened in place, traced before and after when trace is not null.
 KOBWBExpression* Flattened(KOBWBExpression* root, KOBLVRStream* trace) {
     if (trace) *trace << "Before: " << TraceExpression(root).c_str() << lvrendl;
@@ -264,20 +244,45 @@ KOBWBExpression* Flattened(KOBWBExpression* root, KOBLVRStream* trace) {
     return root;
 }
 
-// Simplifies the equation's root, flattened: sets the simplified root and marks it,
-// or hands the polynomial over unwritten, or removes an equality that is 0.
-void SimplifyFlattened(KOBWBFactory& factory, KOBWBPolynomialContext& context, const EquationPass& pass,
-                       KOBWBEquation& equation, const std::function<void(KOBWBExpression*)>& mark) {
-    const size_t unwritten = pass.unwritten ? pass.unwritten->size() : 0;
-    if (KOBWBExpression* simplified = SimplifyRoot(context, equation, pass.unwritten)) {
-        // A root left unwritten is marked when it is written.
-        if (pass.unwritten && pass.unwritten->size() > unwritten) return;
-        mark(simplified);
-        equation.SetRoot(simplified);
-    } else {
+// What SimplifyRoot gave, applied: the simplified root set and marked, or nothing when
+// the polynomial went to the unwritten ones (of which there were before), or the
+// equation removed (simplified null).
+void Apply(KOBWBFactory& factory, const EquationPass& pass, KOBWBEquation& equation,
+           const std::function<void(KOBWBExpression*)>& mark, KOBWBExpression* simplified, size_t before) {
+    if (!simplified) {
         KOBWBEquation* removed = &equation;
         factory.RemoveEquation(removed);
+        return;
     }
+    // A root left unwritten is marked when it is written.
+    if (pass.unwritten && pass.unwritten->size() > before) return;
+    mark(simplified);
+    equation.SetRoot(simplified);
+}
+
+// Simplifies the equation from its own tree, read as it stands: a root that reads
+// as a polynomial without opaque atoms is written anew (in temporary storage, from
+// new nodes only), so it needs neither a duplicate nor flattening. False, with
+// nothing changed, for a root that stays.
+bool SimplifyOwnTree(KOBWBFactory& factory, KOBWBPolynomialContext& context, const EquationPass& pass,
+                     KOBWBEquation& equation, const std::function<void(KOBWBExpression*)>& mark) {
+    KOBWBExpression* own = equation.GetRoot();
+    KOBWBPolynomial polynomial;
+    if (FlattensMinOrMax(own) || !context.ToPolynomial(own, polynomial) || context.HasOpaqueAtoms(polynomial))
+        return false;
+    const size_t before = pass.unwritten ? pass.unwritten->size() : 0;
+    KOBWBExpression* simplified = SimplifyRead(context, equation, std::move(polynomial), pass.unwritten);
+    // A root the context could not write stays.
+    if (simplified == own && !(pass.unwritten && pass.unwritten->size() > before)) return false;
+    Apply(factory, pass, equation, mark, simplified, before);
+    return true;
+}
+
+// SimplifyRoot on the equation's root, flattened, applied.
+void SimplifyFlattened(KOBWBFactory& factory, KOBWBPolynomialContext& context, const EquationPass& pass,
+                       KOBWBEquation& equation, const std::function<void(KOBWBExpression*)>& mark) {
+    const size_t before = pass.unwritten ? pass.unwritten->size() : 0;
+    Apply(factory, pass, equation, mark, SimplifyRoot(context, equation, pass.unwritten), before);
 }
 
 } // namespace

@@ -82,8 +82,11 @@ KOBWBExpression* SimplifyRoot(KOBWBPolynomialContext& context, KOBWBEquation& eq
 struct EquationPass {
     // The mode of the run (bits of KOBWBTransformationMode).
     unsigned mode = 0;
-    // Whether the pass works on a duplicate of each root rather than on the
-    // factory's own tree.
+    // Whether the pass leaves the factory's own trees as they are. It then works on a
+    // duplicate of each root, except in temporary storage (without marking before
+    // simplifying), where it reads a root as it stands and duplicates only a root
+    // that stays: one that does not read, reads with opaque atoms, or has a min or
+    // max that flattening would merge.
     bool duplicateRoots = false;
     // Whether a root is marked before it is simplified as well as after.
     bool markBeforeSimplifying = false;
