@@ -43,8 +43,15 @@ int Impl::AddAtom(AtomKind kind, KOBWBExpression* node, std::vector<KOBWBPolynom
     atom.node = node;
     atom.arguments = std::move(arguments);
     atoms.push_back(std::move(atom));
-    identities.push_back(std::move(identity));
-    return static_cast<int>(atoms.size()) - 1;
+    const int number = static_cast<int>(atoms.size()) - 1;
+    if (!identity.parameters.empty() || identity.blackBox) identities.emplace_back(number, std::move(identity));
+    return number;
+}
+
+const Impl::AtomIdentity* Impl::Identity(int atom) const {
+    const auto found = std::lower_bound(identities.begin(), identities.end(), atom,
+                                        [](const std::pair<int, AtomIdentity>& entry, int number) { return entry.first < number; });
+    return found != identities.end() && found->first == atom ? &found->second : nullptr;
 }
 
 int Impl::InternAtom(AtomKind kind, KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& arguments) {
@@ -64,8 +71,10 @@ int Impl::InternAtom(AtomKind kind, KOBWBExpression* node, const std::vector<con
 
     const auto equal = [&](int number) {
         const Atom& atom = atoms[static_cast<size_t>(number)];
-        const AtomIdentity& known = identities[static_cast<size_t>(number)];
-        if (atom.kind != kind || known.parameters != parameters || known.blackBox != blackBox ||
+        const AtomIdentity* known = Identity(number);
+        const bool sameIdentity = known ? known->parameters == parameters && known->blackBox == blackBox
+                                        : parameters.empty() && !blackBox;
+        if (atom.kind != kind || !sameIdentity ||
             atom.arguments.size() != arguments.size() || (kind == AtomKind::Operator && atom.node->GetType() != type))
             return false;
         for (size_t i = 0; i < arguments.size(); ++i)

@@ -19,7 +19,7 @@ struct KOBWBPolynomialContext::Impl {
 
     // What the passes over atoms read and mark, kept small (64 bytes). What
     // only finding an atom again or ordering it needs is kept aside, in identities
-    // and keys.
+    // (for the few atoms that have one) and keys.
     struct Atom {
         // The variable, the constant, or the first operator node read as this atom.
         KOBWBExpression* node;
@@ -38,7 +38,8 @@ struct KOBWBPolynomialContext::Impl {
         // The node written for the atom, once written.
         KOBWBExpression* written = nullptr;
     };
-    // With the kind, the node's type and the arguments: what makes two atoms equal.
+    // With the kind, the node's type and the arguments: what makes two atoms equal;
+    // none (no parameters, no black box) for most atoms.
     struct AtomIdentity {
         std::vector<double> parameters;
         const void* blackBox = nullptr;
@@ -55,8 +56,10 @@ struct KOBWBPolynomialContext::Impl {
 
     // The atom equal to the one described, made when new (KOBWBPolynomialAtoms).
     int InternAtom(AtomKind kind, KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& arguments);
-    // A new atom, at the end of atoms and identities.
+    // A new atom, at the end of atoms, and of identities when it has one.
     int AddAtom(AtomKind kind, KOBWBExpression* node, std::vector<KOBWBPolynomial> arguments, AtomIdentity identity);
+    // The identity of an atom, null when it has none.
+    const AtomIdentity* Identity(int atom) const;
     // An atom equal only to itself.
     int UniqueAtom(AtomKind kind, KOBWBExpression* node);
     int VariableAtom(KOBWBVariable* variable);
@@ -131,8 +134,9 @@ struct KOBWBPolynomialContext::Impl {
     };
     std::vector<Frame> frames;
     std::vector<Atom> atoms;
-    // By atom number, as atoms; keys as far as the atoms made when one was last keyed.
-    std::vector<AtomIdentity> identities;
+    // The identities of the atoms that have one, in atom number order.
+    std::vector<std::pair<int, AtomIdentity>> identities;
+    // By atom number, as far as the atoms made when one was last keyed.
     std::vector<AtomKey> keys;
     // The atoms found again by their structure, by hash.
     KOBLVRHashTable<int> atomTable;
