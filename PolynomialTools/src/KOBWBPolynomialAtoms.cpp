@@ -32,16 +32,37 @@ std::size_t Combine(std::size_t hash, std::size_t value) { return hash * 1000003
 
 Impl::Impl(KOBWBFactory& factory, KOBWBExpression* zero, KOBWBExpression* one)
     : factory(factory), zero(zero), one(one) {
-    atoms.push_back({AtomKind::Pi, nullptr, {}, {}, nullptr, 0, "", true, nullptr, 0});
+    AddAtom(AtomKind::Pi, nullptr, {}, {});
+    atoms[static_cast<size_t>(piAtom)].keyed = true;
+    keys.emplace_back();
+}
+
+int Impl::AddAtom(AtomKind kind, KOBWBExpression* node, std::vector<KOBWBPolynomial> arguments, AtomIdentity identity) {
+    Atom atom;
+    atom.kind = kind;
+    atom.node = node;
+    atom.arguments = std::move(arguments);
+    atoms.push_back(std::move(atom));
+    const int number = static_cast<int>(atoms.size()) - 1;
+    if (!identity.parameters.empty() || identity.blackBox) identities.emplace_back(number, std::move(identity));
+    return number;
+}
+
+const Impl::AtomIdentity* Impl::Identity(int atom) const {
+    const auto found = std::lower_bound(identities.begin(), identities.end(), atom,
+                                        [](const std::pair<int, AtomIdentity>& entry, int number) { return entry.first < number; });
+    return found != identities.end() && found->first == atom ? &found->second : nullptr;
 }
 
 int Impl::InternAtom(AtomKind kind, KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& arguments) {
-    std::vector<double> parameters;
+    AtomIdentity identity;
+    std::vector<double>& parameters = identity.parameters;
     for (int i = 0; kind == AtomKind::Operator && i < node->GetNbOfParameters(); ++i)
         parameters.push_back(node->GetParameter(i));
     const void* blackBox = kind == AtomKind::Operator && node->GetType() == KOBWBBlackBoxType
                                ? static_cast<KOBWBBlackBoxOperator*>(node)->GetBlackBox()
                                : nullptr;
+    identity.blackBox = blackBox;
     const KOBWBExpressionType type = kind == AtomKind::Operator ? node->GetType() : KOBWBQuotientType;
     std::size_t hash = Combine(static_cast<std::size_t>(kind), static_cast<std::size_t>(type));
     for (double parameter : parameters) hash = Combine(hash, std::hash<double>()(parameter));
@@ -50,7 +71,10 @@ int Impl::InternAtom(AtomKind kind, KOBWBExpression* node, const std::vector<con
 
     const auto equal = [&](int number) {
         const Atom& atom = atoms[static_cast<size_t>(number)];
-        if (atom.kind != kind || atom.parameters != parameters || atom.blackBox != blackBox ||
+        const AtomIdentity* known = Identity(number);
+        const bool sameIdentity = known ? known->parameters == parameters && known->blackBox == blackBox
+                                        : parameters.empty() && !blackBox;
+        if (atom.kind != kind || !sameIdentity ||
             atom.arguments.size() != arguments.size() || (kind == AtomKind::Operator && atom.node->GetType() != type))
             return false;
         for (size_t i = 0; i < arguments.size(); ++i)
@@ -63,14 +87,10 @@ int Impl::InternAtom(AtomKind kind, KOBWBExpression* node, const std::vector<con
     std::vector<KOBWBPolynomial> copies;
     copies.reserve(arguments.size());
     for (const KOBWBPolynomial* argument : arguments) copies.push_back(*argument);
-    atoms.push_back({kind, node, std::move(copies), std::move(parameters), blackBox, hash, "", false, nullptr, 0});
-    return number;
+    return AddAtom(kind, node, std::move(copies), std::move(identity));
 }
 
-int Impl::UniqueAtom(AtomKind kind, KOBWBExpression* node) {
-    atoms.push_back({kind, node, {}, {}, nullptr, 0, "", false, nullptr, 0});
-    return static_cast<int>(atoms.size()) - 1;
-}
+int Impl::UniqueAtom(AtomKind kind, KOBWBExpression* node) { return AddAtom(kind, node, {}, {}); }
 
 int Impl::VariableAtom(KOBWBVariable* variable) {
     // A variable outside the factory's list is only equal to itself.
@@ -116,8 +136,11 @@ const std::string& Impl::Key(int atom) {
                 for (const KOBWBMonomialFactor& factor : term.monomial) pending.push_back(factor.atom);
     }
     std::sort(unkeyed.begin(), unkeyed.end());
-    for (int number : unkeyed) atoms[static_cast<size_t>(number)].key = MakeKey(number);
-    return atoms[static_cast<size_t>(atom)].key;
+    // Grown to every atom made so far, so that keys stay where they are until an
+    // atom is added: KeyLess holds one key while it asks for the other.
+    if (!unkeyed.empty() && keys.size() < atoms.size()) keys.resize(atoms.size());
+    for (int number : unkeyed) keys[static_cast<size_t>(number)].key = MakeKey(number);
+    return keys[static_cast<size_t>(atom)].key;
 }
 
 // The keys of rule 5 of the canonical form: they sort variables ("a", though
@@ -127,10 +150,11 @@ const std::string& Impl::Key(int atom) {
 // algebra does not read ("z" with their head and a digest of their graph). Nothing
 // in a key depends on addresses or on the order in which atoms were read.
 std::string Impl::MakeKey(int number) {
-    Atom& record = atoms[static_cast<size_t>(number)];
+    const Atom& record = atoms[static_cast<size_t>(number)];
+    std::uint64_t& recordDigest = keys[static_cast<size_t>(number)].digest;
     std::string key;
     switch (record.kind) {
-    case AtomKind::Pi: record.digest = KOBWBStableKeys::Digest("Pi"); return key;
+    case AtomKind::Pi: recordDigest = KOBWBStableKeys::Digest("Pi"); return key;
     case AtomKind::Variable: key = NumberedKey('a', static_cast<KOBWBVariable*>(record.node)->GetIdx()); break;
     case AtomKind::Value: key = "b" + KOBWBStableKeys::ValueText(record.node->GetExprValue()); break;
     case AtomKind::Opaque:
@@ -141,7 +165,7 @@ std::string Impl::MakeKey(int number) {
         key = record.kind == AtomKind::Reciprocal ? std::string("r") : KOBWBStableKeys::NodeHead(record.node);
         std::uint64_t digest = KOBWBStableKeys::Digest(key);
         for (const KOBWBPolynomial& argument : record.arguments) digest = KOBWBStableKeys::Mix(digest, PolynomialDigest(argument));
-        record.digest = digest;
+        recordDigest = digest;
         key += '(';
         for (size_t i = 0; i < record.arguments.size() && key.size() <= maxKeyLength; ++i) {
             if (i > 0) key += ',';
@@ -151,7 +175,7 @@ std::string Impl::MakeKey(int number) {
         return key.size() > maxKeyLength ? "y" + KOBWBStableKeys::Hex(digest) : key;
     }
     }
-    record.digest = KOBWBStableKeys::Digest(key);
+    recordDigest = KOBWBStableKeys::Digest(key);
     return key;
 }
 
@@ -160,7 +184,7 @@ std::uint64_t Impl::PolynomialDigest(const KOBWBPolynomial& polynomial) const {
     for (const KOBWBPolynomialTerm& term : polynomial.GetTerms()) {
         std::uint64_t monomial = 0;
         for (const KOBWBMonomialFactor& factor : term.monomial)
-            monomial += KOBWBStableKeys::Mix(atoms[static_cast<size_t>(factor.atom)].digest,
+            monomial += KOBWBStableKeys::Mix(keys[static_cast<size_t>(factor.atom)].digest,
                                              static_cast<std::uint64_t>(factor.exponent));
         digest += KOBWBStableKeys::Mix(monomial, KOBWBStableKeys::Digest((term.coefficient.IsReal() ? "r" : "") +
                                                                          term.coefficient.ToString()));

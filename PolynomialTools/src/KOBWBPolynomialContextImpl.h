@@ -15,33 +15,40 @@
 // What a rewriting context keeps: its atoms with their canonical keys, the
 // polynomials of the nodes it has read, and the nodes it has written.
 struct KOBWBPolynomialContext::Impl {
-    enum class AtomKind { Pi, Variable, Value, Operator, Reciprocal, Opaque };
+    enum class AtomKind : std::uint8_t { Pi, Variable, Value, Operator, Reciprocal, Opaque };
 
+    // What the passes over atoms read and mark, kept small (64 bytes). What
+    // only finding an atom again or ordering it needs is kept aside, in identities
+    // (for the few atoms that have one) and keys.
     struct Atom {
-        AtomKind kind;
         // The variable, the constant, or the first operator node read as this atom.
         KOBWBExpression* node;
         // The operator's arguments as polynomials; the denominator of a reciprocal.
         std::vector<KOBWBPolynomial> arguments;
-        // With the kind, the node's type and the arguments: what makes two atoms equal.
-        std::vector<double> parameters;
-        const void* blackBox = nullptr;
-        std::size_t hash = 0;
-        // The canonical key, made when the atom is first ordered: keys sort in the
-        // canonical atom order.
-        std::string key;
-        bool keyed;
-        // The node written for the atom, once written.
-        KOBWBExpression* written = nullptr;
+        // The last substitution that gave the atom a replacement, and that replacement.
+        const KOBWBPolynomial* replacement = nullptr;
+        unsigned replacedIn = 0;
         // The last writing that noted the atom as needed.
         unsigned noted = 0;
         // The last walk of Reachable that met the atom.
         unsigned reached = 0;
-        // The last substitution that gave the atom a replacement, and that replacement.
-        unsigned replacedIn = 0;
-        const KOBWBPolynomial* replacement = nullptr;
-        // A digest of what the key spells out, made with it: the key of an atom
-        // too long to be spelled out.
+        AtomKind kind;
+        // Whether the atom has its key in keys.
+        bool keyed = false;
+        // The node written for the atom, once written.
+        KOBWBExpression* written = nullptr;
+    };
+    // With the kind, the node's type and the arguments: what makes two atoms equal;
+    // none (no parameters, no black box) for most atoms.
+    struct AtomIdentity {
+        std::vector<double> parameters;
+        const void* blackBox = nullptr;
+    };
+    // The canonical key, made when the atom is first ordered: keys sort in the
+    // canonical atom order. The digest of what the key spells out, made with it,
+    // is the key of an atom too long to be spelled out.
+    struct AtomKey {
+        std::string key;
         std::uint64_t digest = 0;
     };
 
@@ -49,6 +56,10 @@ struct KOBWBPolynomialContext::Impl {
 
     // The atom equal to the one described, made when new (KOBWBPolynomialAtoms).
     int InternAtom(AtomKind kind, KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& arguments);
+    // A new atom, at the end of atoms, and of identities when it has one.
+    int AddAtom(AtomKind kind, KOBWBExpression* node, std::vector<KOBWBPolynomial> arguments, AtomIdentity identity);
+    // The identity of an atom, null when it has none.
+    const AtomIdentity* Identity(int atom) const;
     // An atom equal only to itself.
     int UniqueAtom(AtomKind kind, KOBWBExpression* node);
     int VariableAtom(KOBWBVariable* variable);
@@ -123,6 +134,10 @@ struct KOBWBPolynomialContext::Impl {
     };
     std::vector<Frame> frames;
     std::vector<Atom> atoms;
+    // The identities of the atoms that have one, in atom number order.
+    std::vector<std::pair<int, AtomIdentity>> identities;
+    // By atom number, as far as the atoms made when one was last keyed.
+    std::vector<AtomKey> keys;
     // The atoms found again by their structure, by hash.
     KOBLVRHashTable<int> atomTable;
     // The atom of each variable of the factory that was read, with its polynomial,

@@ -6,11 +6,16 @@
 
 #include <algorithm>
 #include <deque>
+#include <type_traits>
 
 // Substitution of polynomials for atoms, inside the arguments of other atoms too:
 // an atom whose arguments change is read again from its new arguments.
 
 using Impl = KOBWBPolynomialContext::Impl;
+
+// Atom records are moved, never copied, when atoms grows: their arguments stay where
+// they are, and a substitution reads them there while it adds atoms.
+static_assert(std::is_nothrow_move_constructible<Impl::Atom>::value, "atom records must move without copying");
 
 const std::vector<int>& Impl::Reachable(const KOBWBPolynomial& polynomial) {
     std::vector<int>& reached = reachedScratch;
@@ -167,11 +172,15 @@ KOBWBPolynomial Impl::Substitute(const KOBWBPolynomial& polynomial,
             for (const KOBWBPolynomialTerm& term : argument.GetTerms())
                 for (const KOBWBMonomialFactor& factor : term.monomial) changed = changed || find(factor.atom);
         if (!changed) continue;
-        // Replacing and reading may add atoms, which may move the record: keep what it says.
+        // Replacing and reading may add atoms, which may move the record: keep what it
+        // says. Its arguments stay where they are, and are replaced from there.
         KOBWBExpression* node = record.node;
         const bool reciprocal = record.kind == AtomKind::Reciprocal;
-        std::vector<KOBWBPolynomial> arguments = record.arguments;
-        for (KOBWBPolynomial& argument : arguments) argument = Replace(*this, argument, find);
+        const KOBWBPolynomial* const first = record.arguments.data();
+        const size_t count = record.arguments.size();
+        std::vector<KOBWBPolynomial> arguments;
+        arguments.reserve(count);
+        for (size_t i = 0; i < count; ++i) arguments.push_back(Replace(*this, first[i], find));
         std::vector<const KOBWBPolynomial*> pointers;
         for (const KOBWBPolynomial& argument : arguments) pointers.push_back(&argument);
         rereadings.push_back(reciprocal ? Quotient(KOBWBPolynomial(KOBWBCoefficient(1)), arguments[0], node)

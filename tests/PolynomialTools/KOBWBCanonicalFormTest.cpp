@@ -134,3 +134,37 @@ TEST(KOBWBCanonicalForm, SameTextWhateverWasReadBefore) {
     EXPECT_LT(fAt, gAt) << expected;
     EXPECT_LT(gAt, expected.find("sin(va0^300")) << expected;
 }
+
+// Operators told apart by their parameters or their black box, not by their
+// arguments, are found again when read anew, and kept apart from each other.
+TEST(KOBWBCanonicalForm, ParametersAndBlackBoxesFindTheirAtomsAgain) {
+    KOBWBFactory factory;
+    KOBWBVariable* x = factory.CreateVariable();
+    Named g("g"), h("h");
+    KOBWBExpression* arguments[] = {x};
+    KOBWBExpression* gx = factory.DeclareBlackBox(&g, 1, arguments, 0);
+    KOBWBExpression* hx = factory.DeclareBlackBox(&h, 1, arguments, 0);
+    const auto step = [&](double last) {
+        KOBWBExpression* node = factory.CreateUnaryOperator(KOBWBStepType, x);
+        for (int i = 0; i < 4; ++i) node->SetParameter(i, i == 3 ? last : i * 0.5);
+        return node;
+    };
+    KOBWBExpression *step1 = step(2.0), *step2 = step(2.0), *step3 = step(3.0);
+    ASSERT_GT(step1->GetNbOfParameters(), 0);
+
+    KOBWBPolynomialContext context(factory);
+    // Each reading starts afresh: the operators are interned again.
+    const auto read = [&context](KOBWBExpression* expression) {
+        KOBWBPolynomial polynomial;
+        EXPECT_TRUE(context.ToPolynomial(expression, polynomial));
+        return polynomial;
+    };
+    const KOBWBPolynomial g1 = read(gx), s1 = read(step1);
+    const int atoms = context.GetNbOfAtoms();
+    EXPECT_EQ(read(gx), g1);
+    EXPECT_EQ(read(step2), s1);
+    EXPECT_EQ(context.GetNbOfAtoms(), atoms);
+    EXPECT_NE(read(hx), g1);
+    EXPECT_NE(read(step3), s1);
+    EXPECT_EQ(context.GetNbOfAtoms(), atoms + 2);
+}
