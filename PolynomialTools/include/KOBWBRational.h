@@ -88,6 +88,9 @@ private:
     // The library's exact backends read and write the machine words or the
     // arbitrary-precision value directly.
     friend struct KOBWBRationalAccess;
+    // A coefficient keeps its real value in the two words of a rational whose
+    // denominator word is 0 without a big value, a form no rational takes.
+    friend class KOBWBCoefficient;
 
     enum class Operation { Add, Sub, Mul, Div };
     // The result in machine words when it fits; false leaves result as it was.

@@ -4,63 +4,65 @@
 #include <cstdio>
 #include <functional>
 
+const KOBWBRational& KOBWBCoefficient::Zero() {
+    static const KOBWBRational zero;
+    return zero;
+}
+
 std::size_t KOBWBCoefficient::Hash() const {
-    return m_isReal ? std::hash<double>()(m_real) ^ 0x9e3779b97f4a7c15ull : m_exact.Hash();
+    return IsReal() ? std::hash<double>()(RealValue()) ^ 0x9e3779b97f4a7c15ull : m_value.Hash();
 }
 
 std::string KOBWBCoefficient::ToString() const {
-    if (!m_isReal) return m_exact.ToString();
+    if (!IsReal()) return m_value.ToString();
     char text[32];
-    std::snprintf(text, sizeof text, "%.17g", m_real);
+    std::snprintf(text, sizeof text, "%.17g", RealValue());
     return text;
 }
 
 KOBWBCoefficient KOBWBCoefficient::operator-() const {
-    KOBWBCoefficient result(*this);
-    if (m_isReal)
-        result.m_real = -m_real;
-    else
-        result.m_exact = -m_exact;
-    return result;
+    if (IsReal()) return Real(-RealValue());
+    return KOBWBCoefficient(-m_value);
 }
 
 KOBWBCoefficient& KOBWBCoefficient::operator+=(const KOBWBCoefficient& other) {
-    if (!m_isReal && !other.m_isReal) {
-        m_exact += other.m_exact;
+    if (!IsReal() && !other.IsReal()) {
+        m_value += other.m_value;
         return *this;
     }
     MakeReal();
-    m_real += other.ToDouble();
+    SetReal(RealValue() + other.ToDouble());
     return *this;
 }
 
 KOBWBCoefficient& KOBWBCoefficient::operator*=(const KOBWBCoefficient& other) {
-    if (!m_isReal && !other.m_isReal) {
-        m_exact *= other.m_exact;
+    if (!IsReal() && !other.IsReal()) {
+        m_value *= other.m_value;
         return *this;
     }
     MakeReal();
-    m_real *= other.ToDouble();
+    SetReal(RealValue() * other.ToDouble());
     return *this;
 }
 
 KOBWBCoefficient& KOBWBCoefficient::operator/=(const KOBWBCoefficient& other) {
-    if (!m_isReal && !other.m_isReal) {
-        m_exact /= other.m_exact;
+    if (!IsReal() && !other.IsReal()) {
+        m_value /= other.m_value;
         return *this;
     }
     MakeReal();
-    m_real /= other.ToDouble();
+    SetReal(RealValue() / other.ToDouble());
     return *this;
 }
 
 KOBWBCoefficient KOBWBCoefficient::Power(long long exponent) const {
-    if (!m_isReal) return KOBWBCoefficient(m_exact.Power(exponent));
-    return Real(std::pow(m_real, static_cast<double>(exponent)));
+    if (!IsReal()) return KOBWBCoefficient(m_value.Power(exponent));
+    return Real(std::pow(RealValue(), static_cast<double>(exponent)));
 }
 
 int KOBWBCoefficient::Compare(const KOBWBCoefficient& a, const KOBWBCoefficient& b) {
-    if (a.m_isReal != b.m_isReal) return a.m_isReal ? 1 : -1;
-    if (!a.m_isReal) return KOBWBRational::Compare(a.m_exact, b.m_exact);
-    return a.m_real < b.m_real ? -1 : (a.m_real > b.m_real ? 1 : 0);
+    if (a.IsReal() != b.IsReal()) return a.IsReal() ? 1 : -1;
+    if (!a.IsReal()) return KOBWBRational::Compare(a.m_value, b.m_value);
+    const double x = a.RealValue(), y = b.RealValue();
+    return x < y ? -1 : (x > y ? 1 : 0);
 }

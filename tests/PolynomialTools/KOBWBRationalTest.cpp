@@ -7,6 +7,7 @@
 #include <gmp.h>
 
 #include <climits>
+#include <cmath>
 #include <random>
 #include <string>
 #include <vector>
@@ -177,6 +178,34 @@ TEST(KOBWBCoefficient, RealsFoldWithRealArithmeticAndNeverEqualExactOnes) {
     EXPECT_TRUE((exact + real).IsReal());
     EXPECT_DOUBLE_EQ((exact * real).ToDouble(), 0.25);
     EXPECT_TRUE((exact * exact).IsExact());
+    // A real is kept whatever its bits: the zero word of a rational's denominator
+    // marks it, not its value. A real reads as exact 0; an exact value past machine
+    // words that becomes real lets its big value go.
+    for (const double value : {0.0, -0.0, 1.0, -1.0, 5e-324, 1e308, 0.1}) {
+        const KOBWBCoefficient c = KOBWBCoefficient::Real(value);
+        EXPECT_TRUE(c.IsReal()) << value;
+        EXPECT_EQ(std::signbit(c.ToDouble()), std::signbit(value));
+        EXPECT_EQ(c.ToDouble(), value);
+        EXPECT_TRUE(c.GetExact().IsZero());
+        EXPECT_EQ((-c).ToDouble(), -value);
+        EXPECT_EQ(KOBWBCoefficient::Compare(KOBWBCoefficient(KOBWBRational(1000000)), c), -1);
+    }
+    EXPECT_TRUE(std::isnan(KOBWBCoefficient::Real(std::nan("")).ToDouble()));
+    // Integers between 2^63 and 2^64 stay exact in two words, one of them 0.
+    for (const KOBWBRational& wide : {KOBWBRational(2).Power(63), -KOBWBRational(2).Power(63) - 1,
+                                      KOBWBRational(2).Power(64) - 1}) {
+        const KOBWBCoefficient c(wide);
+        EXPECT_TRUE(c.IsExact()) << wide.ToString();
+        EXPECT_EQ(c.GetExact(), wide);
+    }
+    KOBWBCoefficient big = KOBWBRational(2).Power(200);
+    big += KOBWBCoefficient::Real(1.0);
+    EXPECT_TRUE(big.IsReal());
+    EXPECT_DOUBLE_EQ(big.ToDouble(), std::ldexp(1.0, 200));
+    KOBWBCoefficient copy = big;
+    copy *= copy;
+    EXPECT_DOUBLE_EQ(copy.ToDouble(), std::ldexp(1.0, 400));
+    EXPECT_EQ(sizeof(KOBWBCoefficient), sizeof(KOBWBRational));
 }
 
 TEST(KOBWBPolynomial, ArithmeticCollectsLikeTerms) {
