@@ -3,6 +3,8 @@
 #include "KOBWBConstant.h"
 #include "KOBWBExpression.h"
 #include "KOBWBFactory.h"
+#include "KOBWBFlintValues.h"
+#include "KOBWBRationalAccess.h"
 
 #include <climits>
 #include <cmath>
@@ -48,27 +50,26 @@ bool PerfectPower(const KOBWBRational& value, long long& base, long long& expone
 }
 
 // The prime powers of value (positive, integer); false when a factor is left that
-// no integer constant or power of one holds.
-bool Factor(KOBWBRational value, std::vector<PrimePower>& factors) {
+// no integer constant or power of one holds. The trial divisions test divisibility
+// by a word and take a prime out all at once: a value of thousands of digits costs
+// one pass over its digits per divisor.
+bool Factor(const KOBWBRational& value, std::vector<PrimePower>& factors) {
+    KOBWBFlint::ReleaseCachesAtThreadExit();
+    KOBWBFlint::Integer rest, divisor;
+    KOBWBRationalAccess::Numerator(value, rest.get());
     for (long long p = 2; p <= largestTrialDivisor; p += p == 2 ? 1 : 2) {
-        long long small = 0;
-        if (FitsInt(value, small) && small < p * p) break;
-        long long exponent = 0;
-        for (KOBWBRational quotient = value / KOBWBRational(p); quotient.IsInteger();
-             quotient = value / KOBWBRational(p)) {
-            value = quotient;
-            ++exponent;
-        }
-        if (exponent > 0) factors.push_back({p, exponent});
+        if (fmpz_cmp_si(rest.get(), p * p) < 0) break;
+        if (!fmpz_divisible_si(rest.get(), p)) continue;
+        fmpz_set_si(divisor.get(), p);
+        factors.push_back({p, static_cast<long long>(fmpz_remove(rest.get(), rest.get(), divisor.get()))});
     }
-    if (value.IsOne()) return true;
-    long long small = 0;
-    if (FitsInt(value, small)) {
-        factors.push_back({small, 1});
+    if (fmpz_is_one(rest.get())) return true;
+    if (fmpz_cmp_si(rest.get(), INT_MAX) <= 0) {
+        factors.push_back({fmpz_get_si(rest.get()), 1});
         return true;
     }
     long long base = 0, exponent = 0;
-    if (!PerfectPower(value, base, exponent)) return false;
+    if (!PerfectPower(KOBWBRationalAccess::FromFlint(rest.get()), base, exponent)) return false;
     factors.push_back({base, exponent});
     return true;
 }
