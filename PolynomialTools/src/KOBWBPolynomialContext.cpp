@@ -81,27 +81,31 @@ bool KOBWBPolynomialContext::ToPolynomial(KOBWBExpression* expression, KOBWBPoly
     return m_impl->Read(expression, result);
 }
 
-KOBWBExpression* KOBWBPolynomialContext::ToExpression(const KOBWBPolynomial& polynomial) {
-    if (!IsValid()) return nullptr;
+namespace {
+
+// Whether every atom of the polynomial is one of the context's atoms 0 to atoms - 1.
+bool NamesOnly(const KOBWBPolynomial& polynomial, int atoms) {
     for (const KOBWBPolynomialTerm& term : polynomial.GetTerms())
         for (const KOBWBMonomialFactor& factor : term.monomial)
-            if (factor.atom < 0 || factor.atom >= GetNbOfAtoms()) return nullptr;
+            if (factor.atom < 0 || factor.atom >= atoms) return false;
+    return true;
+}
+
+} // namespace
+
+KOBWBExpression* KOBWBPolynomialContext::ToExpression(const KOBWBPolynomial& polynomial) {
+    if (!IsValid() || !NamesOnly(polynomial, GetNbOfAtoms())) return nullptr;
     return m_impl->Write(polynomial);
 }
 
 bool KOBWBPolynomialContext::ReadsBackExactly(const KOBWBPolynomial& polynomial) {
-    if (!IsValid()) return false;
-    for (const KOBWBPolynomialTerm& term : polynomial.GetTerms())
-        for (const KOBWBMonomialFactor& factor : term.monomial)
-            if (factor.atom < 0 || factor.atom >= GetNbOfAtoms()) return false;
+    if (!IsValid() || !NamesOnly(polynomial, GetNbOfAtoms())) return false;
     return m_impl->ReadsBack(polynomial);
 }
 
 bool KOBWBPolynomialContext::HasOpaqueAtoms(const KOBWBPolynomial& polynomial) {
     if (!IsValid()) return false;
-    for (const KOBWBPolynomialTerm& term : polynomial.GetTerms())
-        for (const KOBWBMonomialFactor& factor : term.monomial)
-            if (factor.atom < 0 || factor.atom >= GetNbOfAtoms()) return true;
+    if (!NamesOnly(polynomial, GetNbOfAtoms())) return true;
     for (int atom : m_impl->Reachable(polynomial))
         if (m_impl->atoms[static_cast<size_t>(atom)].kind == Impl::AtomKind::Opaque) return true;
     return false;

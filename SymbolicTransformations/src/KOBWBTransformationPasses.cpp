@@ -91,12 +91,13 @@ KOBWBExpression* CanonicalizeConstants(KOBWBFactory& factory, KOBWBExpression* r
 
 namespace {
 
-// SimplifyRoot for a root already read as polynomial.
+// SimplifyRoot for a root already read as polynomial; readsBack tells whether it
+// reads back exactly (KOBWBPolynomialContext::ReadsBackExactly), asked only with unwritten.
 KOBWBExpression* SimplifyRead(KOBWBPolynomialContext& context, KOBWBEquation& equation, KOBWBPolynomial polynomial,
-                              UnwrittenRoots* unwritten) {
+                              UnwrittenRoots* unwritten, bool readsBack) {
     // The zero polynomial is written as the integer constant 0, and only it.
     if (polynomial.IsZero() && equation.GetType() == KOBWBEqEqual) return nullptr;
-    if (unwritten && context.ReadsBackExactly(polynomial)) {
+    if (unwritten && readsBack) {
         unwritten->emplace_back(equation.GetId(), std::move(polynomial));
         return equation.GetRoot();
     }
@@ -109,7 +110,8 @@ KOBWBExpression* SimplifyRead(KOBWBPolynomialContext& context, KOBWBEquation& eq
 KOBWBExpression* SimplifyRoot(KOBWBPolynomialContext& context, KOBWBEquation& equation, UnwrittenRoots* unwritten) {
     KOBWBPolynomial polynomial;
     if (!context.ToPolynomial(equation.GetRoot(), polynomial)) return equation.GetRoot();
-    return SimplifyRead(context, equation, std::move(polynomial), unwritten);
+    const bool readsBack = unwritten && context.ReadsBackExactly(polynomial);
+    return SimplifyRead(context, equation, std::move(polynomial), unwritten, readsBack);
 }
 
 bool CanHold(const KOBWBEnvironment& environment, KOBWBEquation& equation, bool constantRoot) {
@@ -268,10 +270,12 @@ bool SimplifyOwnTree(KOBWBFactory& factory, KOBWBPolynomialContext& context, con
                      KOBWBEquation& equation, const std::function<void(KOBWBExpression*)>& mark) {
     KOBWBExpression* own = equation.GetRoot();
     KOBWBPolynomial polynomial;
-    if (FlattensMinOrMax(own) || !context.ToPolynomial(own, polynomial) || context.HasOpaqueAtoms(polynomial))
-        return false;
+    if (FlattensMinOrMax(own) || !context.ToPolynomial(own, polynomial)) return false;
+    // A polynomial that reads back exactly has no opaque atom: one walk over its atoms.
+    const bool readsBack = pass.unwritten && context.ReadsBackExactly(polynomial);
+    if (!readsBack && context.HasOpaqueAtoms(polynomial)) return false;
     const size_t before = pass.unwritten ? pass.unwritten->size() : 0;
-    KOBWBExpression* simplified = SimplifyRead(context, equation, std::move(polynomial), pass.unwritten);
+    KOBWBExpression* simplified = SimplifyRead(context, equation, std::move(polynomial), pass.unwritten, readsBack);
     // A root the context could not write stays.
     if (simplified == own && !(pass.unwritten && pass.unwritten->size() > before)) return false;
     Apply(factory, pass, equation, mark, simplified, before);
