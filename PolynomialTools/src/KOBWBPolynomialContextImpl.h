@@ -91,6 +91,10 @@ struct KOBWBPolynomialContext::Impl {
     KOBWBPolynomial PastBudget(KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& arguments);
     KOBWBPolynomial Quotient(const KOBWBPolynomial& numerator, const KOBWBPolynomial& denominator, KOBWBExpression* node);
     KOBWBPolynomial Power(const KOBWBPolynomial& base, const KOBWBPolynomial& exponent, KOBWBExpression* node);
+    // base^exponent (exponent >= 0) expanded into power, false (power untouched) when it
+    // would pass the term budget or have no value as a real: the one test every expanded
+    // power passes, read or substituted.
+    bool ExpandedPower(const KOBWBPolynomial& base, long long exponent, KOBWBPolynomial& power) const;
     KOBWBPolynomial Product(KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& factors);
     const KOBWBPolynomial* Known(KOBWBExpression* node) const;
 

@@ -257,6 +257,14 @@ bool PowerMayBeWritable(const KOBWBPolynomial& base, long long exponent) {
 
 } // namespace
 
+bool Impl::ExpandedPower(const KOBWBPolynomial& base, long long exponent, KOBWBPolynomial& power) const {
+    KOBWBPolynomial expanded;
+    if (!PowerMayBeWritable(base, exponent) || !base.Power(exponent, maxTerms, expanded) || !Writable(expanded))
+        return false;
+    power = std::move(expanded);
+    return true;
+}
+
 KOBWBPolynomial Impl::Quotient(const KOBWBPolynomial& numerator, const KOBWBPolynomial& denominator, KOBWBExpression* node) {
     if (denominator.IsZero()) return OperatorAtom(node, {&numerator, &denominator});
     if (OnlyPi(denominator)) return KOBWBPolynomial::Multiply(numerator, InverseTerm(denominator.GetTerm(0)));
@@ -289,17 +297,16 @@ KOBWBPolynomial Impl::Power(const KOBWBPolynomial& base, const KOBWBPolynomial& 
     KOBWBCoefficient constantBase;
     const bool zeroBase = base.IsConstant(constantBase) && constantBase.IsZero();
     if (e >= 0) {
-        if (PowerMayBeWritable(base, e) && base.Power(e, maxTerms, power) && Writable(power)) return power;
+        if (ExpandedPower(base, e, power)) return power;
         return PastBudget(node, {&base, &exponent});
     }
     if (zeroBase) return OperatorAtom(node, {&base, &exponent});
     if (OnlyPi(base) || base.IsConstant(constantBase)) {
         const KOBWBPolynomial inverse = InverseTerm(base.GetTerm(0));
-        if (PowerMayBeWritable(inverse, -e) && inverse.Power(-e, maxTerms, power) && Writable(power)) return power;
+        if (ExpandedPower(inverse, -e, power)) return power;
         return PastBudget(node, {&base, &exponent});
     }
-    if (!PowerMayBeWritable(base, -e) || !base.Power(-e, maxTerms, power) || !Writable(power))
-        return PastBudget(node, {&base, &exponent});
+    if (!ExpandedPower(base, -e, power)) return PastBudget(node, {&base, &exponent});
     return Quotient(KOBWBPolynomial(KOBWBCoefficient(1)), power, node);
 }
 

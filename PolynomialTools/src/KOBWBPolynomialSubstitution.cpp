@@ -45,12 +45,12 @@ const std::vector<int>& Impl::Reachable(const KOBWBPolynomial& polynomial) {
 
 namespace {
 
-// replacement^exponent; a power past the budget is written as a power node and read
-// back as one atom. The replacement itself stands for its first power, except where
+// replacement^exponent; a power past the budget, or without a value as a real, is
+// written as a power node and read back as one atom. The replacement itself stands for its first power, except where
 // the budget (of one term) would not let a sum through.
 KOBWBPolynomial ReplacementPower(Impl& impl, const KOBWBPolynomial& replacement, long long exponent) {
     KOBWBPolynomial power;
-    if (!replacement.Power(exponent, impl.maxTerms, power)) {
+    if (!impl.ExpandedPower(replacement, exponent, power)) {
         KOBWBExpression* node = impl.factory.CreatePower(impl.Write(replacement), static_cast<int>(exponent));
         impl.Read(node, power);
     }

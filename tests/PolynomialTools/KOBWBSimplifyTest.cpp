@@ -375,6 +375,14 @@ TEST(KOBWBSimplify, ExpansionsBeyondTheRealsStayUnexpanded) {
     KOBWBPolynomial small;
     ASSERT_TRUE(context.ToPolynomial(f.CreatePower(f.CreateSum(x, s.I(1)), 100), small));
     EXPECT_EQ(small.GetNbOfTerms(), 101);
+    // The same holds for a constant put in for a variable of a power: 10^(3 10^7), whose
+    // exact value would take seconds to form, stays a power; 10^30 becomes its value.
+    for (int exponent : {30000000, -30000000, 30}) {
+        ASSERT_TRUE(context.ToPolynomial(f.CreatePower(x, exponent), polynomial));
+        const KOBWBPolynomial ten(KOBWBCoefficient(10));
+        KOBWBCoefficient value;
+        EXPECT_EQ(context.SubstituteVariable(polynomial, s.v[0], ten).IsConstant(value), exponent == 30) << exponent;
+    }
 }
 
 // What the context says reads back exactly does: the expression written for the
