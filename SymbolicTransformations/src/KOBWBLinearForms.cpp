@@ -25,6 +25,26 @@ LinearForms::LinearForms(KOBWBFactory& factory, KOBWBPolynomialContext& context,
 
 LinearForms::~LinearForms() = default;
 
+void LinearForms::Occurrences::Reset(size_t variables) {
+    m_items.assign(variables, {});
+    m_counts.assign(variables, 0);
+    m_variables.clear();
+}
+
+void LinearForms::Occurrences::Add(int variable, size_t item) {
+    if (item >= m_variables.size()) m_variables.resize(item + 1);
+    std::vector<int>& variables = m_variables[item];
+    if (std::find(variables.begin(), variables.end(), variable) != variables.end()) return;
+    variables.push_back(variable);
+    m_items[static_cast<size_t>(variable)].push_back(item);
+    ++m_counts[static_cast<size_t>(variable)];
+}
+
+void LinearForms::Occurrences::Clear(int variable) {
+    m_items[static_cast<size_t>(variable)] = {};
+    m_counts[static_cast<size_t>(variable)] = 0;
+}
+
 const KOBWBPolynomial* LinearForms::Form(int variableIndex) const {
     if (variableIndex < 0 || variableIndex >= static_cast<int>(m_forms.size())) return nullptr;
     return m_forms[static_cast<size_t>(variableIndex)].get();
@@ -36,8 +56,8 @@ void LinearForms::WriteTrace(const char* label, const KOBWBPolynomial& polynomia
 
 void LinearForms::Run(std::vector<KOBWBEquation*>& changed, UnwrittenRoots* unwritten) {
     const size_t variables = static_cast<size_t>(m_factory.GetNbOfVariables());
-    m_equationsOf.assign(variables, {});
-    m_formsOf.assign(variables, {});
+    m_equationsOf.Reset(variables);
+    m_formsOf.Reset(variables);
     m_forms.clear();
     m_forms.resize(variables);
     m_equations.clear();
@@ -61,7 +81,7 @@ void LinearForms::Run(std::vector<KOBWBEquation*>& changed, UnwrittenRoots* unwr
             entry.readable = m_context.ToPolynomial(equation->GetRoot(), entry.polynomial);
         }
         for (KOBWBVariable* variable : m_context.GetVariables(entry.polynomial))
-            m_equationsOf[static_cast<size_t>(variable->GetIdx())].insert(m_equations.size());
+            m_equationsOf.Add(variable->GetIdx(), m_equations.size());
         m_equations.push_back(std::move(entry));
     }
     for (size_t i = 0; i < m_equations.size(); ++i) Eliminate(i);
@@ -74,6 +94,8 @@ void LinearForms::Run(std::vector<KOBWBEquation*>& changed, UnwrittenRoots* unwr
             continue;
         }
         entry.equation->SetRoot(m_context.ToExpression(entry.polynomial));
+        // Released while still in the cache, rather than in one cold walk at the end.
+        entry.polynomial = KOBWBPolynomial();
         changed.push_back(entry.equation);
     }
     // Removed together, in one pass over the factory's equations.
@@ -140,7 +162,7 @@ bool LinearForms::Eliminate(size_t position) {
         KOBWBVariable* variable = candidate.first;
         if (variable->IsFixed() || candidate.second.size() != 1) continue;
         const KOBWBPolynomialTerm* term = candidate.second[0];
-        const size_t weight = m_equationsOf[static_cast<size_t>(variable->GetIdx())].size();
+        const size_t weight = m_equationsOf.Count(variable->GetIdx());
         bool better = !pivot || weight < pivotWeight;
         if (pivot && weight == pivotWeight) {
             const int order = KOBWBRational::Compare(Magnitude(term->coefficient.GetExact()),
@@ -173,8 +195,8 @@ bool LinearForms::Eliminate(size_t position) {
     const std::vector<KOBWBVariable*> formVariables = m_context.GetVariables(form);
 
     if (m_trace) *m_trace << "substitute variables at LinearForm[" << static_cast<int>(position) << "]" << lvrendl;
-    const size_t x = static_cast<size_t>(pivot->GetIdx());
-    for (size_t other : m_equationsOf[x]) {
+    const int x = pivot->GetIdx();
+    for (size_t other : m_equationsOf.Items(x)) {
         if (other == position || !m_equations[other].equation) continue;
         Equation& target = m_equations[other];
         KOBWBPolynomial substituted = m_context.SubstituteVariable(target.polynomial, pivot, form);
@@ -185,23 +207,24 @@ bool LinearForms::Eliminate(size_t position) {
         }
         target.polynomial = std::move(substituted);
         target.changed = true;
-        for (KOBWBVariable* variable : formVariables) m_equationsOf[static_cast<size_t>(variable->GetIdx())].insert(other);
+        for (KOBWBVariable* variable : formVariables) m_equationsOf.Add(variable->GetIdx(), other);
     }
-    for (int earlier : m_formsOf[x]) {
-        KOBWBPolynomial& earlierForm = *m_forms[static_cast<size_t>(earlier)];
+    for (size_t earlier : m_formsOf.Items(x)) {
+        KOBWBPolynomial& earlierForm = *m_forms[earlier];
         earlierForm = m_context.SubstituteVariable(earlierForm, pivot, form);
-        for (KOBWBVariable* variable : formVariables) m_formsOf[static_cast<size_t>(variable->GetIdx())].insert(earlier);
+        for (KOBWBVariable* variable : formVariables) m_formsOf.Add(variable->GetIdx(), earlier);
     }
-    for (KOBWBVariable* variable : formVariables) m_formsOf[static_cast<size_t>(variable->GetIdx())].insert(pivot->GetIdx());
-    m_equationsOf[x].clear();
-    m_formsOf[x].clear();
-    m_forms[x] = std::make_unique<KOBWBPolynomial>(std::move(form));
+    for (KOBWBVariable* variable : formVariables) m_formsOf.Add(variable->GetIdx(), static_cast<size_t>(x));
+    m_equationsOf.Clear(x);
+    m_formsOf.Clear(x);
+    m_forms[static_cast<size_t>(x)] = std::make_unique<KOBWBPolynomial>(std::move(form));
 
     // The linear form is now the pivot's expression: its equation goes.
     for (KOBWBVariable* variable : m_context.GetVariables(entry.polynomial))
-        m_equationsOf[static_cast<size_t>(variable->GetIdx())].erase(position);
+        if (variable != pivot) m_equationsOf.Uncount(variable->GetIdx());
     m_removed.push_back(entry.equation);
     entry.equation = nullptr;
+    entry.polynomial = KOBWBPolynomial();
     return true;
 }
 

@@ -5,7 +5,6 @@
 #include "KOBWBTransformationPasses.h"
 
 #include <memory>
-#include <unordered_set>
 #include <vector>
 
 class KOBLVRStream;
@@ -55,9 +54,31 @@ private:
     KOBWBPolynomialContext& m_context;
     KOBLVRStream* m_trace;
     std::vector<Equation> m_equations;
+    // Which items hold each variable, listed from both sides: an item's own list of
+    // variables tells whether a variable lists it already, so each pair is listed once
+    // at the cost of the item's size, which substituting into it has just paid. An item
+    // that goes stays in its variables' lists, uncounted: walks skip it.
+    class Occurrences {
+    public:
+        void Reset(size_t variables);
+        void Add(int variable, size_t item);
+        // The items listed for the variable, gone ones included.
+        const std::vector<size_t>& Items(int variable) const { return m_items[static_cast<size_t>(variable)]; }
+        // How many of them have not gone.
+        size_t Count(int variable) const { return m_counts[static_cast<size_t>(variable)]; }
+        // The item no longer holds the variable.
+        void Uncount(int variable) { --m_counts[static_cast<size_t>(variable)]; }
+        // The variable is gone: it lists nothing, and is never listed again.
+        void Clear(int variable);
+
+    private:
+        std::vector<std::vector<size_t>> m_items;
+        std::vector<size_t> m_counts;
+        std::vector<std::vector<int>> m_variables;
+    };
     // The equations (by position) and the earlier forms (by variable) that hold each variable.
-    std::vector<std::unordered_set<size_t>> m_equationsOf;
-    std::vector<std::unordered_set<int>> m_formsOf;
+    Occurrences m_equationsOf;
+    Occurrences m_formsOf;
     std::vector<std::unique_ptr<KOBWBPolynomial>> m_forms;
     // The equations to remove at the end of the run.
     std::vector<KOBWBEquation*> m_removed;
