@@ -54,7 +54,7 @@ void LinearForms::WriteTrace(const char* label, const KOBWBPolynomial& polynomia
     if (m_trace) *m_trace << label << TraceExpression(m_context.ToExpression(polynomial)).c_str() << lvrendl;
 }
 
-void LinearForms::Run(std::vector<KOBWBEquation*>& changed, UnwrittenRoots* unwritten) {
+void LinearForms::Run(const std::function<void(KOBWBExpression*)>& mark, UnwrittenRoots* unwritten) {
     const size_t variables = static_cast<size_t>(m_factory.GetNbOfVariables());
     m_equationsOf.Reset(variables);
     m_formsOf.Reset(variables);
@@ -94,9 +94,9 @@ void LinearForms::Run(std::vector<KOBWBEquation*>& changed, UnwrittenRoots* unwr
             continue;
         }
         entry.equation->SetRoot(m_context.ToExpression(entry.polynomial));
+        mark(entry.equation->GetRoot());
         // Released while still in the cache, rather than in one cold walk at the end.
         entry.polynomial = KOBWBPolynomial();
-        changed.push_back(entry.equation);
     }
     // Removed together, in one pass over the factory's equations.
     m_factory.RemoveEquations(static_cast<int>(m_removed.size()), m_removed.data());

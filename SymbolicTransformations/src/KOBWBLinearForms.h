@@ -4,11 +4,13 @@
 #include "KOBWBPolynomial.h"
 #include "KOBWBTransformationPasses.h"
 
+#include <functional>
 #include <memory>
 #include <vector>
 
 class KOBLVRStream;
 class KOBWBEquation;
+class KOBWBExpression;
 class KOBWBFactory;
 class KOBWBPolynomialContext;
 class KOBWBVariable;
@@ -37,11 +39,12 @@ public:
     ~LinearForms();
 
     // Eliminates what it can. Equations rewritten get their new root (an equality
-    // that becomes exactly 0 is removed); changed receives them. unwritten, when not
-    // null, gives the polynomials of equations whose roots are still to be written
-    // (see UnwrittenRoots), taken (moved out) in place of reading those roots: their
-    // roots are written, and their equations listed in changed, with the others.
-    void Run(std::vector<KOBWBEquation*>& changed, UnwrittenRoots* unwritten = nullptr);
+    // that becomes exactly 0 is removed), handed to mark as soon as it is written,
+    // while its nodes are still in the cache. unwritten, when not null, gives the
+    // polynomials of equations whose roots are still to be written (see
+    // UnwrittenRoots), taken (moved out) in place of reading those roots: their roots
+    // are written, and marked, with the others.
+    void Run(const std::function<void(KOBWBExpression*)>& mark, UnwrittenRoots* unwritten = nullptr);
     // The expression found for the variable of that index; null where none.
     const KOBWBPolynomial* Form(int variableIndex) const;
 

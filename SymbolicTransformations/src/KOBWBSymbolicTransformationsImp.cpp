@@ -95,9 +95,7 @@ void KOBWBSymbolicTransformationsImp::SubstituteLinearForms(KOBWBPolynomialConte
 
     kobwb::LinearForms forms(factory, context, GetGlobalParameters().GetTraceStream(2));
     const bool tracingSystem = GetGlobalParameters().GetTraceStream(1) != nullptr;
-    std::vector<KOBWBEquation*> changed;
-    forms.Run(changed, &unwritten);
-    for (KOBWBEquation* equation : changed) SetProperties(equation->GetRoot());
+    forms.Run([this](KOBWBExpression* root) { SetProperties(root); }, &unwritten);
     for (int i = 0; i < variables; ++i) {
         const KOBWBPolynomial* form = forms.Form(i);
         if (!form) continue;

@@ -36,9 +36,7 @@ int KOBWBSymbolicTransformationsImp2::DoRun() {
         if (mode & KOBWBEliminateLinear) {
             // The variables' expressions live only as long as the phase.
             kobwb::LinearForms forms(factory, context, parameters.GetTraceStream(2));
-            std::vector<KOBWBEquation*> changed;
-            forms.Run(changed);
-            for (KOBWBEquation* equation : changed) SetProperties(equation->GetRoot());
+            forms.Run([this](KOBWBExpression* root) { SetProperties(root); });
             if (KOBLVRStream* trace = parameters.GetTraceStream(1)) kobwb::TraceSystem(*trace, factory, {});
         }
     }

@@ -72,6 +72,20 @@ TEST(KOBWBSymbolicTransformations, MarksConstantAndLinear) {
     EXPECT_FALSE(Marks::Of(*transformations, linear->GetRoot(), Constant));
     EXPECT_TRUE(Marks::Of(*transformations, constant->GetRoot(), Constant));
     EXPECT_TRUE(Marks::Of(*transformations, constant->GetRoot(), Linear));
+
+    // A root rewritten by the elimination is marked as it now stands: x = 2 makes
+    // x y - 3 <= 0 linear.
+    KOBWBFactory eliminated;
+    KOBWBVariable* u = eliminated.CreateVariable();
+    KOBWBVariable* w = eliminated.CreateVariable();
+    eliminated.AddEquation(u, KOBWBEqEqual, eliminated.CreateIntegerConstant(2));
+    KOBWBEquation* product = eliminated.AddEquation(
+        eliminated.CreateSub(eliminated.CreateProduct(u, w), eliminated.CreateIntegerConstant(3)), KOBWBEqLessEqual);
+    Operator elimination = Make(eliminated, KOBWBEliminateLinear | KOBWBSimplifyEquations);
+    elimination->Run();
+    EXPECT_EQ(eliminated.GetNbOfEquations(), 1);
+    EXPECT_TRUE(Marks::Of(*elimination, product->GetRoot(), Linear));
+    EXPECT_FALSE(Marks::Of(*elimination, product->GetRoot(), Constant));
 }
 
 TEST(KOBWBSymbolicTransformations, FlattensAndBinarises) {
