@@ -146,6 +146,11 @@ public:
     friend bool operator!=(const KOBWBPolynomial& a, const KOBWBPolynomial& b) { return !(a == b); }
 
     static KOBWBPolynomial Multiply(const KOBWBPolynomial& a, const KOBWBPolynomial& b);
+    // summands[0] + summands[1] + ..., exactly as adding them one after the other
+    // would give it (each coefficient summed in that order, a sum that reaches zero
+    // dropped and started afresh by the next like term), in time that grows with
+    // their terms, not with their terms times their number. Null summands are skipped.
+    static KOBWBPolynomial Sum(const std::vector<const KOBWBPolynomial*>& summands);
     // a * b into product (which may be a or b). A large product is written over
     // product's own terms, factor blocks and coefficients: forming products of the
     // same size again and again then takes no new memory.

@@ -217,6 +217,24 @@ public:
             m_terms[static_cast<size_t>(*found.first)].coefficient += coefficient;
     }
 
+    // Adds as a running sum does: a coefficient that has reached zero is gone, so the
+    // next like term takes its place rather than being added to it (which, between a
+    // real zero and an exact coefficient, would make the exact one real).
+    void AddToSum(const KOBWBMonomial& monomial, const KOBWBCoefficient& coefficient) {
+        const int next = static_cast<int>(m_terms.size());
+        const std::pair<int*, bool> found = m_places.Insert(
+            HashOf(monomial), [&](int place) { return m_terms[static_cast<size_t>(place)].monomial == monomial; }, next);
+        if (found.second) {
+            m_terms.push_back({monomial, coefficient});
+            return;
+        }
+        KOBWBCoefficient& sum = m_terms[static_cast<size_t>(*found.first)].coefficient;
+        if (sum.IsZero())
+            sum = coefficient;
+        else
+            sum += coefficient;
+    }
+
     // The distinct terms in storage order, zeros dropped.
     std::vector<KOBWBPolynomialTerm> Sorted() {
         std::vector<int> order;
@@ -288,6 +306,27 @@ KOBWBPolynomial KOBWBPolynomial::FromTerms(std::vector<KOBWBPolynomialTerm> term
     for (KOBWBPolynomialTerm& term : terms) collector.Add(std::move(term.monomial), std::move(term.coefficient));
     result.m_terms = collector.Sorted();
     return result;
+}
+
+KOBWBPolynomial KOBWBPolynomial::Sum(const std::vector<const KOBWBPolynomial*>& summands) {
+    // A few summands are merged one after the other; past that, merging would walk
+    // the growing sum once per summand.
+    constexpr size_t fewSummands = 4;
+    KOBWBPolynomial sum;
+    if (summands.size() <= fewSummands) {
+        for (const KOBWBPolynomial* summand : summands)
+            if (summand) sum += *summand;
+        return sum;
+    }
+    size_t terms = 0;
+    for (const KOBWBPolynomial* summand : summands)
+        if (summand) terms += summand->m_terms.size();
+    TermCollector collector(terms);
+    for (const KOBWBPolynomial* summand : summands)
+        if (summand)
+            for (const KOBWBPolynomialTerm& term : summand->m_terms) collector.AddToSum(term.monomial, term.coefficient);
+    sum.m_terms = collector.Sorted();
+    return sum;
 }
 
 KOBWBPolynomial KOBWBPolynomial::Multiply(const KOBWBPolynomial& a, const KOBWBPolynomial& b) {

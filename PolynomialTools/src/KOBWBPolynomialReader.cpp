@@ -178,11 +178,7 @@ KOBWBPolynomial Impl::ReadNode(KOBWBExpression* node) {
 KOBWBPolynomial Impl::ReadOperator(KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& arguments) {
     const size_t count = arguments.size();
     switch (node->GetType()) {
-    case KOBWBSumType: {
-        KOBWBPolynomial sum(*arguments[0]);
-        for (size_t i = 1; i < count; ++i) sum += *arguments[i];
-        return sum;
-    }
+    case KOBWBSumType: return KOBWBPolynomial::Sum(arguments);
     case KOBWBProductType: return Product(node, arguments);
     case KOBWBQuotientType:
         if (count == 2) return Quotient(*arguments[0], *arguments[1], node);

@@ -234,3 +234,32 @@ TEST(KOBWBPolynomial, ArithmeticCollectsLikeTerms) {
     twice -= twice;
     EXPECT_TRUE(twice.IsZero());
 }
+
+// A sum of many summands is the running sum, coefficient by coefficient: the same
+// rounding of reals, and a like term met after a sum reached zero starts afresh
+// (1 - 1.0 + 1/3 is the exact 1/3).
+TEST(KOBWBPolynomial, SumOfManyIsTheRunningSum) {
+    const KOBWBCoefficient values[] = {KOBWBCoefficient(1), KOBWBCoefficient(-1), KOBWBCoefficient::Real(-1.0),
+                                       KOBWBCoefficient(KOBWBRational(1, 3)), KOBWBCoefficient::Real(0.1),
+                                       KOBWBCoefficient::Real(0.7)};
+    std::mt19937 random(5);
+    for (int round = 0; round < 300; ++round) {
+        std::vector<KOBWBPolynomial> summands(2 + random() % 12);
+        for (KOBWBPolynomial& summand : summands)
+            for (int term = static_cast<int>(random() % 4); term > 0; --term)
+                summand += KOBWBPolynomial(values[random() % 6]) *
+                           KOBWBPolynomial::Atom(static_cast<int>(1 + random() % 2), static_cast<long long>(1 + random() % 2));
+        std::vector<const KOBWBPolynomial*> pointers;
+        KOBWBPolynomial running;
+        for (const KOBWBPolynomial& summand : summands) {
+            pointers.push_back(&summand);
+            running += summand;
+        }
+        EXPECT_EQ(KOBWBPolynomial::Sum(pointers), running) << round;
+    }
+    const KOBWBPolynomial one(KOBWBCoefficient(1)), minusOne(KOBWBCoefficient::Real(-1.0)), zero;
+    const KOBWBPolynomial third(KOBWBCoefficient(KOBWBRational(1, 3)));
+    const KOBWBPolynomial sum = KOBWBPolynomial::Sum({&one, &zero, &zero, &zero, &minusOne, &third});
+    ASSERT_EQ(sum.GetNbOfTerms(), 1);
+    EXPECT_TRUE(sum.GetTerm(0).coefficient.IsExact());
+}
