@@ -6,8 +6,8 @@
 #include "KOBWBFlintValues.h"
 #include "KOBWBRationalAccess.h"
 
+#include <algorithm>
 #include <climits>
-#include <cmath>
 #include <vector>
 
 namespace {
@@ -29,22 +29,30 @@ bool FitsInt(const KOBWBRational& value, long long& small) {
     return true;
 }
 
-// base^exponent == value for a base that fits an integer constant, the largest
-// exponent first.
+// base^exponent == value (positive, integer) for a base that fits an integer
+// constant and an exponent of at most 62, the largest such exponent.
 bool PerfectPower(const KOBWBRational& value, long long& base, long long& exponent) {
-    const double approximate = value.ToDouble();
-    for (long long e = 62; e >= 2; --e) {
-        // Bases past the integer constants' range are not looked for (nor rounded
-        // into a long long, which they may not fit).
-        const double root = std::pow(approximate, 1.0 / static_cast<double>(e));
-        if (!(root < static_cast<double>(INT_MAX) + 2)) continue;
-        const long long guess = std::llround(root);
-        for (long long b = guess - 1; b <= guess + 1; ++b)
-            if (b >= 2 && b <= INT_MAX && KOBWBRational(b).Power(e) == value) {
-                base = b;
-                exponent = e;
-                return true;
-            }
+    constexpr long long largestExponent = 62;
+    KOBWBFlint::ReleaseCachesAtThreadExit();
+    // value = root^total with a root that is no perfect power: FLINT finds some
+    // power, whose root is taken apart again until it is none.
+    KOBWBFlint::Integer root, next;
+    KOBWBRationalAccess::Numerator(value, root.get());
+    long long total = 1;
+    for (int k = 0; (k = fmpz_is_perfect_power(next.get(), root.get())) > 1;) {
+        total *= k;
+        fmpz_swap(root.get(), next.get());
+    }
+    // value is then an e-th power exactly when e divides total, of root^(total / e).
+    const long long rootBits = static_cast<long long>(fmpz_bits(root.get()));
+    for (long long e = std::min(total, largestExponent); e >= 2; --e) {
+        // root^m is at least 2^((bits - 1) m): past INT_MAX without being formed.
+        if (total % e != 0 || (rootBits - 1) * (total / e) >= 31) continue;
+        fmpz_pow_ui(next.get(), root.get(), static_cast<unsigned long>(total / e));
+        if (fmpz_cmp_si(next.get(), INT_MAX) > 0) continue;
+        base = fmpz_get_si(next.get());
+        exponent = e;
+        return true;
     }
     return false;
 }
