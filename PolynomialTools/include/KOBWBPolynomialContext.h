@@ -5,6 +5,7 @@
 #include "KOBWBPolynomial.h"
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 class KOBWBExpression;
@@ -135,6 +136,11 @@ public:
     // become a product); products and powers past the budget stay atoms. The
     // polynomial unchanged for null or a variable of another factory.
     KOBWBPolynomial SubstituteVariable(const KOBWBPolynomial& polynomial, KOBWBVariable* x, const KOBWBPolynomial& by);
+    // The same for several variables at once, each pair a variable and the polynomial
+    // put in for it; a polynomial put in is not itself substituted into. Pairs with a
+    // null or foreign variable, or a null polynomial, are left out.
+    KOBWBPolynomial SubstituteVariables(const KOBWBPolynomial& polynomial,
+                                        const std::vector<std::pair<KOBWBVariable*, const KOBWBPolynomial*>>& substitutions);
     // The variables that occur in the polynomial, inside atoms too, in index order.
     std::vector<KOBWBVariable*> GetVariables(const KOBWBPolynomial& polynomial);
     // The variable of an atom; null for the other atoms.

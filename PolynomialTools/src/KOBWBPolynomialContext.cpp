@@ -54,6 +54,19 @@ KOBWBPolynomial KOBWBPolynomialContext::SubstituteVariable(const KOBWBPolynomial
     return m_impl->Substitute(polynomial, {{atom, &by}});
 }
 
+KOBWBPolynomial KOBWBPolynomialContext::SubstituteVariables(
+    const KOBWBPolynomial& polynomial, const std::vector<std::pair<KOBWBVariable*, const KOBWBPolynomial*>>& substitutions) {
+    std::vector<std::pair<int, const KOBWBPolynomial*>> atoms;
+    atoms.reserve(substitutions.size());
+    for (const auto& substitution : substitutions) {
+        const int atom = GetVariableAtom(substitution.first);
+        if (atom >= 0 && substitution.second) atoms.emplace_back(atom, substitution.second);
+    }
+    m_impl->pastBudget = false;
+    if (atoms.empty()) return polynomial;
+    return m_impl->Substitute(polynomial, atoms);
+}
+
 std::vector<KOBWBVariable*> KOBWBPolynomialContext::GetVariables(const KOBWBPolynomial& polynomial) {
     std::vector<KOBWBVariable*> variables;
     const std::vector<int>& reachable = m_impl->Reachable(polynomial);

@@ -18,6 +18,8 @@ struct LinearForms::Equation {
     KOBWBPolynomial polynomial;
     bool readable;
     bool changed;
+    // Whether it may hold variables eliminated since its polynomial was last made.
+    bool stale;
 };
 
 LinearForms::LinearForms(KOBWBFactory& factory, KOBWBPolynomialContext& context, KOBLVRStream* trace)
@@ -70,7 +72,7 @@ void LinearForms::Run(const std::function<void(KOBWBExpression*)>& mark, Unwritt
                   });
     size_t nextUnwritten = 0;
     for (KOBWBEquation* equation = m_factory.GetFirstEquation(); equation; equation = equation->GetNext()) {
-        Equation entry{equation, {}, false, false};
+        Equation entry{equation, {}, false, false, false};
         while (unwritten && nextUnwritten < unwritten->size() && (*unwritten)[nextUnwritten].first < equation->GetId())
             ++nextUnwritten;
         if (unwritten && nextUnwritten < unwritten->size() && (*unwritten)[nextUnwritten].first == equation->GetId()) {
@@ -85,9 +87,16 @@ void LinearForms::Run(const std::function<void(KOBWBExpression*)>& mark, Unwritt
         m_equations.push_back(std::move(entry));
     }
     for (size_t i = 0; i < m_equations.size(); ++i) Eliminate(i);
-    if (m_trace) *m_trace << "after substitute" << lvrendl;
+    // Traced, every substitution comes before the line that ends them; otherwise each
+    // equation is brought up to date just before its root is written.
+    if (m_trace) {
+        for (Equation& entry : m_equations)
+            if (entry.equation) Substitute(entry);
+        *m_trace << "after substitute" << lvrendl;
+    }
     for (Equation& entry : m_equations) {
         if (!entry.equation || !entry.changed) continue;
+        Substitute(entry);
         if (entry.polynomial.IsZero() && entry.equation->GetType() == KOBWBEqEqual) {
             m_removed.push_back(entry.equation);
             entry.equation = nullptr;
@@ -148,9 +157,25 @@ KOBWBRational Magnitude(const KOBWBRational& value) { return value.Sign() < 0 ? 
 
 } // namespace
 
+void LinearForms::Substitute(Equation& entry) {
+    if (!entry.stale) return;
+    entry.stale = false;
+    std::vector<std::pair<KOBWBVariable*, const KOBWBPolynomial*>> substitutions;
+    for (KOBWBVariable* variable : m_context.GetVariables(entry.polynomial))
+        if (const KOBWBPolynomial* form = Form(variable->GetIdx())) substitutions.emplace_back(variable, form);
+    if (substitutions.empty()) return;
+    KOBWBPolynomial substituted = m_context.SubstituteVariables(entry.polynomial, substitutions);
+    if (m_trace) {
+        *m_trace << "  (" << TraceExpression(m_context.ToExpression(entry.polynomial)).c_str()
+                 << ") simplified to      " << TraceExpression(m_context.ToExpression(substituted)).c_str() << lvrendl;
+    }
+    entry.polynomial = std::move(substituted);
+}
+
 bool LinearForms::Eliminate(size_t position) {
     Equation& entry = m_equations[position];
     if (!entry.equation || !entry.readable || entry.equation->GetType() != KOBWBEqEqual) return false;
+    Substitute(entry);
     std::vector<std::pair<KOBWBVariable*, std::vector<const KOBWBPolynomialTerm*>>> byVariable;
     if (!ReadLinearForm(m_context, entry.polynomial, byVariable)) return false;
 
@@ -199,13 +224,7 @@ bool LinearForms::Eliminate(size_t position) {
     for (size_t other : m_equationsOf.Items(x)) {
         if (other == position || !m_equations[other].equation) continue;
         Equation& target = m_equations[other];
-        KOBWBPolynomial substituted = m_context.SubstituteVariable(target.polynomial, pivot, form);
-        if (m_trace) {
-            *m_trace << "  (" << TraceExpression(m_context.ToExpression(target.polynomial)).c_str()
-                     << ") simplified to      " << TraceExpression(m_context.ToExpression(substituted)).c_str()
-                     << lvrendl;
-        }
-        target.polynomial = std::move(substituted);
+        target.stale = true;
         target.changed = true;
         for (KOBWBVariable* variable : formVariables) m_equationsOf.Add(variable->GetIdx(), other);
     }

@@ -27,11 +27,13 @@ namespace kobwb {
 //   - never a fixed variable, and only one whose coefficient is a single term;
 //   - the one that occurs in the fewest equations left, then the one with the
 //     largest absolute coefficient, then the one of lowest index.
-// The pivot's expression x = -(rest)/a is substituted into every other equation
-// that holds x, inside functions too, and into the expressions found earlier for
-// other variables, so that those stay in terms of the variables that remain. The
+// The pivot's expression x = -(rest)/a is substituted into the expressions found
+// earlier for other variables at once, so that those stay in terms of the variables
+// that remain, and into every other equation that holds x, inside functions too,
+// when that equation is next needed (its turn, or the end): all the variables it has
+// lost by then are put in together, each by its expression as it then stands. The
 // linear form's own equation is removed. A variable-to-equations index keeps each
-// substitution to the equations that hold the variable.
+// elimination to the equations that hold the variable.
 class LinearForms {
 public:
     // trace, when not null, receives the detail of each elimination.
@@ -51,6 +53,8 @@ public:
 private:
     struct Equation;
     bool Eliminate(size_t equation);
+    // Puts in the expressions of the eliminated variables the equation holds.
+    void Substitute(Equation& entry);
     void WriteTrace(const char* label, const KOBWBPolynomial& polynomial);
 
     KOBWBFactory& m_factory;

@@ -261,6 +261,33 @@ TEST(KOBWBSimplify, CoefficientsPastMachineWordsStayExact) {
     EXPECT_TRUE(IsIntegerZero(context.Simplify(back)));
 }
 
+// Several variables put in at once: what is put in is not substituted into again,
+// inside atoms too; foreign variables and null polynomials are left out.
+TEST(KOBWBSimplify, VariablesAreSubstitutedTogether) {
+    Vars s;
+    KOBWBFactory& f = s.factory;
+    KOBWBExpression* x = s.v[0];
+    KOBWBExpression* y = s.v[1];
+    KOBWBPolynomialContext context(f);
+    KOBWBPolynomial p, yPlusOne, two, expected;
+    ASSERT_TRUE(context.ToPolynomial(f.CreateSum(f.CreateProduct(x, y), f.CreateSin(f.CreateSub(x, y))), p));
+    ASSERT_TRUE(context.ToPolynomial(f.CreateSum(y, s.I(1)), yPlusOne));
+    ASSERT_TRUE(context.ToPolynomial(s.I(2), two));
+    // x := y + 1 and y := 2 together: (y + 1) 2 + sin(y + 1 - 2).
+    ASSERT_TRUE(context.ToPolynomial(f.CreateSum(f.CreateProduct(f.CreateSum(y, s.I(1)), s.I(2)),
+                                                 f.CreateSin(f.CreateSub(y, s.I(1)))),
+                                     expected));
+    KOBWBFactory other;
+    const KOBWBPolynomial together = context.SubstituteVariables(
+        p, {{s.v[0], &yPlusOne}, {s.v[1], &two}, {other.CreateVariable(), &two}, {s.v[2], nullptr}});
+    EXPECT_EQ(together, expected);
+    // One after the other, y is put in everywhere.
+    const KOBWBPolynomial inTurn = context.SubstituteVariable(context.SubstituteVariable(p, s.v[0], yPlusOne), s.v[1], two);
+    EXPECT_NE(inTurn, together);
+    EXPECT_EQ(context.GetVariables(inTurn).size(), 0u);
+    EXPECT_EQ(context.SubstituteVariables(p, {}), p);
+}
+
 TEST(KOBWBSimplify, BadInputIsRefused) {
     KOBWBFactory empty;
     EXPECT_EQ(KOBWBPolynomialTools::Simplify(nullptr), nullptr);
