@@ -155,6 +155,10 @@ public:
     // product's own terms, factor blocks and coefficients: forming products of the
     // same size again and again then takes no new memory.
     static void Multiply(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomial& product);
+    // a * b into product (which may be a or b) when it has at most maxTerms terms;
+    // otherwise false, product untouched, and a large product's terms never formed.
+    static bool MultiplyWithin(const KOBWBPolynomial& a, const KOBWBPolynomial& b, size_t maxTerms,
+                               KOBWBPolynomial& product);
     // this^exponent for exponent >= 0, in result; false, result untouched, when a
     // polynomial of more than maxTerms terms would be formed on the way.
     bool Power(long long exponent, int maxTerms, KOBWBPolynomial& result) const;

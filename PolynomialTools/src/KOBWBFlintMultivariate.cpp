@@ -11,7 +11,8 @@
 
 namespace KOBWBFlintMultivariate {
 
-bool Multiply(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomial& product) {
+bool Multiply(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomial& product, size_t maxTerms,
+              bool* tooLarge) {
     KOBWBFlint::SparseContext context({&a, &b});
     if (!context.Exact() || !context.ExponentsFit(2)) return false;
     KOBWBFlint::SparsePolynomial fa(context), fb(context);
@@ -20,6 +21,10 @@ bool Multiply(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomia
     context.ToFlint(b, fb.get(), scaleB);
     fmpz_mpoly_struct* result = KOBWBFlint::ThreadResult(context);
     fmpz_mpoly_mul(result, fa.get(), fb.get(), context.get());
+    if (static_cast<size_t>(fmpz_mpoly_length(result, context.get())) > maxTerms) {
+        if (tooLarge) *tooLarge = true;
+        return false;
+    }
     context.FromFlint(result, scaleA * scaleB, context.Offsets(2), product);
     return true;
 }

@@ -3,6 +3,8 @@
 
 #include "KOBWBPolynomial.h"
 
+#include <cstdint>
+
 // Large sparse products and powers of polynomials over atoms on FLINT's sparse
 // integer polynomials: the atoms become FLINT's variables, negative exponents are
 // shifted to start at 0, rational coefficients are brought over a common
@@ -13,8 +15,11 @@ namespace KOBWBFlintMultivariate {
 // Whether a product of polynomials of these sizes is worth converting.
 inline bool WorthConverting(size_t termsA, size_t termsB) { return termsA * termsB >= 512; }
 
-// a * b into product, whose storage is reused; product is neither a nor b.
-bool Multiply(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomial& product);
+// a * b into product, whose storage is reused; product is neither a nor b. A
+// product of more than maxTerms terms is not converted back: false, product
+// untouched, and tooLarge set when given.
+bool Multiply(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomial& product,
+              size_t maxTerms = SIZE_MAX, bool* tooLarge = nullptr);
 // p^exponent when it has at most maxTerms terms; false also when that cannot be
 // shown before computing it, and for powers small enough (a bound of a few hundred
 // terms) that the hand-written squarings cost less.

@@ -355,13 +355,37 @@ KOBWBPolynomial KOBWBPolynomial::Multiply(const KOBWBPolynomial& a, const KOBWBP
     return result;
 }
 
+namespace {
+
+// Whether Multiply hands the product to FLINT.
+bool HandedToFlint(const std::vector<KOBWBPolynomialTerm>& a, const std::vector<KOBWBPolynomialTerm>& b) {
+    const auto constant = [](const std::vector<KOBWBPolynomialTerm>& p) { return p.size() == 1 && p[0].monomial.empty(); };
+    return a.size() * b.size() > fewTerms && !constant(a) && !constant(b) &&
+           KOBWBFlintMultivariate::WorthConverting(a.size(), b.size());
+}
+
+} // namespace
+
 void KOBWBPolynomial::Multiply(const KOBWBPolynomial& a, const KOBWBPolynomial& b, KOBWBPolynomial& product) {
     // The products that the one above hands to FLINT, written here in place.
-    const auto constant = [](const KOBWBPolynomial& p) { return p.m_terms.size() == 1 && p.m_terms[0].monomial.empty(); };
-    const bool large = a.m_terms.size() * b.m_terms.size() > fewTerms && !constant(a) && !constant(b) &&
-                       KOBWBFlintMultivariate::WorthConverting(a.m_terms.size(), b.m_terms.size());
-    if (!large || &product == &a || &product == &b || !KOBWBFlintMultivariate::Multiply(a, b, product))
+    if (!HandedToFlint(a.m_terms, b.m_terms) || &product == &a || &product == &b ||
+        !KOBWBFlintMultivariate::Multiply(a, b, product))
         product = Multiply(a, b);
+}
+
+bool KOBWBPolynomial::MultiplyWithin(const KOBWBPolynomial& a, const KOBWBPolynomial& b, size_t maxTerms,
+                                     KOBWBPolynomial& product) {
+    KOBWBPolynomial result;
+    bool tooLarge = false;
+    if (HandedToFlint(a.m_terms, b.m_terms) && KOBWBFlintMultivariate::Multiply(a, b, result, maxTerms, &tooLarge)) {
+        product = std::move(result);
+        return true;
+    }
+    if (tooLarge) return false;
+    result = Multiply(a, b);
+    if (result.m_terms.size() > maxTerms) return false;
+    product = std::move(result);
+    return true;
 }
 
 bool KOBWBPolynomial::Power(long long exponent, int maxTerms, KOBWBPolynomial& result) const {

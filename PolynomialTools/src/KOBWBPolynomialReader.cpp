@@ -313,8 +313,8 @@ KOBWBPolynomial Impl::Product(KOBWBExpression* node, const std::vector<const KOB
         const KOBWBPolynomial& factor = *factors[i];
         if (static_cast<long long>(product.GetNbOfTerms()) * factor.GetNbOfTerms() > maxWork)
             return PastBudget(node, factors);
-        product = KOBWBPolynomial::Multiply(product, factor);
-        if (product.GetNbOfTerms() > maxTerms || !Writable(product)) return PastBudget(node, factors);
+        if (!KOBWBPolynomial::MultiplyWithin(product, factor, static_cast<size_t>(maxTerms), product) || !Writable(product))
+            return PastBudget(node, factors);
     }
     return product;
 }

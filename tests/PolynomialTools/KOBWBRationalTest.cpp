@@ -235,6 +235,30 @@ TEST(KOBWBPolynomial, ArithmeticCollectsLikeTerms) {
     EXPECT_TRUE(twice.IsZero());
 }
 
+// A product within a budget of terms is the product; past it, nothing is formed or
+// changed, whether the product is one FLINT makes (large) or the hand-written one.
+TEST(KOBWBPolynomial, ProductsWithinABudget) {
+    const KOBWBPolynomial one(KOBWBCoefficient(KOBWBRational(1, 3)));
+    KOBWBPolynomial a = one, b = one;
+    for (int i = 1; i <= 40; ++i) {
+        a += KOBWBPolynomial::Atom(1, i) * KOBWBPolynomial(KOBWBCoefficient(KOBWBRational(i, 7)));
+        b += KOBWBPolynomial::Atom(2, i);
+    }
+    const KOBWBPolynomial* rights[] = {&b, &one};
+    for (const KOBWBPolynomial* right : rights) {
+        const KOBWBPolynomial product = KOBWBPolynomial::Multiply(a, *right);
+        KOBWBPolynomial within = b;
+        EXPECT_FALSE(KOBWBPolynomial::MultiplyWithin(a, *right, product.GetNbOfTerms() - 1, within));
+        EXPECT_EQ(within, b);
+        ASSERT_TRUE(KOBWBPolynomial::MultiplyWithin(a, *right, product.GetNbOfTerms(), within));
+        EXPECT_EQ(within, product);
+        // Into one of its factors.
+        KOBWBPolynomial left = a;
+        ASSERT_TRUE(KOBWBPolynomial::MultiplyWithin(left, *right, product.GetNbOfTerms(), left));
+        EXPECT_EQ(left, product);
+    }
+}
+
 // A sum of many summands is the running sum, coefficient by coefficient: the same
 // rounding of reals, and a like term met after a sum reached zero starts afresh
 // (1 - 1.0 + 1/3 is the exact 1/3).
