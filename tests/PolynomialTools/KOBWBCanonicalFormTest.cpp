@@ -93,6 +93,12 @@ public:
     double Eval() override { return 0.0; }
 };
 
+// The call box(x), declared in the factory.
+KOBWBExpression* Call(KOBWBFactory& factory, Named& box, KOBWBExpression* x) {
+    KOBWBExpression* arguments[] = {x};
+    return factory.DeclareBlackBox(&box, 1, arguments, 0);
+}
+
 } // namespace
 
 // The canonical text is one function of the expression: black boxes by name,
@@ -101,10 +107,9 @@ TEST(KOBWBCanonicalForm, SameTextWhateverWasReadBefore) {
     KOBWBFactory factory;
     KOBWBVariable* x = factory.CreateVariable();
     Named g("g"), f("f");
-    KOBWBExpression* arguments[] = {x};
     // g is declared first, f sorts first by its name.
-    KOBWBExpression* gx = factory.DeclareBlackBox(&g, 1, arguments, 0);
-    KOBWBExpression* fx = factory.DeclareBlackBox(&f, 1, arguments, 0);
+    KOBWBExpression* gx = Call(factory, g, x);
+    KOBWBExpression* fx = Call(factory, f, x);
     KOBWBExpression* wide = factory.CreateConstant(KOBWBValue(KOBWBCreateRealInterval(3, 4)));
     KOBWBExpression* narrow = factory.CreateConstant(KOBWBValue(KOBWBCreateRealInterval(1, 2)));
     // An atom whose key is too long to be spelled out: sin of a sum of 300 powers.
@@ -142,9 +147,8 @@ TEST(KOBWBCanonicalForm, ParametersAndBlackBoxesFindTheirAtomsAgain) {
     KOBWBFactory factory;
     KOBWBVariable* x = factory.CreateVariable();
     Named g("g"), h("h");
-    KOBWBExpression* arguments[] = {x};
-    KOBWBExpression* gx = factory.DeclareBlackBox(&g, 1, arguments, 0);
-    KOBWBExpression* hx = factory.DeclareBlackBox(&h, 1, arguments, 0);
+    KOBWBExpression* gx = Call(factory, g, x);
+    KOBWBExpression* hx = Call(factory, h, x);
     const auto step = [&](double last) {
         KOBWBExpression* node = factory.CreateUnaryOperator(KOBWBStepType, x);
         for (int i = 0; i < 4; ++i) node->SetParameter(i, i == 3 ? last : i * 0.5);
