@@ -116,7 +116,11 @@ bool Impl::KeyLess(int a, int b) {
     if (firstIsVariable && secondIsVariable)
         return static_cast<KOBWBVariable*>(first.node)->GetIdx() < static_cast<KOBWBVariable*>(second.node)->GetIdx();
     if (firstIsVariable != secondIsVariable) return firstIsVariable;
-    return Key(a) < Key(b);
+    // Keying an atom may grow the table of keys, so both are keyed before either key
+    // is looked at.
+    Key(a);
+    Key(b);
+    return keys[static_cast<size_t>(a)].key < keys[static_cast<size_t>(b)].key;
 }
 
 const std::string& Impl::Key(int atom) {
@@ -136,8 +140,6 @@ const std::string& Impl::Key(int atom) {
                 for (const KOBWBMonomialFactor& factor : term.monomial) pending.push_back(factor.atom);
     }
     std::sort(unkeyed.begin(), unkeyed.end());
-    // Grown to every atom made so far, so that keys stay where they are until an
-    // atom is added: KeyLess holds one key while it asks for the other.
     if (!unkeyed.empty() && keys.size() < atoms.size()) keys.resize(atoms.size());
     for (int number : unkeyed) keys[static_cast<size_t>(number)].key = MakeKey(number);
     return keys[static_cast<size_t>(atom)].key;
