@@ -124,6 +124,9 @@ struct KOBWBPolynomialContext::Impl {
     int maxTerms = 10000;
     // Whether the budget left a product or power unexpanded since the last reset.
     bool pastBudget = false;
+    // Products of two terms the current reading has done, and at most how many it may do.
+    long long readingWork = 0;
+    long long MaxReadingWork() const { return 256LL * maxTerms; }
     unsigned noteStamp = 0;
     unsigned reachStamp = 0;
     unsigned substituteStamp = 0;

@@ -105,6 +105,7 @@ bool Impl::Read(KOBWBExpression* root, KOBWBPolynomial& result) {
     }
     // Reading does not nest, so one stack serves every expression.
     frames.assign(1, {root, AddReading(root), 0});
+    readingWork = 0;
     while (!frames.empty()) {
         Frame& frame = frames.back();
         KOBWBExpression* node = frame.node;
@@ -292,9 +293,14 @@ KOBWBPolynomial Impl::Power(const KOBWBPolynomial& base, const KOBWBPolynomial& 
     KOBWBPolynomial power;
     KOBWBCoefficient constantBase;
     const bool zeroBase = base.IsConstant(constantBase) && constantBase.IsZero();
+    // A power of a sum takes about as many products of two terms as the terms of the
+    // power times those of its base.
+    const bool sum = base.GetNbOfTerms() > 1;
+    if (sum && readingWork > MaxReadingWork()) return PastBudget(node, {&base, &exponent});
     if (e >= 0) {
-        if (ExpandedPower(base, e, power)) return power;
-        return PastBudget(node, {&base, &exponent});
+        if (!ExpandedPower(base, e, power)) return PastBudget(node, {&base, &exponent});
+        if (sum) readingWork += static_cast<long long>(power.GetNbOfTerms()) * base.GetNbOfTerms();
+        return power;
     }
     if (zeroBase) return OperatorAtom(node, {&base, &exponent});
     if (OnlyPi(base) || base.IsConstant(constantBase)) {
@@ -303,6 +309,7 @@ KOBWBPolynomial Impl::Power(const KOBWBPolynomial& base, const KOBWBPolynomial& 
         return PastBudget(node, {&base, &exponent});
     }
     if (!ExpandedPower(base, -e, power)) return PastBudget(node, {&base, &exponent});
+    if (sum) readingWork += static_cast<long long>(power.GetNbOfTerms()) * base.GetNbOfTerms();
     return Quotient(KOBWBPolynomial(KOBWBCoefficient(1)), power, node);
 }
 
@@ -311,8 +318,9 @@ KOBWBPolynomial Impl::Product(KOBWBExpression* node, const std::vector<const KOB
     const long long maxWork = 64LL * maxTerms;
     for (size_t i = 1; i < factors.size(); ++i) {
         const KOBWBPolynomial& factor = *factors[i];
-        if (static_cast<long long>(product.GetNbOfTerms()) * factor.GetNbOfTerms() > maxWork)
-            return PastBudget(node, factors);
+        const long long work = static_cast<long long>(product.GetNbOfTerms()) * factor.GetNbOfTerms();
+        if (work > maxWork || (work > 1 && readingWork > MaxReadingWork())) return PastBudget(node, factors);
+        readingWork += work;
         if (!KOBWBPolynomial::MultiplyWithin(product, factor, static_cast<size_t>(maxTerms), product) || !Writable(product))
             return PastBudget(node, factors);
     }

@@ -217,7 +217,25 @@ TEST(KOBWBSimplify, ExpansionStaysWithinItsBudget) {
     ASSERT_TRUE(context.ToPolynomial(f.CreateProduct(120, sums.data()), expanded));
     EXPECT_EQ(expanded.GetNbOfTerms(), 1);
     EXPECT_TRUE(context.ExceededBudget());
+    // Products each within the budget, but together past what one reading may do
+    // (256 x 100 products of two terms): the sum of 300 products of two 10-term sums
+    // expands its first 256 products and keeps the others as atoms.
+    context.SetMaxTerms(100);
+    const auto tenTerms = [&](KOBWBExpression* atom, int shift) {
+        std::vector<KOBWBExpression*> powers;
+        for (int k = 0; k < 10; ++k) powers.push_back(f.CreatePower(atom, k + shift));
+        return f.CreateSum(10, powers.data());
+    };
+    std::vector<KOBWBExpression*> products;
+    for (int i = 0; i < 300; ++i) products.push_back(f.CreateProduct(tenTerms(s.v[0], 10 * i), tenTerms(s.v[1], 0)));
+    KOBWBExpression* manyProducts = f.CreateSum(300, products.data());
+    ASSERT_TRUE(context.ToPolynomial(manyProducts, expanded));
+    EXPECT_TRUE(context.ExceededBudget());
+    EXPECT_EQ(expanded.GetNbOfTerms(), 257 * 100 + 43);
     context.SetMaxTerms(10000);
+    ASSERT_TRUE(context.ToPolynomial(manyProducts, expanded));
+    EXPECT_FALSE(context.ExceededBudget());
+    EXPECT_EQ(expanded.GetNbOfTerms(), 300 * 100);
     // The atom keeps its meaning.
     s.Set({0.01, -0.02, 0.005});
     KOBWBExpression* written = context.Simplify(sixtieth);
