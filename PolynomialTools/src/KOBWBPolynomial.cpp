@@ -125,9 +125,10 @@ KOBWBPolynomial KOBWBPolynomial::operator-() const {
 namespace {
 
 // Merges two sorted term lists, adding (or subtracting) the coefficients of like
-// terms; the terms of a, its own copy, are moved rather than copied.
-std::vector<KOBWBPolynomialTerm> Merge(std::vector<KOBWBPolynomialTerm> a, const std::vector<KOBWBPolynomialTerm>& b,
-                                       bool subtract) {
+// terms. The terms of a are moved out of it when Terms is a vector, copied when it
+// is a const one.
+template <typename Terms>
+std::vector<KOBWBPolynomialTerm> Merge(Terms& a, const std::vector<KOBWBPolynomialTerm>& b, bool subtract) {
     std::vector<KOBWBPolynomialTerm> merged;
     merged.reserve(a.size() + b.size());
     size_t i = 0, j = 0;
@@ -142,8 +143,9 @@ std::vector<KOBWBPolynomialTerm> Merge(std::vector<KOBWBPolynomialTerm> a, const
             merged.push_back({b[j++].monomial, std::move(right)});
             continue;
         }
-        a[i].coefficient += right;
-        if (!a[i].coefficient.IsZero()) merged.push_back(std::move(a[i]));
+        KOBWBPolynomialTerm term = std::move(a[i]);
+        term.coefficient += right;
+        if (!term.coefficient.IsZero()) merged.push_back(std::move(term));
         ++i;
         ++j;
     }
@@ -155,7 +157,7 @@ void MergeInto(std::vector<KOBWBPolynomialTerm>& terms, const std::vector<KOBWBP
     if (&terms == &other)
         terms = Merge(other, other, subtract);
     else
-        terms = Merge(std::move(terms), other, subtract);
+        terms = Merge(terms, other, subtract);
 }
 
 } // namespace
@@ -314,8 +316,23 @@ KOBWBPolynomial KOBWBPolynomial::Sum(const std::vector<const KOBWBPolynomial*>& 
     constexpr size_t fewSummands = 4;
     KOBWBPolynomial sum;
     if (summands.size() <= fewSummands) {
-        for (const KOBWBPolynomial* summand : summands)
-            if (summand) sum += *summand;
+        // As sum += summand for each, but the first two are merged from where they
+        // are: held is the sum while it is one of the summands.
+        const KOBWBPolynomial* held = nullptr;
+        bool merged = false;
+        for (const KOBWBPolynomial* summand : summands) {
+            if (!summand) continue;
+            if (merged) {
+                sum += *summand;
+            } else if (!held || held->m_terms.empty()) {
+                held = summand;
+            } else if (!summand->m_terms.empty()) {
+                const std::vector<KOBWBPolynomialTerm>& first = held->m_terms;
+                sum.m_terms = Merge(first, summand->m_terms, false);
+                merged = true;
+            }
+        }
+        if (!merged && held) sum = *held;
         return sum;
     }
     size_t terms = 0;
@@ -416,19 +433,28 @@ bool KOBWBPolynomial::Power(long long exponent, int maxTerms, KOBWBPolynomial& r
     const auto within = [&](const KOBWBPolynomial& a, const KOBWBPolynomial& b) {
         return static_cast<long long>(a.m_terms.size()) * static_cast<long long>(b.m_terms.size()) <= maxWork;
     };
-    KOBWBPolynomial power(*this), accumulated;
+    // power is this polynomial until the first squaring, then squared: the last
+    // square is moved into the result rather than copied.
+    const KOBWBPolynomial* power = this;
+    KOBWBPolynomial squared, accumulated;
     bool started = false;
     for (long long e = exponent; e > 0; e >>= 1) {
         if (e & 1) {
-            if (started && !within(accumulated, power)) return false;
-            accumulated = started ? Multiply(accumulated, power) : power;
+            if (started && !within(accumulated, *power)) return false;
+            if (started)
+                accumulated = Multiply(accumulated, *power);
+            else if (power == &squared && e == 1)
+                accumulated = std::move(squared);
+            else
+                accumulated = *power;
             started = true;
             if (accumulated.GetNbOfTerms() > maxTerms) return false;
         }
         if (e > 1) {
-            if (!within(power, power)) return false;
-            power = Multiply(power, power);
-            if (power.GetNbOfTerms() > maxTerms) return false;
+            if (!within(*power, *power)) return false;
+            squared = Multiply(*power, *power);
+            power = &squared;
+            if (squared.GetNbOfTerms() > maxTerms) return false;
         }
     }
     result = std::move(accumulated);

@@ -35,7 +35,10 @@ void PostOrder(KOBWBExpression* root, Visit visit) {
         KOBWBExpression* node;
         int next;
     };
-    std::vector<Frame> frames{{root, 0}};
+    // Room for the depth of most equations, so that the walk allocates once.
+    std::vector<Frame> frames;
+    frames.reserve(32);
+    frames.push_back({root, 0});
     std::unordered_set<const KOBWBExpression*> seen;
     std::size_t walked = 0;
     while (!frames.empty()) {
