@@ -146,6 +146,9 @@ public:
                                         const std::vector<std::pair<KOBWBVariable*, const KOBWBPolynomial*>>& substitutions);
     // The variables that occur in the polynomial, inside atoms too, in index order.
     std::vector<KOBWBVariable*> GetVariables(const KOBWBPolynomial& polynomial);
+    // The same into variables (its earlier content replaced), whose room a caller that
+    // asks for many polynomials' variables keeps from one call to the next.
+    void GetVariables(const KOBWBPolynomial& polynomial, std::vector<KOBWBVariable*>& variables);
     // The variable of an atom; null for the other atoms.
     KOBWBVariable* GetAtomVariable(int atom) const;
 

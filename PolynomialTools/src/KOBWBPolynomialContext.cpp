@@ -69,13 +69,18 @@ KOBWBPolynomial KOBWBPolynomialContext::SubstituteVariables(
 
 std::vector<KOBWBVariable*> KOBWBPolynomialContext::GetVariables(const KOBWBPolynomial& polynomial) {
     std::vector<KOBWBVariable*> variables;
+    GetVariables(polynomial, variables);
+    return variables;
+}
+
+void KOBWBPolynomialContext::GetVariables(const KOBWBPolynomial& polynomial, std::vector<KOBWBVariable*>& variables) {
+    variables.clear();
     const std::vector<int>& reachable = m_impl->Reachable(polynomial);
     variables.reserve(reachable.size());
     for (int atom : reachable)
         if (KOBWBVariable* variable = GetAtomVariable(atom)) variables.push_back(variable);
     std::sort(variables.begin(), variables.end(),
               [](const KOBWBVariable* a, const KOBWBVariable* b) { return a->GetIdx() < b->GetIdx(); });
-    return variables;
 }
 
 KOBWBVariable* KOBWBPolynomialContext::GetAtomVariable(int atom) const {

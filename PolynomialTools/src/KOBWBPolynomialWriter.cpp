@@ -250,6 +250,7 @@ KOBWBExpression* Impl::WriteTerms(const std::vector<const KOBWBPolynomialTerm*>&
     std::sort(ordered.begin(), ordered.end(), [this](const Written& a, const Written& b) { return Precedes(a.order, b.order); });
     std::vector<KOBWBExpression*> summands, factors;
     summands.reserve(ordered.size());
+    factors.reserve(4);
     for (const Written& w : ordered) {
         factors.clear();
         const KOBWBCoefficient& coefficient = w.term->coefficient;

@@ -38,8 +38,17 @@ void LinearForms::Occurrences::Add(int variable, size_t item) {
     std::vector<int>& variables = m_variables[item];
     if (std::find(variables.begin(), variables.end(), variable) != variables.end()) return;
     variables.push_back(variable);
-    m_items[static_cast<size_t>(variable)].push_back(item);
+    // A variable is held by a few items: room for them from the first.
+    std::vector<size_t>& items = m_items[static_cast<size_t>(variable)];
+    if (items.empty()) items.reserve(4);
+    items.push_back(item);
     ++m_counts[static_cast<size_t>(variable)];
+}
+
+void LinearForms::Occurrences::Add(const std::vector<KOBWBVariable*>& variables, size_t item) {
+    if (item >= m_variables.size()) m_variables.resize(item + 1);
+    m_variables[item].reserve(m_variables[item].size() + variables.size());
+    for (const KOBWBVariable* variable : variables) Add(variable->GetIdx(), item);
 }
 
 void LinearForms::Occurrences::Clear(int variable) {
@@ -82,8 +91,8 @@ void LinearForms::Run(const std::function<void(KOBWBExpression*)>& mark, Unwritt
         } else {
             entry.readable = m_context.ToPolynomial(equation->GetRoot(), entry.polynomial);
         }
-        for (KOBWBVariable* variable : m_context.GetVariables(entry.polynomial))
-            m_equationsOf.Add(variable->GetIdx(), m_equations.size());
+        m_context.GetVariables(entry.polynomial, m_variables);
+        m_equationsOf.Add(m_variables, m_equations.size());
         m_equations.push_back(std::move(entry));
     }
     for (size_t i = 0; i < m_equations.size(); ++i) Eliminate(i);
@@ -161,7 +170,8 @@ void LinearForms::Substitute(Equation& entry) {
     if (!entry.stale) return;
     entry.stale = false;
     std::vector<std::pair<KOBWBVariable*, const KOBWBPolynomial*>> substitutions;
-    for (KOBWBVariable* variable : m_context.GetVariables(entry.polynomial))
+    m_context.GetVariables(entry.polynomial, m_variables);
+    for (KOBWBVariable* variable : m_variables)
         if (const KOBWBPolynomial* form = Form(variable->GetIdx())) substitutions.emplace_back(variable, form);
     if (substitutions.empty()) return;
     KOBWBPolynomial substituted = m_context.SubstituteVariables(entry.polynomial, substitutions);
@@ -226,20 +236,21 @@ bool LinearForms::Eliminate(size_t position) {
         Equation& target = m_equations[other];
         target.stale = true;
         target.changed = true;
-        for (KOBWBVariable* variable : formVariables) m_equationsOf.Add(variable->GetIdx(), other);
+        m_equationsOf.Add(formVariables, other);
     }
     for (size_t earlier : m_formsOf.Items(x)) {
         KOBWBPolynomial& earlierForm = *m_forms[earlier];
         earlierForm = m_context.SubstituteVariable(earlierForm, pivot, form);
-        for (KOBWBVariable* variable : formVariables) m_formsOf.Add(variable->GetIdx(), earlier);
+        m_formsOf.Add(formVariables, earlier);
     }
-    for (KOBWBVariable* variable : formVariables) m_formsOf.Add(variable->GetIdx(), static_cast<size_t>(x));
+    m_formsOf.Add(formVariables, static_cast<size_t>(x));
     m_equationsOf.Clear(x);
     m_formsOf.Clear(x);
     m_forms[static_cast<size_t>(x)] = std::make_unique<KOBWBPolynomial>(std::move(form));
 
     // The linear form is now the pivot's expression: its equation goes.
-    for (KOBWBVariable* variable : m_context.GetVariables(entry.polynomial))
+    m_context.GetVariables(entry.polynomial, m_variables);
+    for (KOBWBVariable* variable : m_variables)
         if (variable != pivot) m_equationsOf.Uncount(variable->GetIdx());
     m_removed.push_back(entry.equation);
     entry.equation = nullptr;

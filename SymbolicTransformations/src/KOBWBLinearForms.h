@@ -69,6 +69,8 @@ private:
     public:
         void Reset(size_t variables);
         void Add(int variable, size_t item);
+        // Each of the variables.
+        void Add(const std::vector<KOBWBVariable*>& variables, size_t item);
         // The items listed for the variable, gone ones included.
         const std::vector<size_t>& Items(int variable) const { return m_items[static_cast<size_t>(variable)]; }
         // How many of them have not gone.
@@ -89,6 +91,8 @@ private:
     std::vector<std::unique_ptr<KOBWBPolynomial>> m_forms;
     // The equations to remove at the end of the run.
     std::vector<KOBWBEquation*> m_removed;
+    // The variables of the polynomial last asked about, kept for its room.
+    std::vector<KOBWBVariable*> m_variables;
 };
 
 } // namespace kobwb
