@@ -304,6 +304,15 @@ TEST(KOBWBSimplify, VariablesAreSubstitutedTogether) {
     EXPECT_NE(inTurn, together);
     EXPECT_EQ(context.GetVariables(inTurn).size(), 0u);
     EXPECT_EQ(context.SubstituteVariables(p, {}), p);
+    // The variables, inside atoms too, in index order; the vector filled in place
+    // loses what it held.
+    const std::vector<KOBWBVariable*> xAndY{s.v[0], s.v[1]};
+    EXPECT_EQ(context.GetVariables(p), xAndY);
+    std::vector<KOBWBVariable*> variables{s.v[2], s.v[2], s.v[2]};
+    context.GetVariables(together, variables);
+    EXPECT_EQ(variables, std::vector<KOBWBVariable*>{s.v[1]});
+    context.GetVariables(inTurn, variables);
+    EXPECT_TRUE(variables.empty());
 }
 
 TEST(KOBWBSimplify, BadInputIsRefused) {
