@@ -37,6 +37,8 @@ struct KOBWBPolynomialContext::Impl {
         bool keyed = false;
         // The node written for the atom, once written.
         KOBWBExpression* written = nullptr;
+        // A reciprocal's denominator, once written: every quotient by it shares it.
+        KOBWBExpression* writtenDenominator = nullptr;
     };
     // With the kind, the node's type and the arguments: what makes two atoms equal;
     // none (no parameters, no black box) for most atoms.
@@ -101,6 +103,7 @@ struct KOBWBPolynomialContext::Impl {
     // Writing (KOBWBPolynomialWriter).
     KOBWBExpression* Write(const KOBWBPolynomial& polynomial);
     KOBWBExpression* WriteAtom(int atom);
+    KOBWBExpression* WriteDenominator(int reciprocal);
     KOBWBExpression* WriteCoefficient(const KOBWBCoefficient& coefficient, long long piPower);
     // A monomial as the canonical order sees it: its ordinary factors in the atom
     // order, their degree, and its power of Pi.

@@ -110,7 +110,7 @@ KOBWBExpression* Impl::WriteAtom(int atom) {
     case AtomKind::Variable:
     case AtomKind::Value:
     case AtomKind::Opaque: record.written = record.node; break;
-    case AtomKind::Reciprocal: record.written = factory.CreateQuotient(one, Write(record.arguments[0])); break;
+    case AtomKind::Reciprocal: record.written = factory.CreateQuotient(one, WriteDenominator(atom)); break;
     case AtomKind::Operator: {
         KOBWBExpression* node = record.node;
         const int count = static_cast<int>(record.arguments.size());
@@ -134,6 +134,15 @@ KOBWBExpression* Impl::WriteAtom(int atom) {
     return record.written;
 }
 
+// Written once per reciprocal: nested quotients name the denominators of their own
+// denominators, and writing those anew at each occurrence would grow the expression
+// exponentially with the depth of the nesting.
+KOBWBExpression* Impl::WriteDenominator(int reciprocal) {
+    Atom& record = atoms[static_cast<size_t>(reciprocal)];
+    if (!record.writtenDenominator) record.writtenDenominator = Write(record.arguments[0]);
+    return record.writtenDenominator;
+}
+
 KOBWBExpression* Impl::Write(const KOBWBPolynomial& polynomial) {
     // The atoms the polynomial needs, with the atoms of their arguments; an atom's
     // arguments only name earlier atoms, so writing them in number order writes
@@ -144,7 +153,7 @@ KOBWBExpression* Impl::Write(const KOBWBPolynomial& polynomial) {
         for (const KOBWBPolynomialTerm& term : p.GetTerms())
             for (const KOBWBMonomialFactor& factor : term.monomial) {
                 Atom& atom = atoms[static_cast<size_t>(factor.atom)];
-                if (atom.written || atom.noted == stamp) continue;
+                if (atom.written || atom.writtenDenominator || atom.noted == stamp) continue;
                 atom.noted = stamp;
                 pending.push_back(factor.atom);
             }
@@ -196,7 +205,7 @@ KOBWBExpression* Impl::Write(const KOBWBPolynomial& polynomial) {
                   [this](const KOBWBMonomialFactor& a, const KOBWBMonomialFactor& b) { return KeyLess(a.atom, b.atom); });
         std::vector<KOBWBExpression*> denominators;
         for (const KOBWBMonomialFactor& factor : reciprocals) {
-            KOBWBExpression* denominator = Write(atoms[static_cast<size_t>(factor.atom)].arguments[0]);
+            KOBWBExpression* denominator = WriteDenominator(factor.atom);
             if (factor.exponent != 1)
                 denominator = factory.CreatePower(denominator, WriteCoefficient(KOBWBCoefficient(factor.exponent), 0));
             denominators.push_back(denominator);

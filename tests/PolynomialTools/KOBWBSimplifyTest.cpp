@@ -11,6 +11,7 @@
 
 #include <cmath>
 #include <random>
+#include <unordered_set>
 #include <vector>
 
 namespace {
@@ -478,4 +479,29 @@ TEST(KOBWBSimplify, PolynomialsSaidToReadBackDo) {
     ASSERT_TRUE(context.ToPolynomial(s.factory.CreateSqrt(s.factory.CreateSum(x, s.I(1))), polynomial));
     EXPECT_TRUE(context.ReadsBackExactly(polynomial));
     EXPECT_FALSE(context.ReadsBackExactly(KOBWBPolynomial::Atom(context.GetNbOfAtoms())));
+}
+
+// Each reciprocal's denominator is written once and shared by every quotient by it:
+// e(k+1) = 1/(e(k) + 1) + 1/(e(k) + 2) names e(k) in two denominators, and writing
+// it anew in each would double the expression at every level.
+TEST(KOBWBSimplify, NestedQuotientsAreWrittenOnce) {
+    Vars s;
+    KOBWBFactory& f = s.factory;
+    KOBWBExpression* e = s.v[0];
+    for (int k = 0; k < 20; ++k)
+        e = f.CreateSum(f.CreateQuotient(s.I(1), f.CreateSum(e, s.I(1))), f.CreateQuotient(s.I(1), f.CreateSum(e, s.I(2))));
+    KOBWBPolynomialContext context(f);
+    KOBWBExpression* written = context.Simplify(e);
+    ASSERT_NE(written, nullptr);
+    std::unordered_set<const KOBWBExpression*> nodes;
+    std::vector<const KOBWBExpression*> pending{written};
+    while (!pending.empty()) {
+        const KOBWBExpression* node = pending.back();
+        pending.pop_back();
+        if (!nodes.insert(node).second) continue;
+        for (int i = 0; i < node->GetNbOfChildren(); ++i) pending.push_back(node->GetChild(i));
+    }
+    EXPECT_LT(nodes.size(), 400u);
+    s.Set({0.7, 0.0, 0.0});
+    EXPECT_NEAR(written->Eval(), e->Eval(), 1e-12);
 }
