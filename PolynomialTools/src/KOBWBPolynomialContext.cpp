@@ -200,6 +200,6 @@ KOBWBExpression* KOBWBPolynomialContext::Substitute(KOBWBExpression* root, KOBWB
     }
     // The walk changed children of nodes it had read.
     m_impl->ForgetReadings();
-    for (Impl::Atom& atom : m_impl->atoms) atom.written = atom.writtenDenominator = nullptr;
+    for (Impl::Atom& atom : m_impl->atoms) atom.written = atom.writtenDenominator = atom.writtenPower = nullptr;
     return Simplify(root);
 }

@@ -39,6 +39,10 @@ struct KOBWBPolynomialContext::Impl {
         KOBWBExpression* written = nullptr;
         // A reciprocal's denominator, once written: every quotient by it shares it.
         KOBWBExpression* writtenDenominator = nullptr;
+        // The last power node written for the atom (for a reciprocal, for its
+        // denominator) and its exponent: the terms with that power share it.
+        KOBWBExpression* writtenPower = nullptr;
+        long long writtenExponent = 0;
     };
     // With the kind, the node's type and the arguments: what makes two atoms equal;
     // none (no parameters, no black box) for most atoms.
@@ -104,6 +108,8 @@ struct KOBWBPolynomialContext::Impl {
     KOBWBExpression* Write(const KOBWBPolynomial& polynomial);
     KOBWBExpression* WriteAtom(int atom);
     KOBWBExpression* WriteDenominator(int reciprocal);
+    // base^exponent for the atom, base being its written node or its denominator.
+    KOBWBExpression* WritePower(int atom, KOBWBExpression* base, long long exponent);
     KOBWBExpression* WriteCoefficient(const KOBWBCoefficient& coefficient, long long piPower);
     // A monomial as the canonical order sees it: its ordinary factors in the atom
     // order, their degree, and its power of Pi.

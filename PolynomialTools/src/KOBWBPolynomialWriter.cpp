@@ -143,6 +143,17 @@ KOBWBExpression* Impl::WriteDenominator(int reciprocal) {
     return record.writtenDenominator;
 }
 
+// Shared like the atoms themselves: reading the written expression back then reads
+// each power once, not once per term that holds it.
+KOBWBExpression* Impl::WritePower(int atom, KOBWBExpression* base, long long exponent) {
+    Atom& record = atoms[static_cast<size_t>(atom)];
+    if (!record.writtenPower || record.writtenExponent != exponent) {
+        record.writtenPower = factory.CreatePower(base, WriteCoefficient(KOBWBCoefficient(exponent), 0));
+        record.writtenExponent = exponent;
+    }
+    return record.writtenPower;
+}
+
 KOBWBExpression* Impl::Write(const KOBWBPolynomial& polynomial) {
     // The atoms the polynomial needs, with the atoms of their arguments; an atom's
     // arguments only name earlier atoms, so writing them in number order writes
@@ -207,7 +218,7 @@ KOBWBExpression* Impl::Write(const KOBWBPolynomial& polynomial) {
         for (const KOBWBMonomialFactor& factor : reciprocals) {
             KOBWBExpression* denominator = WriteDenominator(factor.atom);
             if (factor.exponent != 1)
-                denominator = factory.CreatePower(denominator, WriteCoefficient(KOBWBCoefficient(factor.exponent), 0));
+                denominator = WritePower(factor.atom, denominator, factor.exponent);
             denominators.push_back(denominator);
         }
         KOBWBExpression* denominator = denominators.size() == 1
@@ -276,10 +287,7 @@ KOBWBExpression* Impl::WriteTerms(const std::vector<const KOBWBPolynomialTerm*>&
         for (const KOBWBMonomialFactor& factor : w.order.factors) {
             KOBWBExpression* atom = atoms[static_cast<size_t>(factor.atom)].written;
             // Rule 4: an atom to a power n > 1 is the power node of the atom and n.
-            if (factor.exponent != 1) {
-                const KOBWBCoefficient exponent(factor.exponent);
-                atom = factory.CreatePower(atom, WriteCoefficient(exponent, 0));
-            }
+            if (factor.exponent != 1) atom = WritePower(factor.atom, atom, factor.exponent);
             factors.push_back(atom);
         }
         summands.push_back(factors.size() == 1 ? factors[0]

@@ -2,6 +2,7 @@
 #include "KOBWBBlackBoxOperator.h"
 #include "KOBWBConstant.h"
 #include "KOBWBEquation.h"
+#include "KOBWBEquationPrinter.h"
 #include "KOBWBFactory.h"
 #include "KOBWBPolynomialContext.h"
 #include "KOBWBPolynomialTools.h"
@@ -481,6 +482,24 @@ TEST(KOBWBSimplify, PolynomialsSaidToReadBackDo) {
     EXPECT_FALSE(context.ReadsBackExactly(KOBWBPolynomial::Atom(context.GetNbOfAtoms())));
 }
 
+namespace {
+
+// The nodes of the graph below root, each once.
+std::vector<const KOBWBExpression*> Nodes(const KOBWBExpression* root) {
+    std::unordered_set<const KOBWBExpression*> seen;
+    std::vector<const KOBWBExpression*> nodes, pending{root};
+    while (!pending.empty()) {
+        const KOBWBExpression* node = pending.back();
+        pending.pop_back();
+        if (!seen.insert(node).second) continue;
+        nodes.push_back(node);
+        for (int i = 0; i < node->GetNbOfChildren(); ++i) pending.push_back(node->GetChild(i));
+    }
+    return nodes;
+}
+
+} // namespace
+
 // Each reciprocal's denominator is written once and shared by every quotient by it:
 // e(k+1) = 1/(e(k) + 1) + 1/(e(k) + 2) names e(k) in two denominators, and writing
 // it anew in each would double the expression at every level.
@@ -493,15 +512,23 @@ TEST(KOBWBSimplify, NestedQuotientsAreWrittenOnce) {
     KOBWBPolynomialContext context(f);
     KOBWBExpression* written = context.Simplify(e);
     ASSERT_NE(written, nullptr);
-    std::unordered_set<const KOBWBExpression*> nodes;
-    std::vector<const KOBWBExpression*> pending{written};
-    while (!pending.empty()) {
-        const KOBWBExpression* node = pending.back();
-        pending.pop_back();
-        if (!nodes.insert(node).second) continue;
-        for (int i = 0; i < node->GetNbOfChildren(); ++i) pending.push_back(node->GetChild(i));
-    }
-    EXPECT_LT(nodes.size(), 400u);
+    EXPECT_LT(Nodes(written).size(), 400u);
     s.Set({0.7, 0.0, 0.0});
     EXPECT_NEAR(written->Eval(), e->Eval(), 1e-12);
+
+    // So is each power of an atom or of a denominator: reading the written expression
+    // back then expands (x + 1)^2 once, not once per quotient that holds it.
+    KOBWBExpression *x = s.v[0], *y = s.v[1], *z = s.v[2];
+    KOBWBExpression* xPlusOne = f.CreateSum(x, s.I(1));
+    KOBWBExpression* squares = f.CreateSum(f.CreateProduct(y, f.CreatePower(f.CreateSin(x), 2)),
+                                           f.CreateProduct(z, f.CreatePower(f.CreateSin(x), 2)));
+    // y/(x + 1)^2 and z/((x + 1)^2 (y + 1)): two quotients with the square of one denominator.
+    KOBWBExpression* quotients = f.CreateSum(
+        f.CreateQuotient(f.CreateQuotient(y, xPlusOne), xPlusOne),
+        f.CreateQuotient(f.CreateQuotient(f.CreateQuotient(z, xPlusOne), xPlusOne), f.CreateSum(y, s.I(1))));
+    written = context.Simplify(f.CreateSum(squares, quotients));
+    ASSERT_NE(written, nullptr);
+    int powers = 0;
+    for (const KOBWBExpression* node : Nodes(written)) powers += node->GetType() == KOBWBPowerType;
+    EXPECT_EQ(powers, 2) << KOBWBEquationPrinter::ToText(written);
 }
