@@ -47,7 +47,9 @@ void LinearForms::Occurrences::Add(int variable, size_t item) {
 
 void LinearForms::Occurrences::Add(const std::vector<KOBWBVariable*>& variables, size_t item) {
     if (item >= m_variables.size()) m_variables.resize(item + 1);
-    m_variables[item].reserve(m_variables[item].size() + variables.size());
+    // Room made once for a new item; a list that grows later grows geometrically, so
+    // that an item added to many times is not reallocated at each addition.
+    if (m_variables[item].empty()) m_variables[item].reserve(variables.size());
     for (const KOBWBVariable* variable : variables) Add(variable->GetIdx(), item);
 }
 
