@@ -27,10 +27,11 @@ LinearForms::LinearForms(KOBWBFactory& factory, KOBWBPolynomialContext& context,
 
 LinearForms::~LinearForms() = default;
 
-void LinearForms::Occurrences::Reset(size_t variables) {
+void LinearForms::Occurrences::Reset(size_t variables, size_t items) {
     m_items.assign(variables, {});
     m_counts.assign(variables, 0);
     m_variables.clear();
+    m_variables.resize(items);
 }
 
 void LinearForms::Occurrences::Add(int variable, size_t item) {
@@ -69,11 +70,15 @@ void LinearForms::WriteTrace(const char* label, const KOBWBPolynomial& polynomia
 
 void LinearForms::Run(const std::function<void(KOBWBExpression*)>& mark, UnwrittenRoots* unwritten) {
     const size_t variables = static_cast<size_t>(m_factory.GetNbOfVariables());
-    m_equationsOf.Reset(variables);
-    m_formsOf.Reset(variables);
+    // Every list at its full size from the start: growing large arrays along the way
+    // would copy them and free their old storage.
+    const size_t equations = static_cast<size_t>(m_factory.GetNbOfEquations());
+    m_equationsOf.Reset(variables, equations);
+    m_formsOf.Reset(variables, variables);
     m_forms.clear();
     m_forms.resize(variables);
     m_equations.clear();
+    m_equations.reserve(equations);
     // The factory keeps its equations in the order of their ids: the unwritten roots,
     // in that order too, are met one after the other.
     if (unwritten)

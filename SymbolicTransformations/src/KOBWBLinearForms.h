@@ -67,7 +67,8 @@ private:
     // that goes stays in its variables' lists, uncounted: walks skip it.
     class Occurrences {
     public:
-        void Reset(size_t variables);
+        // Empty lists for so many variables and items.
+        void Reset(size_t variables, size_t items);
         void Add(int variable, size_t item);
         // Each of the variables.
         void Add(const std::vector<KOBWBVariable*>& variables, size_t item);

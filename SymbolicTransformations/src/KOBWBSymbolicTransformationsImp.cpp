@@ -61,6 +61,7 @@ int KOBWBSymbolicTransformationsImp::DoRun() {
         KOBWBPolynomialContext context(factory);
         // With linear forms, the roots they rewrite anyway are written once, by them.
         kobwb::UnwrittenRoots unwritten;
+        if (mode & KOBWBEliminateLinear) unwritten.reserve(static_cast<size_t>(factory.GetNbOfEquations()));
         kobwb::EquationPass pass;
         pass.mode = mode;
         pass.duplicateRoots = true;
