@@ -7,7 +7,9 @@
 #include <vector>
 
 // One factor of a monomial: an atom, by its number in a KOBWBPolynomialContext,
-// raised to a non-zero integer power.
+// raised to a non-zero integer power between -LLONG_MAX and LLONG_MAX. Products
+// of monomials add exponents up to those bounds and stop there (Power refuses a
+// power whose exponents would pass them).
 struct KOBWBMonomialFactor {
     int atom;
     long long exponent;
@@ -115,7 +117,7 @@ class KOBWBX_API KOBWBPolynomial {
 public:
     KOBWBPolynomial() = default;
     KOBWBPolynomial(const KOBWBCoefficient& constant);
-    // atom^exponent.
+    // atom^exponent; an exponent of LLONG_MIN is taken as -LLONG_MAX.
     static KOBWBPolynomial Atom(int atom, long long exponent = 1);
 
     bool IsZero() const { return m_terms.empty(); }

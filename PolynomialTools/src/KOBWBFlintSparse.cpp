@@ -1,6 +1,7 @@
 #include "KOBWBFlintSparse.h"
 
 #include "KOBLVRLargeBlocks.h"
+#include "KOBWBExponents.h"
 #include "KOBWBFlintValues.h"
 #include "KOBWBPolynomialAccess.h"
 #include "KOBWBRationalAccess.h"
@@ -127,7 +128,7 @@ SparseContext::SparseContext(const std::vector<const KOBWBPolynomial*>& polynomi
                 const size_t v = static_cast<size_t>(
                     std::lower_bound(m_atoms.begin(), m_atoms.end(), factor.atom) - m_atoms.begin());
                 m_offsets[v] = std::min(m_offsets[v], factor.exponent);
-                m_largestExponent = std::max(m_largestExponent, std::llabs(factor.exponent));
+                m_largestExponent = std::max(m_largestExponent, kobwb::ExponentMagnitude(factor.exponent));
             }
     // FLINT wants at least one variable.
     fmpz_mpoly_ctx_init(m_context, std::max<slong>(1, static_cast<slong>(m_atoms.size())), ORD_LEX);

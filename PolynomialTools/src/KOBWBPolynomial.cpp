@@ -1,9 +1,11 @@
 #include "KOBWBPolynomial.h"
 
 #include "KOBLVRHashTable.h"
+#include "KOBWBExponents.h"
 #include "KOBWBFlintMultivariate.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstdlib>
 
 void KOBWBMonomial::reserve(size_t capacity) {
@@ -24,7 +26,7 @@ KOBWBMonomial KOBWBMultiplyMonomials(const KOBWBMonomial& a, const KOBWBMonomial
         } else if (b[j].atom < a[i].atom) {
             product.push_back(b[j++]);
         } else {
-            const long long exponent = a[i].exponent + b[j].exponent;
+            const long long exponent = kobwb::AddExponents(a[i].exponent, b[j].exponent);
             if (exponent != 0) product.push_back({a[i].atom, exponent});
             ++i;
             ++j;
@@ -51,7 +53,7 @@ KOBWBPolynomial::KOBWBPolynomial(const KOBWBCoefficient& constant) {
 KOBWBPolynomial KOBWBPolynomial::Atom(int atom, long long exponent) {
     KOBWBPolynomial result;
     KOBWBMonomial monomial;
-    if (exponent != 0) monomial.push_back({atom, exponent});
+    if (exponent != 0) monomial.push_back({atom, exponent == LLONG_MIN ? -LLONG_MAX : exponent});
     result.m_terms.push_back({std::move(monomial), KOBWBCoefficient(1)});
     return result;
 }
@@ -84,7 +86,8 @@ long long KOBWBPolynomial::Degree(int atom, long long* lowest) const {
 long long KOBWBPolynomial::GetMaxExponent() const {
     long long largest = 0;
     for (const KOBWBPolynomialTerm& term : m_terms)
-        for (const KOBWBMonomialFactor& factor : term.monomial) largest = std::max(largest, std::llabs(factor.exponent));
+        for (const KOBWBMonomialFactor& factor : term.monomial)
+            largest = std::max(largest, kobwb::ExponentMagnitude(factor.exponent));
     return largest;
 }
 
@@ -92,7 +95,7 @@ long long KOBWBPolynomial::GetTotalDegree() const {
     long long largest = 0;
     for (const KOBWBPolynomialTerm& term : m_terms) {
         long long degree = 0;
-        for (const KOBWBMonomialFactor& factor : term.monomial) degree += factor.exponent;
+        for (const KOBWBMonomialFactor& factor : term.monomial) degree = kobwb::AddExponents(degree, factor.exponent);
         largest = std::max(largest, degree);
     }
     return largest;
@@ -411,7 +414,8 @@ bool KOBWBPolynomial::Power(long long exponent, int maxTerms, KOBWBPolynomial& r
         // A single term: powers of its coefficient and exponents.
         KOBWBPolynomialTerm term{m_terms[0].monomial, m_terms[0].coefficient.Power(exponent)};
         for (KOBWBMonomialFactor& factor : term.monomial) {
-            if (__builtin_mul_overflow(factor.exponent, exponent, &factor.exponent)) return false;
+            if (__builtin_mul_overflow(factor.exponent, exponent, &factor.exponent) || factor.exponent == LLONG_MIN)
+                return false;
         }
         if (exponent == 0) term.monomial.clear();
         KOBWBPolynomial single;

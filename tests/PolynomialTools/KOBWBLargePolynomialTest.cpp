@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <random>
 #include <thread>
 #include <vector>
@@ -121,6 +122,29 @@ TEST(LargePolynomials, ProductsAndPowersMatchTermByTermProducts) {
     EXPECT_EQ(power.GetNbOfTerms(), 455);
     // The budget holds: the power would pass 400 terms.
     EXPECT_FALSE(sum.Power(12, 400, power));
+}
+
+// Exponents near the 64-bit bounds: products stop at +-LLONG_MAX instead of
+// overflowing, a power that would pass them is refused, and a hand-built LLONG_MIN
+// is read as -LLONG_MAX (it has no opposite).
+TEST(LargePolynomials, HugeExponentsStopAtTheirBounds) {
+    const KOBWBPolynomial high = KOBWBPolynomial::Atom(x, LLONG_MAX - 1);
+    const KOBWBPolynomial low = KOBWBPolynomial::Atom(x, -LLONG_MAX + 1);
+    EXPECT_EQ(high * high, KOBWBPolynomial::Atom(x, LLONG_MAX));
+    EXPECT_EQ(low * low, KOBWBPolynomial::Atom(x, -LLONG_MAX));
+    EXPECT_EQ(high * low, KOBWBPolynomial(KOBWBCoefficient(1)));
+    EXPECT_EQ((high * KOBWBPolynomial::Atom(2, LLONG_MAX)).GetTotalDegree(), LLONG_MAX);
+    KOBWBPolynomial power;
+    EXPECT_FALSE(high.Power(2, 100, power));
+    EXPECT_FALSE(KOBWBPolynomial::Atom(x, -(1LL << 62)).Power(2, 100, power));
+    EXPECT_TRUE(KOBWBPolynomial::Atom(x, 1LL << 31).Power(2, 100, power));
+    EXPECT_EQ(power, KOBWBPolynomial::Atom(x, 1LL << 32));
+    const KOBWBPolynomial lowest = KOBWBPolynomial::Atom(x, LLONG_MIN);
+    EXPECT_EQ(lowest.GetMaxExponent(), LLONG_MAX);
+    EXPECT_EQ(lowest, KOBWBPolynomial::Atom(x, -LLONG_MAX));
+    // A sum with such terms still multiplies, term by term as FLINT is not asked.
+    const KOBWBPolynomial sum = high + KOBWBPolynomial::Atom(2);
+    EXPECT_EQ(sum * sum, TermByTerm(sum, sum));
 }
 
 // Work in another thread, with coefficients past machine words: the backend's
