@@ -7,12 +7,15 @@
 #include <vector>
 
 // One factor of a monomial: an atom, by its number in a KOBWBPolynomialContext,
-// raised to a non-zero integer power between -LLONG_MAX and LLONG_MAX. Products
-// of monomials add exponents up to those bounds and stop there (Power refuses a
-// power whose exponents would pass them).
+// raised to a non-zero integer power. Exponents lie between -maxExponent and
+// maxExponent (INT_MAX): products of monomials add exponents up to those bounds
+// and stop there, so that an exponent at a bound has left the range and its
+// monomial is no longer exact; such a polynomial is never written as an
+// expression, and Power refuses to make one.
 struct KOBWBMonomialFactor {
+    static constexpr int maxExponent = 2147483647;
     int atom;
-    long long exponent;
+    int exponent;
     friend bool operator==(const KOBWBMonomialFactor& a, const KOBWBMonomialFactor& b) {
         return a.atom == b.atom && a.exponent == b.exponent;
     }
@@ -117,7 +120,7 @@ class KOBWBX_API KOBWBPolynomial {
 public:
     KOBWBPolynomial() = default;
     KOBWBPolynomial(const KOBWBCoefficient& constant);
-    // atom^exponent; an exponent of LLONG_MIN is taken as -LLONG_MAX.
+    // atom^exponent, the exponent held within +-KOBWBMonomialFactor::maxExponent.
     static KOBWBPolynomial Atom(int atom, long long exponent = 1);
 
     bool IsZero() const { return m_terms.empty(); }

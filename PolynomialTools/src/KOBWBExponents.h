@@ -1,26 +1,25 @@
 #ifndef KOBWBExponents_h
 #define KOBWBExponents_h
 
-#include <climits>
+#include "KOBWBPolynomial.h"
+
+#include <algorithm>
 #include <cstdlib>
 
-// Arithmetic on the exponents of monomials. Exponents are 64-bit integers between
-// -LLONG_MAX and LLONG_MAX: a sum that would pass one of them stops there, so that
-// multiplying monomials with huge exponents stays defined, and -LLONG_MAX - 1, which
-// has no opposite, is never made.
+// Arithmetic on the exponents of monomials, held within +-maxExponent (see
+// KOBWBMonomialFactor): a result that would pass a bound stops there.
 namespace kobwb {
 
-inline long long AddExponents(long long a, long long b) {
-    long long sum;
-    if (__builtin_add_overflow(a, b, &sum) || sum == LLONG_MIN)
-        return a > 0 ? LLONG_MAX : -LLONG_MAX;
-    return sum;
+constexpr long long maxExponent = KOBWBMonomialFactor::maxExponent;
+
+inline int HeldExponent(long long exponent) {
+    return static_cast<int>(exponent > maxExponent ? maxExponent : exponent < -maxExponent ? -maxExponent : exponent);
 }
 
-// |exponent|, LLONG_MAX for an exponent of -LLONG_MAX - 1 built by hand.
-inline long long ExponentMagnitude(long long exponent) {
-    return exponent == LLONG_MIN ? LLONG_MAX : std::llabs(exponent);
-}
+inline int AddExponents(int a, int b) { return HeldExponent(static_cast<long long>(a) + b); }
+
+// |exponent|; a factor built by hand with INT_MIN counts as maxExponent.
+inline long long ExponentMagnitude(int exponent) { return std::min(std::llabs(exponent), maxExponent); }
 
 } // namespace kobwb
 

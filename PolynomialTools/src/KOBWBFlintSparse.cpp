@@ -102,7 +102,7 @@ void TermsInStorageOrder(const fmpz_mpoly_struct* p, const fmpz_mpoly_ctx_struct
         term.monomial.reserve(factors);
         for (size_t v = 0; v < variables; ++v) {
             const long long exponent = exponents.At(i, v);
-            if (exponent != 0) term.monomial.push_back({atoms[v], exponent});
+            if (exponent != 0) term.monomial.push_back({atoms[v], static_cast<int>(exponent)});
         }
         KOBWBRational c = KOBWBRationalAccess::FromFlint(p->coeffs + i);
         if (!unscaled) c /= scale;
@@ -127,7 +127,7 @@ SparseContext::SparseContext(const std::vector<const KOBWBPolynomial*>& polynomi
             for (const KOBWBMonomialFactor& factor : term.monomial) {
                 const size_t v = static_cast<size_t>(
                     std::lower_bound(m_atoms.begin(), m_atoms.end(), factor.atom) - m_atoms.begin());
-                m_offsets[v] = std::min(m_offsets[v], factor.exponent);
+                m_offsets[v] = std::min<long long>(m_offsets[v], factor.exponent);
                 m_largestExponent = std::max(m_largestExponent, kobwb::ExponentMagnitude(factor.exponent));
             }
     // FLINT wants at least one variable.

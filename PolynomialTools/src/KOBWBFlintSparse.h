@@ -29,10 +29,11 @@ public:
     slong Variable(int atom) const;
     // Whether every polynomial given has exact coefficients.
     bool Exact() const { return m_exact; }
-    // Whether exponents up to factor times the largest one given stay well inside
-    // machine words (FLINT stops the program on an exponent it cannot hand back).
+    // Whether exponents up to factor times the largest one given stay within the
+    // range of monomials (see KOBWBMonomialFactor), and so well inside machine words
+    // (FLINT stops the program on an exponent it cannot hand back).
     bool ExponentsFit(long long factor) const {
-        return factor >= 0 && (factor == 0 || m_largestExponent <= (1LL << 40) / factor);
+        return factor >= 0 && (factor == 0 || m_largestExponent < KOBWBMonomialFactor::maxExponent / factor);
     }
     // The offset of every variable multiplied by factor (the offsets of a product of
     // factor polynomials).

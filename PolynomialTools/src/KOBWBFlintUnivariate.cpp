@@ -82,7 +82,7 @@ KOBWBPolynomial ToPolynomial(const fmpz_poly_struct* p, const fmpz_t denominator
     for (slong i = 0; i < length; ++i) {
         if (fmpz_is_zero(p->coeffs + i)) continue;
         KOBWBPolynomialTerm term;
-        if (i > 0) term.monomial.push_back({atom, static_cast<long long>(i)});
+        if (i > 0) term.monomial.push_back({atom, static_cast<int>(i)});
         term.coefficient = integer ? KOBWBRationalAccess::FromFlint(p->coeffs + i)
                                    : KOBWBRationalAccess::FromFlint(p->coeffs + i, denominator);
         terms.push_back(std::move(term));

@@ -5,8 +5,11 @@
 #include "KOBWBFlintMultivariate.h"
 
 #include <algorithm>
-#include <climits>
 #include <cstdlib>
+
+// A term (four factors in place and a coefficient of two machine words) fills one
+// cache line: walks over terms touch as few lines as they can.
+static_assert(sizeof(void*) != 8 || sizeof(KOBWBPolynomialTerm) == 64, "a term takes 64 bytes");
 
 void KOBWBMonomial::reserve(size_t capacity) {
     if (capacity <= Capacity()) return;
@@ -26,7 +29,7 @@ KOBWBMonomial KOBWBMultiplyMonomials(const KOBWBMonomial& a, const KOBWBMonomial
         } else if (b[j].atom < a[i].atom) {
             product.push_back(b[j++]);
         } else {
-            const long long exponent = kobwb::AddExponents(a[i].exponent, b[j].exponent);
+            const int exponent = kobwb::AddExponents(a[i].exponent, b[j].exponent);
             if (exponent != 0) product.push_back({a[i].atom, exponent});
             ++i;
             ++j;
@@ -53,7 +56,7 @@ KOBWBPolynomial::KOBWBPolynomial(const KOBWBCoefficient& constant) {
 KOBWBPolynomial KOBWBPolynomial::Atom(int atom, long long exponent) {
     KOBWBPolynomial result;
     KOBWBMonomial monomial;
-    if (exponent != 0) monomial.push_back({atom, exponent == LLONG_MIN ? -LLONG_MAX : exponent});
+    if (exponent != 0) monomial.push_back({atom, kobwb::HeldExponent(exponent)});
     result.m_terms.push_back({std::move(monomial), KOBWBCoefficient(1)});
     return result;
 }
@@ -95,7 +98,7 @@ long long KOBWBPolynomial::GetTotalDegree() const {
     long long largest = 0;
     for (const KOBWBPolynomialTerm& term : m_terms) {
         long long degree = 0;
-        for (const KOBWBMonomialFactor& factor : term.monomial) degree = kobwb::AddExponents(degree, factor.exponent);
+        for (const KOBWBMonomialFactor& factor : term.monomial) degree += factor.exponent;
         largest = std::max(largest, degree);
     }
     return largest;
@@ -414,8 +417,11 @@ bool KOBWBPolynomial::Power(long long exponent, int maxTerms, KOBWBPolynomial& r
         // A single term: powers of its coefficient and exponents.
         KOBWBPolynomialTerm term{m_terms[0].monomial, m_terms[0].coefficient.Power(exponent)};
         for (KOBWBMonomialFactor& factor : term.monomial) {
-            if (__builtin_mul_overflow(factor.exponent, exponent, &factor.exponent) || factor.exponent == LLONG_MIN)
+            long long power;
+            if (__builtin_mul_overflow(static_cast<long long>(factor.exponent), exponent, &power) ||
+                std::llabs(power) >= kobwb::maxExponent)
                 return false;
+            factor.exponent = static_cast<int>(power);
         }
         if (exponent == 0) term.monomial.clear();
         KOBWBPolynomial single;

@@ -225,9 +225,12 @@ double LargestCoefficient(const KOBWBPolynomial& p) {
     return largest;
 }
 
-// An expanded product or power is kept when its exponents fit the library's integers and
-// its coefficients its reals: a coefficient past KOBWBMaxReal has no value to be written as.
-bool Writable(const KOBWBPolynomial& p) { return p.GetMaxExponent() <= INT_MAX && LargestCoefficient(p) <= KOBWBMaxReal; }
+// An expanded product or power is kept when its exponents are within the range of
+// monomials (short of the bounds, where a product that went past stops) and its
+// coefficients within the reals: a coefficient past KOBWBMaxReal has no value to be written as.
+bool Writable(const KOBWBPolynomial& p) {
+    return p.GetMaxExponent() < KOBWBMonomialFactor::maxExponent && LargestCoefficient(p) <= KOBWBMaxReal;
+}
 
 // The smallest magnitude of a nonzero coefficient, 1 when there is none.
 double SmallestCoefficient(const KOBWBPolynomial& p) {

@@ -38,7 +38,7 @@ KOBWBPolynomial ToPolynomial(const Row& row, int atom) {
     for (size_t i = 0; i < row.size(); ++i) {
         if (row[i].IsZero()) continue;
         KOBWBPolynomialTerm term;
-        if (i > 0) term.monomial.push_back({atom, static_cast<long long>(i)});
+        if (i > 0) term.monomial.push_back({atom, static_cast<int>(i)});
         term.coefficient = KOBWBCoefficient(row[i]);
         terms.push_back(std::move(term));
     }

@@ -34,7 +34,7 @@ KOBWBPolynomial Sparse(std::mt19937& random, int terms, bool real = false,
     for (int i = 0; i < terms; ++i) {
         KOBWBMonomial monomial;
         for (int atom : atoms) {
-            const long long exponent = static_cast<long long>(random() % 9) - 3;
+            const int exponent = static_cast<int>(random() % 9) - 3;
             if (exponent != 0) monomial.push_back({atom, exponent});
         }
         const KOBWBRational c(static_cast<long long>(random() % 2001) - 1000, static_cast<long long>(random() % 7) + 1);
@@ -124,27 +124,39 @@ TEST(LargePolynomials, ProductsAndPowersMatchTermByTermProducts) {
     EXPECT_FALSE(sum.Power(12, 400, power));
 }
 
-// Exponents near the 64-bit bounds: products stop at +-LLONG_MAX instead of
-// overflowing, a power that would pass them is refused, and a hand-built LLONG_MIN
-// is read as -LLONG_MAX (it has no opposite).
+// Exponents near the bounds of their range (+-INT_MAX): products stop at a bound
+// instead of overflowing, a power that would reach one is refused, and reading
+// keeps a product that reaches one as an atom rather than writing it.
 TEST(LargePolynomials, HugeExponentsStopAtTheirBounds) {
-    const KOBWBPolynomial high = KOBWBPolynomial::Atom(x, LLONG_MAX - 1);
-    const KOBWBPolynomial low = KOBWBPolynomial::Atom(x, -LLONG_MAX + 1);
-    EXPECT_EQ(high * high, KOBWBPolynomial::Atom(x, LLONG_MAX));
-    EXPECT_EQ(low * low, KOBWBPolynomial::Atom(x, -LLONG_MAX));
+    const int bound = KOBWBMonomialFactor::maxExponent;
+    const KOBWBPolynomial high = KOBWBPolynomial::Atom(x, bound - 1);
+    const KOBWBPolynomial low = KOBWBPolynomial::Atom(x, -bound + 1);
+    EXPECT_EQ(high * high, KOBWBPolynomial::Atom(x, bound));
+    EXPECT_EQ(low * low, KOBWBPolynomial::Atom(x, -bound));
     EXPECT_EQ(high * low, KOBWBPolynomial(KOBWBCoefficient(1)));
-    EXPECT_EQ((high * KOBWBPolynomial::Atom(2, LLONG_MAX)).GetTotalDegree(), LLONG_MAX);
+    EXPECT_EQ(KOBWBPolynomial::Atom(x, 1LL << 40), KOBWBPolynomial::Atom(x, bound));
+    EXPECT_EQ(KOBWBPolynomial::Atom(x, LLONG_MIN).GetMaxExponent(), bound);
     KOBWBPolynomial power;
     EXPECT_FALSE(high.Power(2, 100, power));
-    EXPECT_FALSE(KOBWBPolynomial::Atom(x, -(1LL << 62)).Power(2, 100, power));
-    EXPECT_TRUE(KOBWBPolynomial::Atom(x, 1LL << 31).Power(2, 100, power));
-    EXPECT_EQ(power, KOBWBPolynomial::Atom(x, 1LL << 32));
-    const KOBWBPolynomial lowest = KOBWBPolynomial::Atom(x, LLONG_MIN);
-    EXPECT_EQ(lowest.GetMaxExponent(), LLONG_MAX);
-    EXPECT_EQ(lowest, KOBWBPolynomial::Atom(x, -LLONG_MAX));
-    // A sum with such terms still multiplies, term by term as FLINT is not asked.
+    EXPECT_FALSE(KOBWBPolynomial::Atom(x, -(1 << 30)).Power(2, 100, power));
+    EXPECT_TRUE(KOBWBPolynomial::Atom(x, 1 << 15).Power(2, 100, power));
+    EXPECT_EQ(power, KOBWBPolynomial::Atom(x, 1 << 16));
+    // A sum with such terms multiplies term by term, FLINT not being asked.
     const KOBWBPolynomial sum = high + KOBWBPolynomial::Atom(2);
     EXPECT_EQ(sum * sum, TermByTerm(sum, sum));
+
+    KOBWBFactory factory;
+    KOBWBVariable* v = factory.CreateVariable();
+    KOBWBPolynomialContext context(factory);
+    KOBWBPolynomial read;
+    ASSERT_TRUE(context.ToPolynomial(
+        factory.CreateProduct(factory.CreatePower(v, bound - 1), factory.CreatePower(v, bound - 1)), read));
+    EXPECT_TRUE(context.ExceededBudget());
+    EXPECT_EQ(read.GetMaxExponent(), 1);
+    ASSERT_TRUE(context.ToPolynomial(factory.CreatePower(factory.CreatePower(v, 1 << 16), 1 << 15), read));
+    EXPECT_EQ(read.GetMaxExponent(), 1);
+    ASSERT_TRUE(context.ToPolynomial(factory.CreatePower(factory.CreatePower(v, 1 << 15), 1 << 15), read));
+    EXPECT_EQ(read, KOBWBPolynomial::Atom(context.GetVariableAtom(v), 1 << 30));
 }
 
 // Work in another thread, with coefficients past machine words: the backend's
