@@ -137,14 +137,17 @@ public:
     // The polynomial with x replaced by the polynomial by, inside atoms too: an atom
     // whose arguments change is read again (a power may then expand, a quotient
     // become a product); products and powers past the budget stay atoms. The
-    // polynomial unchanged for null or a variable of another factory.
+    // polynomial unchanged for null or a variable of another factory, and when the
+    // polynomial or by names atoms the context does not have.
     KOBWBPolynomial SubstituteVariable(const KOBWBPolynomial& polynomial, KOBWBVariable* x, const KOBWBPolynomial& by);
     // The same for several variables at once, each pair a variable and the polynomial
     // put in for it; a polynomial put in is not itself substituted into. Pairs with a
-    // null or foreign variable, or a null polynomial, are left out.
+    // null or foreign variable, or a null polynomial or one naming atoms the context
+    // does not have, are left out; the polynomial naming such atoms is unchanged.
     KOBWBPolynomial SubstituteVariables(const KOBWBPolynomial& polynomial,
                                         const std::vector<std::pair<KOBWBVariable*, const KOBWBPolynomial*>>& substitutions);
-    // The variables that occur in the polynomial, inside atoms too, in index order.
+    // The variables that occur in the polynomial, inside atoms too, in index order;
+    // none when it names atoms the context does not have.
     std::vector<KOBWBVariable*> GetVariables(const KOBWBPolynomial& polynomial);
     // The same into variables (its earlier content replaced), whose room a caller that
     // asks for many polynomials' variables keeps from one call to the next.

@@ -42,6 +42,18 @@ int KOBWBPolynomialContext::GetVariableAtom(KOBWBVariable* variable) {
 
 int KOBWBPolynomialContext::GetNbOfAtoms() const { return static_cast<int>(m_impl->atoms.size()); }
 
+namespace {
+
+// Whether every atom of the polynomial is one of the context's atoms 0 to atoms - 1.
+bool NamesOnly(const KOBWBPolynomial& polynomial, int atoms) {
+    for (const KOBWBPolynomialTerm& term : polynomial.GetTerms())
+        for (const KOBWBMonomialFactor& factor : term.monomial)
+            if (factor.atom < 0 || factor.atom >= atoms) return false;
+    return true;
+}
+
+} // namespace
+
 bool KOBWBPolynomialContext::AtomDependsOn(int atom, KOBWBVariable* variable) const {
     return m_impl->DependsOn(atom, variable);
 }
@@ -50,7 +62,7 @@ KOBWBPolynomial KOBWBPolynomialContext::SubstituteVariable(const KOBWBPolynomial
                                                            const KOBWBPolynomial& by) {
     const int atom = GetVariableAtom(x);
     m_impl->pastBudget = false;
-    if (atom < 0) return polynomial;
+    if (atom < 0 || !NamesOnly(polynomial, GetNbOfAtoms()) || !NamesOnly(by, GetNbOfAtoms())) return polynomial;
     return m_impl->Substitute(polynomial, {{atom, &by}});
 }
 
@@ -60,10 +72,11 @@ KOBWBPolynomial KOBWBPolynomialContext::SubstituteVariables(
     atoms.reserve(substitutions.size());
     for (const auto& substitution : substitutions) {
         const int atom = GetVariableAtom(substitution.first);
-        if (atom >= 0 && substitution.second) atoms.emplace_back(atom, substitution.second);
+        if (atom >= 0 && substitution.second && NamesOnly(*substitution.second, GetNbOfAtoms()))
+            atoms.emplace_back(atom, substitution.second);
     }
     m_impl->pastBudget = false;
-    if (atoms.empty()) return polynomial;
+    if (atoms.empty() || !NamesOnly(polynomial, GetNbOfAtoms())) return polynomial;
     return m_impl->Substitute(polynomial, atoms);
 }
 
@@ -75,6 +88,7 @@ std::vector<KOBWBVariable*> KOBWBPolynomialContext::GetVariables(const KOBWBPoly
 
 void KOBWBPolynomialContext::GetVariables(const KOBWBPolynomial& polynomial, std::vector<KOBWBVariable*>& variables) {
     variables.clear();
+    if (!NamesOnly(polynomial, GetNbOfAtoms())) return;
     const std::vector<int>& reachable = m_impl->Reachable(polynomial);
     variables.reserve(reachable.size());
     for (int atom : reachable)
@@ -98,18 +112,6 @@ bool KOBWBPolynomialContext::ToPolynomial(KOBWBExpression* expression, KOBWBPoly
     m_impl->ForgetReadings();
     return m_impl->Read(expression, result);
 }
-
-namespace {
-
-// Whether every atom of the polynomial is one of the context's atoms 0 to atoms - 1.
-bool NamesOnly(const KOBWBPolynomial& polynomial, int atoms) {
-    for (const KOBWBPolynomialTerm& term : polynomial.GetTerms())
-        for (const KOBWBMonomialFactor& factor : term.monomial)
-            if (factor.atom < 0 || factor.atom >= atoms) return false;
-    return true;
-}
-
-} // namespace
 
 KOBWBExpression* KOBWBPolynomialContext::ToExpression(const KOBWBPolynomial& polynomial) {
     if (!IsValid() || !NamesOnly(polynomial, GetNbOfAtoms())) return nullptr;

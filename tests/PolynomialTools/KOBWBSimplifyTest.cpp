@@ -338,6 +338,16 @@ TEST(KOBWBSimplify, BadInputIsRefused) {
     EXPECT_EQ(context.Substitute(s.v[0], foreign, s.I(1)), nullptr);
     KOBWBPolynomial unknownAtom = KOBWBPolynomial::Atom(1000);
     EXPECT_EQ(context.ToExpression(unknownAtom), nullptr);
+    // A polynomial naming an atom the context does not have has no variables, takes
+    // no substitution and is put in for none.
+    KOBWBPolynomial x;
+    ASSERT_TRUE(context.ToPolynomial(s.v[0], x));
+    const KOBWBPolynomial mixed = x + unknownAtom;
+    EXPECT_TRUE(context.GetVariables(mixed).empty());
+    EXPECT_EQ(context.SubstituteVariable(mixed, s.v[0], KOBWBPolynomial(KOBWBCoefficient(2))), mixed);
+    EXPECT_EQ(context.SubstituteVariable(x, s.v[0], unknownAtom), x);
+    EXPECT_EQ(context.SubstituteVariables(x, {{s.v[0], &unknownAtom}}), x);
+    EXPECT_EQ(context.SubstituteVariables(mixed, {{s.v[0], &x}}), mixed);
     // Intervals and other values that are not one number are atoms, each node its own.
     KOBWBExpression* interval = s.factory.CreateConstant(KOBWBValue(KOBWBCreateRealInterval(1.0, 2.0)));
     KOBWBExpression* scaled = s.factory.CreateProduct(s.v[0], interval);
