@@ -287,6 +287,9 @@ private:
     KOBLVRListPKOBWBBlackBox m_ownedBlackBoxes;
     int m_nextBlackBoxId = 0;
     KOBLVRListPKOBWBExpression m_temporaryExpressions;
+    // How many of them are black-box calls: leaving temporary storage looks for those
+    // only when there are some.
+    int m_temporaryBlackBoxes = 0;
     unsigned char m_temporaryMode = 0;
     // Permanent nodes whose children changed in temporary mode.
     std::vector<KOBWBExpression*> m_changedInTemporaryMode;

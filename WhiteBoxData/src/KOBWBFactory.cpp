@@ -78,6 +78,7 @@ KOBWBExpression* KOBWBFactory::AddExpression(KOBWBExpression* expr) {
     if (!expr) return nullptr;
     if (m_temporaryMode) {
         m_temporaryExpressions.Append(expr);
+        if (expr->GetType() == KOBWBBlackBoxType) ++m_temporaryBlackBoxes;
         expr->m_flags |= KOBWBExpression::temporaryNode;
         expr->SetProperty(m_temporaryProperty, 1);
     } else {

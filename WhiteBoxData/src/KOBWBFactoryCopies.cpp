@@ -188,13 +188,11 @@ int KOBWBFactory::CloneEquations(KOBLVRIntArray& sourceIds, KOBLVRIntArray& newI
 struct KOBWBFactory::TemporaryCopier {
     TemporaryCopier(KOBWBFactory& factory, int properties, int temporaryProperty)
         : m_factory(factory), m_properties(properties), m_temporaryProperty(temporaryProperty) {
+        // The first and the last slotted node, looked for from each end of the list:
+        // the nodes between them are not read here.
         const KOBLVRListPKOBWBExpression& temporaries = factory.m_temporaryExpressions;
-        for (int i = 0; i < temporaries.Size(); ++i) {
-            const int slot = temporaries[i]->m_slot;
-            if (slot < 0) continue;
-            if (m_firstSlot < 0) m_firstSlot = slot;
-            m_lastSlot = slot;
-        }
+        for (int i = 0; i < temporaries.Size() && m_firstSlot < 0; ++i) m_firstSlot = temporaries[i]->m_slot;
+        for (int i = temporaries.Size() - 1; i >= 0 && m_lastSlot < 0; --i) m_lastSlot = temporaries[i]->m_slot;
         if (m_firstSlot >= 0) m_bySlot.assign(static_cast<size_t>(m_lastSlot - m_firstSlot) + 1, nullptr);
     }
 
@@ -281,6 +279,8 @@ void KOBWBFactory::UseTemporaryStorage(unsigned char on) {
         m_changedInTemporaryMode.clear();
         return;
     }
+    // Each pass below reads every temporary node, of which there may be far more than
+    // fit in the caches: there are as few passes as the order of the work allows.
     const int properties = m_properties ? static_cast<int>(m_properties->size()) : 0;
     TemporaryCopier copier(*this, properties, m_temporaryProperty);
     for (KOBWBEquation* equation = GetFirstEquation(); equation; equation = equation->GetNext())
@@ -295,24 +295,30 @@ void KOBWBFactory::UseTemporaryStorage(unsigned char on) {
     // A black box's node is how it is named and how its derivatives are found again:
     // the box keeps a lasting one.
     const int temporaries = m_temporaryExpressions.Size();
-    for (int i = 0; i < temporaries; ++i) {
+    for (int i = 0; i < temporaries && m_temporaryBlackBoxes > 0; ++i) {
         KOBWBExpression* node = m_temporaryExpressions[i];
         if (node->GetType() != KOBWBBlackBoxType) continue;
         KOBWBBlackBox* blackBox = static_cast<KOBWBBlackBoxOperator*>(node)->GetBlackBox();
         if (blackBox->GetOperator() == node)
             blackBox->SetOperator(static_cast<KOBWBBlackBoxOperator*>(copier.Lasting(node)));
     }
+    // One pass from the last node to the first: a node kept becomes lasting, the others
+    // go, the later ones first; the kept ones join the list in their order.
     const int defaultTemporary = GetDefaultPropertyValue(m_temporaryProperty);
-    for (int i = 0; i < temporaries; ++i) {
+    std::vector<KOBWBExpression*> kept;
+    for (int i = temporaries - 1; i >= 0; --i) {
         KOBWBExpression* node = m_temporaryExpressions[i];
-        if (!copier.IsKept(node)) continue;
+        if (!copier.IsKept(node)) {
+            delete node;
+            continue;
+        }
         node->SetProperty(m_temporaryProperty, defaultTemporary);
         node->m_flags &= ~KOBWBExpression::temporaryNode;
-        m_expressions.Append(node);
+        kept.push_back(node);
     }
-    for (int i = temporaries - 1; i >= 0; --i)
-        if (!copier.IsKept(m_temporaryExpressions[i])) delete m_temporaryExpressions[i];
+    for (auto node = kept.rbegin(); node != kept.rend(); ++node) m_expressions.Append(*node);
     m_temporaryExpressions.RemoveAll();
+    m_temporaryBlackBoxes = 0;
 }
 
 KOBWBExpression* KOBWBFactory::ReplaceTemporaryExpressions(KOBWBExpression* expr) {
