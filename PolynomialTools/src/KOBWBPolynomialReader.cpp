@@ -213,8 +213,10 @@ bool OnlyPi(const KOBWBPolynomial& p) {
 // The inverse of a single term made of Pi powers and a non-zero coefficient.
 KOBWBPolynomial InverseTerm(const KOBWBPolynomialTerm& term) {
     KOBWBPolynomial inverse(KOBWBCoefficient(1) / term.coefficient);
-    for (const KOBWBMonomialFactor& factor : term.monomial)
-        inverse = KOBWBPolynomial::Multiply(inverse, KOBWBPolynomial::Atom(factor.atom, -factor.exponent));
+    for (const KOBWBMonomialFactor& factor : term.monomial) {
+        const long long opposite = -static_cast<long long>(factor.exponent);
+        inverse = KOBWBPolynomial::Multiply(inverse, KOBWBPolynomial::Atom(factor.atom, opposite));
+    }
     return inverse;
 }
 
