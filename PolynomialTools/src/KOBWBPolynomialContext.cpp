@@ -88,8 +88,8 @@ std::vector<KOBWBVariable*> KOBWBPolynomialContext::GetVariables(const KOBWBPoly
 
 void KOBWBPolynomialContext::GetVariables(const KOBWBPolynomial& polynomial, std::vector<KOBWBVariable*>& variables) {
     variables.clear();
-    if (!NamesOnly(polynomial, GetNbOfAtoms())) return;
     const std::vector<int>& reachable = m_impl->Reachable(polynomial);
+    if (m_impl->reachedForeign) return;
     variables.reserve(reachable.size());
     for (int atom : reachable)
         if (KOBWBVariable* variable = GetAtomVariable(atom)) variables.push_back(variable);
@@ -125,8 +125,9 @@ bool KOBWBPolynomialContext::ReadsBackExactly(const KOBWBPolynomial& polynomial)
 
 bool KOBWBPolynomialContext::HasOpaqueAtoms(const KOBWBPolynomial& polynomial) {
     if (!IsValid()) return false;
-    if (!NamesOnly(polynomial, GetNbOfAtoms())) return true;
-    for (int atom : m_impl->Reachable(polynomial))
+    const std::vector<int>& reachable = m_impl->Reachable(polynomial);
+    if (m_impl->reachedForeign) return true;
+    for (int atom : reachable)
         if (m_impl->atoms[static_cast<size_t>(atom)].kind == Impl::AtomKind::Opaque) return true;
     return false;
 }

@@ -90,7 +90,8 @@ struct KOBWBPolynomialContext::Impl {
     KOBWBPolynomial Substitute(const KOBWBPolynomial& polynomial,
                                const std::vector<std::pair<int, const KOBWBPolynomial*>>& substitutions);
     // The atoms reachable from the polynomial through the arguments of its atoms, in
-    // number order; a list the context keeps, good until the next call.
+    // number order; a list the context keeps, good until the next call. Atoms the
+    // context does not have are left out, and reachedForeign tells there were some.
     const std::vector<int>& Reachable(const KOBWBPolynomial& polynomial);
     KOBWBPolynomial OperatorAtom(KOBWBExpression* node, const std::vector<const KOBWBPolynomial*>& arguments);
     // The atom of a product or power left unexpanded by the budget, noted in pastBudget.
@@ -143,6 +144,7 @@ struct KOBWBPolynomialContext::Impl {
     std::vector<const KOBWBPolynomial*> argumentScratch;
     // The list Reachable answers with, and its walk's pending atoms.
     std::vector<int> reachedScratch, pendingScratch;
+    bool reachedForeign = false;
     struct Frame {
         KOBWBExpression* node;
         int reading;

@@ -21,11 +21,16 @@ const std::vector<int>& Impl::Reachable(const KOBWBPolynomial& polynomial) {
     std::vector<int>& reached = reachedScratch;
     std::vector<int>& pending = pendingScratch;
     reached.clear();
+    reachedForeign = false;
     // Atoms are marked with a stamp of this walk rather than kept in a set.
     const unsigned stamp = ++reachStamp;
     const auto note = [&](const KOBWBPolynomial& p) {
         for (const KOBWBPolynomialTerm& term : p.GetTerms())
             for (const KOBWBMonomialFactor& factor : term.monomial) {
+                if (factor.atom < 0 || static_cast<size_t>(factor.atom) >= atoms.size()) {
+                    reachedForeign = true;
+                    continue;
+                }
                 Atom& atom = atoms[static_cast<size_t>(factor.atom)];
                 if (atom.reached == stamp) continue;
                 atom.reached = stamp;
