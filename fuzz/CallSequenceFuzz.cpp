@@ -126,10 +126,14 @@ private:
         pool[at]->ReplaceChild(m_input.Below(5) - 1, child == 255 ? nullptr : pool[child % at]);
     }
 
+    // On, off with copies, or off keeping the nodes reached in place.
     void SwitchTemporaryStorage() {
-        const bool on = m_input.Below(2) == 0;
-        m_factory.UseTemporaryStorage(on);
-        if (on) return;
+        const int way = m_input.Below(3);
+        if (way == 2)
+            m_factory.CommitTemporaryStorage();
+        else
+            m_factory.UseTemporaryStorage(way == 0);
+        if (way == 0) return;
         auto& pool = m_graph.Pool();
         for (KOBWBExpression* node : m_temporary)
             pool.erase(std::remove(pool.begin(), pool.end(), node), pool.end());

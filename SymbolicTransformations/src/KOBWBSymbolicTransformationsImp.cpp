@@ -81,7 +81,9 @@ int KOBWBSymbolicTransformationsImp::DoRun() {
         }
     }
     m_equationsToSimplify.SetDimension(0);
-    factory.UseTemporaryStorage(0);
+    // The nodes the equations reach are the run's results: they become permanent where
+    // they are, rather than as copies, and the rest goes.
+    factory.CommitTemporaryStorage();
     if (mode & KOBWBEliminateLinear) WriteVariableExpressions();
     return 0;
 }

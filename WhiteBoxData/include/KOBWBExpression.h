@@ -169,6 +169,8 @@ private:
     // A permanent node whose children changed in temporary mode, and which the
     // factory has listed.
     static constexpr unsigned changedInTemporaryMode = 1024;
+    // A temporary node that something lasting reaches, while temporary mode ends.
+    static constexpr unsigned reachedFromLastingNodes = 2048;
 
     bool IsBufferFilled() const;
     // The node's buffer, which it has once it was filled.

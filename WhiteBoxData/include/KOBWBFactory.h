@@ -232,6 +232,13 @@ public:
     // "temporary"; equations, parents and black boxes are pointed at the copies, and
     // every temporary node is then destroyed.
     void UseTemporaryStorage(unsigned char on);
+    // Switches temporary storage off as UseTemporaryStorage(0) does, except that the
+    // temporary nodes something lasting reaches become permanent themselves, in the
+    // order they were made, instead of being copied: roots, parents and black boxes
+    // keep the nodes they have, and those nodes keep their addresses and numbers.
+    // The other temporary nodes are destroyed. Nothing is copied, which makes it the
+    // cheaper of the two for large systems.
+    void CommitTemporaryStorage();
     unsigned char IsUsingTemporaryStorage() const { return m_temporaryMode; }
     // Copies the equations of the source ids with the variables of the old names
     // replaced by those of the new names (made when missing); the new ids are -1
@@ -273,6 +280,11 @@ private:
     int EquationPosition(int id) const;
     struct DerivativePass;
     struct TemporaryCopier;
+    struct TemporaryKeeper;
+    // Ends temporary mode: the walker gives what stands for each temporary node that
+    // something lasting reaches, then tells which temporary nodes stay themselves.
+    template <class Walker>
+    void LeaveTemporaryMode(Walker& walker);
     // d expr / d v, made bottom-up (see DerivativePass). Given constantGraph, a
     // constant expr gives the integer 0 and constantGraph tells whether it was;
     // without it, expr's own rule answers for expr.

@@ -268,28 +268,66 @@ private:
     std::vector<KOBWBExpression*> m_pending;
 };
 
-void KOBWBFactory::UseTemporaryStorage(unsigned char on) {
-    if (on) {
-        m_temporaryMode = 1;
-        return;
+// The temporary nodes that something lasting reaches, marked where they are: each
+// is to become permanent itself. The walk keeps its own stack.
+struct KOBWBFactory::TemporaryKeeper {
+    // node, after marking it and the temporary nodes below it.
+    KOBWBExpression* Lasting(KOBWBExpression* node) {
+        Reach(node);
+        Walk();
+        return node;
     }
+
+    // Marks the temporary nodes below node.
+    void ExchangeTemporaryChildren(KOBWBExpression* node) {
+        m_pending.assign(1, node);
+        Walk();
+    }
+
+    // Whether the temporary node stays; clears its mark.
+    bool IsKept(KOBWBExpression* node) {
+        const bool reached = (node->m_flags & KOBWBExpression::reachedFromLastingNodes) != 0;
+        node->m_flags &= ~KOBWBExpression::reachedFromLastingNodes;
+        return reached;
+    }
+
+private:
+    void Reach(KOBWBExpression* node) {
+        if (!node || !(node->m_flags & KOBWBExpression::temporaryNode) ||
+            (node->m_flags & KOBWBExpression::reachedFromLastingNodes))
+            return;
+        node->m_flags |= KOBWBExpression::reachedFromLastingNodes;
+        m_pending.push_back(node);
+    }
+
+    void Walk() {
+        while (!m_pending.empty()) {
+            KOBWBExpression* parent = m_pending.back();
+            m_pending.pop_back();
+            for (int i = 0; i < parent->GetNbOfChildren(); ++i) Reach(parent->GetChild(i));
+        }
+    }
+
+    std::vector<KOBWBExpression*> m_pending;
+};
+
+template <class Walker>
+void KOBWBFactory::LeaveTemporaryMode(Walker& walker) {
     m_temporaryMode = 0;
     if (m_temporaryExpressions.Size() == 0) {
         for (KOBWBExpression* node : m_changedInTemporaryMode) node->m_flags &= ~KOBWBExpression::changedInTemporaryMode;
         m_changedInTemporaryMode.clear();
         return;
     }
-    // Each pass below reads every temporary node, of which there may be far more than
-    // fit in the caches: there are as few passes as the order of the work allows.
-    const int properties = m_properties ? static_cast<int>(m_properties->size()) : 0;
-    TemporaryCopier copier(*this, properties, m_temporaryProperty);
+    // Each pass below reads temporary nodes, of which there may be far more than fit
+    // in the caches: there are as few passes as the order of the work allows.
     for (KOBWBEquation* equation = GetFirstEquation(); equation; equation = equation->GetNext())
-        equation->SetRoot(copier.Lasting(equation->GetRoot()));
+        equation->SetRoot(walker.Lasting(equation->GetRoot()));
     // Permanent nodes whose children were changed in temporary mode.
     for (size_t i = 0; i < m_changedInTemporaryMode.size(); ++i) {
         KOBWBExpression* node = m_changedInTemporaryMode[i];
         node->m_flags &= ~KOBWBExpression::changedInTemporaryMode;
-        copier.ExchangeTemporaryChildren(node);
+        walker.ExchangeTemporaryChildren(node);
     }
     m_changedInTemporaryMode.clear();
     // A black box's node is how it is named and how its derivatives are found again:
@@ -300,7 +338,7 @@ void KOBWBFactory::UseTemporaryStorage(unsigned char on) {
         if (node->GetType() != KOBWBBlackBoxType) continue;
         KOBWBBlackBox* blackBox = static_cast<KOBWBBlackBoxOperator*>(node)->GetBlackBox();
         if (blackBox->GetOperator() == node)
-            blackBox->SetOperator(static_cast<KOBWBBlackBoxOperator*>(copier.Lasting(node)));
+            blackBox->SetOperator(static_cast<KOBWBBlackBoxOperator*>(walker.Lasting(node)));
     }
     // One pass from the last node to the first: a node kept becomes lasting, the others
     // go, the later ones first; the kept ones join the list in their order.
@@ -308,7 +346,7 @@ void KOBWBFactory::UseTemporaryStorage(unsigned char on) {
     std::vector<KOBWBExpression*> kept;
     for (int i = temporaries - 1; i >= 0; --i) {
         KOBWBExpression* node = m_temporaryExpressions[i];
-        if (!copier.IsKept(node)) {
+        if (!walker.IsKept(node)) {
             delete node;
             continue;
         }
@@ -319,6 +357,21 @@ void KOBWBFactory::UseTemporaryStorage(unsigned char on) {
     for (auto node = kept.rbegin(); node != kept.rend(); ++node) m_expressions.Append(*node);
     m_temporaryExpressions.RemoveAll();
     m_temporaryBlackBoxes = 0;
+}
+
+void KOBWBFactory::UseTemporaryStorage(unsigned char on) {
+    if (on) {
+        m_temporaryMode = 1;
+        return;
+    }
+    const int properties = m_properties ? static_cast<int>(m_properties->size()) : 0;
+    TemporaryCopier copier(*this, properties, m_temporaryProperty);
+    LeaveTemporaryMode(copier);
+}
+
+void KOBWBFactory::CommitTemporaryStorage() {
+    TemporaryKeeper keeper;
+    LeaveTemporaryMode(keeper);
 }
 
 KOBWBExpression* KOBWBFactory::ReplaceTemporaryExpressions(KOBWBExpression* expr) {
