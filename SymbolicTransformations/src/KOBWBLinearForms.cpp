@@ -23,7 +23,16 @@ struct LinearForms::Equation {
 };
 
 LinearForms::LinearForms(KOBWBFactory& factory, KOBWBPolynomialContext& context, KOBLVRStream* trace)
-    : m_factory(factory), m_context(context), m_trace(trace) {}
+    : m_factory(factory), m_context(context), m_trace(trace) {
+    // Every list at its full size from the start: growing large arrays along the way
+    // would copy them and free their old storage.
+    const size_t variables = static_cast<size_t>(m_factory.GetNbOfVariables());
+    const size_t equations = static_cast<size_t>(m_factory.GetNbOfEquations());
+    m_equationsOf.Reset(variables, equations);
+    m_formsOf.Reset(variables, variables);
+    m_forms.resize(variables);
+    m_equations.reserve(equations);
+}
 
 LinearForms::~LinearForms() = default;
 
@@ -68,49 +77,35 @@ void LinearForms::WriteTrace(const char* label, const KOBWBPolynomial& polynomia
     if (m_trace) *m_trace << label << TraceExpression(m_context.ToExpression(polynomial)).c_str() << lvrendl;
 }
 
-void LinearForms::Run(const std::function<void(KOBWBExpression*)>& mark, UnwrittenRoots* unwritten) {
-    const size_t variables = static_cast<size_t>(m_factory.GetNbOfVariables());
-    // Every list at its full size from the start: growing large arrays along the way
-    // would copy them and free their old storage.
-    const size_t equations = static_cast<size_t>(m_factory.GetNbOfEquations());
-    m_equationsOf.Reset(variables, equations);
-    m_formsOf.Reset(variables, variables);
-    m_forms.clear();
-    m_forms.resize(variables);
-    m_equations.clear();
-    m_equations.reserve(equations);
-    // The factory keeps its equations in the order of their ids: the unwritten roots,
-    // in that order too, are met one after the other.
-    if (unwritten)
-        std::sort(unwritten->begin(), unwritten->end(),
-                  [](const std::pair<int, KOBWBPolynomial>& a, const std::pair<int, KOBWBPolynomial>& b) {
-                      return a.first < b.first;
-                  });
-    size_t nextUnwritten = 0;
-    for (KOBWBEquation* equation = m_factory.GetFirstEquation(); equation; equation = equation->GetNext()) {
-        Equation entry{equation, {}, false, false, false};
-        while (unwritten && nextUnwritten < unwritten->size() && (*unwritten)[nextUnwritten].first < equation->GetId())
-            ++nextUnwritten;
-        if (unwritten && nextUnwritten < unwritten->size() && (*unwritten)[nextUnwritten].first == equation->GetId()) {
-            entry.polynomial = std::move((*unwritten)[nextUnwritten++].second);
-            entry.readable = true;
-            entry.changed = true;
-        } else {
-            entry.readable = m_context.ToPolynomial(equation->GetRoot(), entry.polynomial);
-        }
-        m_context.GetVariables(entry.polynomial, m_variables);
-        m_equationsOf.Add(m_variables, m_equations.size());
-        m_equations.push_back(std::move(entry));
+size_t LinearForms::Position(size_t added) const { return m_equations.size() - 1 - added; }
+
+void LinearForms::Add(KOBWBEquation& equation, KOBWBPolynomial* simplified) {
+    Equation entry{&equation, {}, false, false, false};
+    if (simplified) {
+        entry.polynomial = std::move(*simplified);
+        entry.readable = true;
+        entry.changed = true;
+    } else {
+        entry.readable = m_context.ToPolynomial(equation.GetRoot(), entry.polynomial);
     }
-    for (size_t i = 0; i < m_equations.size(); ++i) Eliminate(i);
+    m_context.GetVariables(entry.polynomial, m_variables);
+    m_equationsOf.Add(m_variables, m_equations.size());
+    m_equations.push_back(std::move(entry));
+}
+
+void LinearForms::Run(const std::function<void(KOBWBExpression*)>& mark) {
+    // The equations, added last to first, are taken first to last.
+    const size_t count = m_equations.size();
+    for (size_t i = count; i-- > 0;) Eliminate(i);
     // Traced, every substitution comes before the line that ends them; otherwise each
     // equation is brought up to date just before its root is written.
     if (m_trace) {
-        for (Equation& entry : m_equations)
-            if (entry.equation) Substitute(entry);
+        for (size_t i = count; i-- > 0;)
+            if (m_equations[i].equation) Substitute(m_equations[i]);
         *m_trace << "after substitute" << lvrendl;
     }
-    for (Equation& entry : m_equations) {
+    for (size_t i = count; i-- > 0;) {
+        Equation& entry = m_equations[i];
         if (!entry.equation || !entry.changed) continue;
         Substitute(entry);
         if (entry.polynomial.IsZero() && entry.equation->GetType() == KOBWBEqEqual) {
@@ -219,7 +214,7 @@ bool LinearForms::Eliminate(size_t position) {
     }
     if (!pivot) return false;
     if (m_trace) {
-        *m_trace << "  LinearForm[" << static_cast<int>(position) << "] = "
+        *m_trace << "  LinearForm[" << static_cast<int>(Position(position)) << "] = "
                  << TraceExpression(m_context.ToExpression(entry.polynomial)).c_str() << lvrendl;
         *m_trace << "Factor = " << pivotTerm->coefficient.ToString().c_str() << lvrendl;
         *m_trace << "Weight of " << pivot->GetName() << " with weight (" << static_cast<int>(pivotWeight) << ")"
@@ -236,7 +231,8 @@ bool LinearForms::Eliminate(size_t position) {
     if (piPower != 0) form = KOBWBPolynomial::Multiply(form, KOBWBPolynomial::Atom(KOBWBPolynomialContext::piAtom, -piPower));
     const std::vector<KOBWBVariable*> formVariables = m_context.GetVariables(form);
 
-    if (m_trace) *m_trace << "substitute variables at LinearForm[" << static_cast<int>(position) << "]" << lvrendl;
+    if (m_trace)
+        *m_trace << "substitute variables at LinearForm[" << static_cast<int>(Position(position)) << "]" << lvrendl;
     const int x = pivot->GetIdx();
     for (size_t other : m_equationsOf.Items(x)) {
         if (other == position || !m_equations[other].equation) continue;

@@ -36,22 +36,28 @@ namespace kobwb {
 // elimination to the equations that hold the variable.
 class LinearForms {
 public:
-    // trace, when not null, receives the detail of each elimination.
+    // Sized for the factory's variables and equations as they are. trace, when not
+    // null, receives the detail of each elimination.
     LinearForms(KOBWBFactory& factory, KOBWBPolynomialContext& context, KOBLVRStream* trace);
     ~LinearForms();
 
-    // Eliminates what it can. Equations rewritten get their new root (an equality
-    // that becomes exactly 0 is removed), handed to mark as soon as it is written,
-    // while its nodes are still in the cache. unwritten, when not null, gives the
-    // polynomials of equations whose roots are still to be written (see
-    // UnwrittenRoots), taken (moved out) in place of reading those roots: their roots
-    // are written, and marked, with the others.
-    void Run(const std::function<void(KOBWBExpression*)>& mark, UnwrittenRoots* unwritten = nullptr);
+    // Takes the factory's equations from the last to the first, as the simplification
+    // pass leaves them, each while what the pass made of it is still in the cache.
+    // simplified, when not null, is the polynomial of an equation whose root is still
+    // to be written (see UnwrittenRoots), taken (moved out) in place of reading the
+    // root: that root is written, and marked, with the others.
+    void Add(KOBWBEquation& equation, KOBWBPolynomial* simplified);
+    // Eliminates what it can, through the equations added. Equations rewritten get
+    // their new root (an equality that becomes exactly 0 is removed), handed to mark
+    // as soon as it is written, while its nodes are still in the cache.
+    void Run(const std::function<void(KOBWBExpression*)>& mark);
     // The expression found for the variable of that index; null where none.
     const KOBWBPolynomial* Form(int variableIndex) const;
 
 private:
     struct Equation;
+    // The place of an added equation in the factory's order, first to last.
+    size_t Position(size_t added) const;
     bool Eliminate(size_t equation);
     // Puts in the expressions of the eliminated variables the equation holds.
     void Substitute(Equation& entry);
@@ -60,6 +66,7 @@ private:
     KOBWBFactory& m_factory;
     KOBWBPolynomialContext& m_context;
     KOBLVRStream* m_trace;
+    // In the order they were added, last to first.
     std::vector<Equation> m_equations;
     // Which items hold each variable, listed from both sides: an item's own list of
     // variables tells whether a variable lists it already, so each pair is listed once

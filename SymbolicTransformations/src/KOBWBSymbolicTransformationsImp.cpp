@@ -11,6 +11,8 @@
 #include "KOBWBTransformationPasses.h"
 #include "KOBWBVariable.h"
 
+#include <memory>
+
 KOBWBSymbolicTransformationsImp::KOBWBSymbolicTransformationsImp(unsigned level, KOBWBFactory& factory)
     : KOBWBSymbolicTransformations(level, factory) {
     SetPropertyIdentifier(Constant, factory.RegisterProperty(KOBWBConstantProperty, 0));
@@ -59,19 +61,28 @@ int KOBWBSymbolicTransformationsImp::DoRun() {
     const bool all = (mode & KOBWBEliminateLinear) || m_equationsToSimplify.Size() == 0;
     {
         KOBWBPolynomialContext context(factory);
-        // With linear forms, the roots they rewrite anyway are written once, by them.
+        // The linear forms take each equation as the pass leaves it; the roots they
+        // rewrite anyway are written once, by them.
+        std::unique_ptr<kobwb::LinearForms> forms;
+        if (mode & KOBWBEliminateLinear)
+            forms = std::make_unique<kobwb::LinearForms>(factory, context, parameters.GetTraceStream(2));
         kobwb::UnwrittenRoots unwritten;
-        if (mode & KOBWBEliminateLinear) unwritten.reserve(static_cast<size_t>(factory.GetNbOfEquations()));
         kobwb::EquationPass pass;
         pass.mode = mode;
         pass.duplicateRoots = true;
         pass.flattenTraceLevel = 2;
-        if (mode & KOBWBEliminateLinear) pass.unwritten = &unwritten;
+        if (forms) pass.unwritten = &unwritten;
         kobwb::RunEquationPass(
             factory, context, pass, parameters, [&](const KOBWBEquation& equation) { return Covers(equation, all); },
-            [this](KOBWBExpression* root) { SetProperties(root); });
-        if (mode & KOBWBEliminateLinear) {
-            SubstituteLinearForms(context, unwritten);
+            [this](KOBWBExpression* root) { SetProperties(root); },
+            [&](KOBWBEquation& equation) {
+                if (!forms) return;
+                const bool left = !unwritten.empty() && unwritten.back().first == equation.GetId();
+                forms->Add(equation, left ? &unwritten.back().second : nullptr);
+                unwritten.clear();
+            });
+        if (forms) {
+            SubstituteLinearForms(context, *forms);
             traceSystem();
         }
         for (KOBWBEquation* equation = factory.GetLastEquation(); equation; equation = factory.GetPrevEquation(equation)) {
@@ -89,16 +100,15 @@ int KOBWBSymbolicTransformationsImp::DoRun() {
 }
 
 void KOBWBSymbolicTransformationsImp::SubstituteLinearForms(KOBWBPolynomialContext& context,
-                                                            kobwb::UnwrittenRoots& unwritten) {
+                                                            kobwb::LinearForms& forms) {
     KOBWBFactory& factory = GetFactory();
     const int variables = factory.GetNbOfVariables();
     m_variableExpressions.Size(variables, nullptr);
     for (int i = 0; i < variables; ++i) m_variableExpressions[i] = nullptr;
     m_forms.assign(static_cast<size_t>(variables), {});
 
-    kobwb::LinearForms forms(factory, context, GetGlobalParameters().GetTraceStream(2));
     const bool tracingSystem = GetGlobalParameters().GetTraceStream(1) != nullptr;
-    forms.Run([this](KOBWBExpression* root) { SetProperties(root); }, &unwritten);
+    forms.Run([this](KOBWBExpression* root) { SetProperties(root); });
     for (int i = 0; i < variables; ++i) {
         const KOBWBPolynomial* form = forms.Form(i);
         if (!form) continue;

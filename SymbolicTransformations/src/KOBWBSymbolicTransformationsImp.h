@@ -12,6 +12,9 @@
 
 class KOBWBEquation;
 class KOBWBPolynomialContext;
+namespace kobwb {
+class LinearForms;
+}
 
 // The symbolic transformations on the algebra engine. A run works in the factory's
 // temporary storage on duplicates of the equations' roots, so that nothing it made
@@ -34,10 +37,10 @@ private:
     bool Covers(const KOBWBEquation& equation, bool all) const;
     // The simplified root; null when the equation is an equality that is exactly 0.
     KOBWBExpression* SimplifyExpression(KOBWBPolynomialContext& context, KOBWBEquation& equation);
-    // Eliminates variables through the linear forms (see KOBWBLinearForms.h) and
-    // keeps, per variable, its expression as terms of variables.
-    // unwritten gives the roots the simplification pass left to be written here.
-    void SubstituteLinearForms(KOBWBPolynomialContext& context, kobwb::UnwrittenRoots& unwritten);
+    // Eliminates variables through the linear forms (see KOBWBLinearForms.h), which
+    // hold the equations the simplification pass handed over, and keeps, per
+    // variable, its expression as terms of variables.
+    void SubstituteLinearForms(KOBWBPolynomialContext& context, kobwb::LinearForms& forms);
     // Writes the expressions kept for the variables in the factory's current storage.
     void WriteVariableExpressions();
     void CheckInequalities();

@@ -10,6 +10,7 @@
 #include "KOBWBPolynomialContext.h"
 #include "KOBWBTransformationPasses.h"
 
+#include <memory>
 #include <vector>
 
 KOBWBSymbolicTransformationsImp2::KOBWBSymbolicTransformationsImp2(unsigned level, KOBWBFactory& factory)
@@ -30,13 +31,19 @@ int KOBWBSymbolicTransformationsImp2::DoRun() {
         kobwb::EquationPass pass;
         pass.mode = mode;
         pass.markBeforeSimplifying = true;
+        // The linear forms take each equation as the pass leaves it. The variables'
+        // expressions live only as long as the phase.
+        std::unique_ptr<kobwb::LinearForms> forms;
+        if (mode & KOBWBEliminateLinear)
+            forms = std::make_unique<kobwb::LinearForms>(factory, context, parameters.GetTraceStream(2));
         kobwb::RunEquationPass(
             factory, context, pass, parameters, [](const KOBWBEquation&) { return true; },
-            [this](KOBWBExpression* root) { SetProperties(root); });
-        if (mode & KOBWBEliminateLinear) {
-            // The variables' expressions live only as long as the phase.
-            kobwb::LinearForms forms(factory, context, parameters.GetTraceStream(2));
-            forms.Run([this](KOBWBExpression* root) { SetProperties(root); });
+            [this](KOBWBExpression* root) { SetProperties(root); },
+            [&forms](KOBWBEquation& equation) {
+                if (forms) forms->Add(equation, nullptr);
+            });
+        if (forms) {
+            forms->Run([this](KOBWBExpression* root) { SetProperties(root); });
             if (KOBLVRStream* trace = parameters.GetTraceStream(1)) kobwb::TraceSystem(*trace, factory, {});
         }
     }

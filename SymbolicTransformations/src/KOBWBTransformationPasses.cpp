@@ -246,52 +246,55 @@ KOBWBExpression* Flattened(KOBWBExpression* root, KOBLVRStream* trace) {
     return root;
 }
 
+// What simplifying did with an equation.
+enum class Outcome { Stayed, Simplified, Removed };
+
 // What SimplifyRoot gave, applied: the simplified root set and marked, or nothing when
 // the polynomial went to the unwritten ones (of which there were before), or the
 // equation removed (simplified null).
-void Apply(KOBWBFactory& factory, const EquationPass& pass, KOBWBEquation& equation,
-           const std::function<void(KOBWBExpression*)>& mark, KOBWBExpression* simplified, size_t before) {
+Outcome Apply(KOBWBFactory& factory, const EquationPass& pass, KOBWBEquation& equation,
+              const std::function<void(KOBWBExpression*)>& mark, KOBWBExpression* simplified, size_t before) {
     if (!simplified) {
         KOBWBEquation* removed = &equation;
         factory.RemoveEquation(removed);
-        return;
+        return Outcome::Removed;
     }
     // A root left unwritten is marked when it is written.
-    if (pass.unwritten && pass.unwritten->size() > before) return;
+    if (pass.unwritten && pass.unwritten->size() > before) return Outcome::Simplified;
     mark(simplified);
     equation.SetRoot(simplified);
+    return Outcome::Simplified;
 }
 
 // Simplifies the equation from its own tree, read as it stands: a root that reads
 // as a polynomial without opaque atoms is written anew (in temporary storage, from
-// new nodes only), so it needs neither a duplicate nor flattening. False, with
+// new nodes only), so it needs neither a duplicate nor flattening. Stayed, with
 // nothing changed, for a root that stays.
-bool SimplifyOwnTree(KOBWBFactory& factory, KOBWBPolynomialContext& context, const EquationPass& pass,
-                     KOBWBEquation& equation, const std::function<void(KOBWBExpression*)>& mark) {
+Outcome SimplifyOwnTree(KOBWBFactory& factory, KOBWBPolynomialContext& context, const EquationPass& pass,
+                        KOBWBEquation& equation, const std::function<void(KOBWBExpression*)>& mark) {
     KOBWBExpression* own = equation.GetRoot();
     KOBWBPolynomial polynomial;
-    if (FlattensMinOrMax(own) || !context.ToPolynomial(own, polynomial)) return false;
+    if (FlattensMinOrMax(own) || !context.ToPolynomial(own, polynomial)) return Outcome::Stayed;
     // A polynomial that reads back exactly has no opaque atom: one walk over its atoms.
     const bool readsBack = pass.unwritten && context.ReadsBackExactly(polynomial);
-    if (!readsBack && context.HasOpaqueAtoms(polynomial)) return false;
+    if (!readsBack && context.HasOpaqueAtoms(polynomial)) return Outcome::Stayed;
     const size_t before = pass.unwritten ? pass.unwritten->size() : 0;
     KOBWBExpression* simplified = SimplifyRead(context, equation, std::move(polynomial), pass.unwritten, readsBack);
     // A root the context could not write stays.
-    if (simplified == own && !(pass.unwritten && pass.unwritten->size() > before)) return false;
-    Apply(factory, pass, equation, mark, simplified, before);
-    return true;
+    if (simplified == own && !(pass.unwritten && pass.unwritten->size() > before)) return Outcome::Stayed;
+    return Apply(factory, pass, equation, mark, simplified, before);
 }
 
 // SimplifyRoot on the equation's root, flattened, applied.
-void SimplifyFlattened(KOBWBFactory& factory, KOBWBPolynomialContext& context, const EquationPass& pass,
-                       KOBWBEquation& equation, const std::function<void(KOBWBExpression*)>& mark) {
+Outcome SimplifyFlattened(KOBWBFactory& factory, KOBWBPolynomialContext& context, const EquationPass& pass,
+                          KOBWBEquation& equation, const std::function<void(KOBWBExpression*)>& mark) {
     const size_t before = pass.unwritten ? pass.unwritten->size() : 0;
-    Apply(factory, pass, equation, mark, SimplifyRoot(context, equation, pass.unwritten), before);
+    return Apply(factory, pass, equation, mark, SimplifyRoot(context, equation, pass.unwritten), before);
 }
 
 } // namespace
 
-void RunOnEquation(KOBWBFactory& factory, KOBWBPolynomialContext& context, const EquationPass& pass,
+bool RunOnEquation(KOBWBFactory& factory, KOBWBPolynomialContext& context, const EquationPass& pass,
                    const KOBLVRGlobalParameters& parameters, KOBWBEquation& equation,
                    const std::function<void(KOBWBExpression*)>& mark) {
     const bool flattening = (pass.mode & (KOBWBEliminateLinear | KOBWBSimplifyEquations)) != 0;
@@ -307,20 +310,21 @@ void RunOnEquation(KOBWBFactory& factory, KOBWBPolynomialContext& context, const
             duplicate = Flattened(equation.GetRoot(), trace);
             equation.SetRoot(own);
         }
-        if (SimplifyOwnTree(factory, context, pass, equation, mark)) return;
+        const Outcome outcome = SimplifyOwnTree(factory, context, pass, equation, mark);
+        if (outcome != Outcome::Stayed) return outcome != Outcome::Removed;
         if (duplicate) {
             equation.SetRoot(duplicate);
         } else {
             equation.DuplicateRoot();
             Flattened(equation.GetRoot(), nullptr);
         }
-        SimplifyFlattened(factory, context, pass, equation, mark);
-        return;
+        return SimplifyFlattened(factory, context, pass, equation, mark) != Outcome::Removed;
     }
     if (pass.duplicateRoots) equation.DuplicateRoot();
     if (pass.markBeforeSimplifying || !(pass.mode & KOBWBSimplifyEquations)) mark(equation.GetRoot());
     if (flattening) Flattened(equation.GetRoot(), trace);
-    if (pass.mode & KOBWBSimplifyEquations) SimplifyFlattened(factory, context, pass, equation, mark);
+    if (!(pass.mode & KOBWBSimplifyEquations)) return true;
+    return SimplifyFlattened(factory, context, pass, equation, mark) != Outcome::Removed;
 }
 
 void WriteReplayInput(KOBLVRStream& stream, KOBWBFactory& factory, unsigned mode, const KOBLVRIntArray* equationsToSimplify) {

@@ -102,12 +102,14 @@ struct EquationPass {
 // The pass over the equations of the factory, last to first, that both
 // implementations run: each equation covered is flattened (with mode bit 2 or 4)
 // and simplified (bit 4), its roots marked by mark; an equality that simplifies to
-// exactly 0 is removed.
-template <class Covers, class Mark>
+// exactly 0 is removed. Each equation covered that stays is then handed to done,
+// while what the pass made of it is still in the cache.
+template <class Covers, class Mark, class Done>
 void RunEquationPass(KOBWBFactory& factory, KOBWBPolynomialContext& context, const EquationPass& pass,
-                     const KOBLVRGlobalParameters& parameters, Covers covers, Mark mark);
-// The same on one equation, the marking given as a function.
-void RunOnEquation(KOBWBFactory& factory, KOBWBPolynomialContext& context, const EquationPass& pass,
+                     const KOBLVRGlobalParameters& parameters, Covers covers, Mark mark, Done done);
+// The same on one equation, the marking given as a function; false when the
+// equation was removed.
+bool RunOnEquation(KOBWBFactory& factory, KOBWBPolynomialContext& context, const EquationPass& pass,
                    const KOBLVRGlobalParameters& parameters, KOBWBEquation& equation,
                    const std::function<void(KOBWBExpression*)>& mark);
 
@@ -129,12 +131,12 @@ std::string TraceExpression(const KOBWBExpression* expression);
 // when the list has one entry per variable of the factory.
 void TraceSystem(KOBLVRStream& stream, KOBWBFactory& factory, const std::vector<KOBWBExpression*>& variableExpressions);
 
-template <class Covers, class Mark>
+template <class Covers, class Mark, class Done>
 void RunEquationPass(KOBWBFactory& factory, KOBWBPolynomialContext& context, const EquationPass& pass,
-                     const KOBLVRGlobalParameters& parameters, Covers covers, Mark mark) {
+                     const KOBLVRGlobalParameters& parameters, Covers covers, Mark mark, Done done) {
     for (KOBWBEquation* equation = factory.GetLastEquation(); equation;) {
         KOBWBEquation* previous = factory.GetPrevEquation(equation);
-        if (covers(*equation)) RunOnEquation(factory, context, pass, parameters, *equation, mark);
+        if (covers(*equation) && RunOnEquation(factory, context, pass, parameters, *equation, mark)) done(*equation);
         equation = previous;
     }
 }
