@@ -8,9 +8,6 @@
 #include "KOBWBTransformationPasses.h"
 #include "KOBWBVariable.h"
 
-#include <algorithm>
-#include <cstdlib>
-
 namespace kobwb {
 
 struct LinearForms::Equation {
@@ -37,34 +34,39 @@ LinearForms::LinearForms(KOBWBFactory& factory, KOBWBPolynomialContext& context,
 LinearForms::~LinearForms() = default;
 
 void LinearForms::Occurrences::Reset(size_t variables, size_t items) {
-    m_items.assign(variables, {});
+    m_cells.clear();
+    // A few entries per list.
+    m_cells.reserve(4 * (variables + items));
+    m_itemsOf.assign(variables, {});
+    m_variablesOf.assign(items, {});
     m_counts.assign(variables, 0);
-    m_variables.clear();
-    m_variables.resize(items);
+}
+
+void LinearForms::Occurrences::Append(Chain& chain, std::uint32_t value) {
+    const auto cell = static_cast<std::int32_t>(m_cells.size());
+    m_cells.push_back({value, -1});
+    if (chain.last >= 0)
+        m_cells[static_cast<size_t>(chain.last)].next = cell;
+    else
+        chain.first = cell;
+    chain.last = cell;
 }
 
 void LinearForms::Occurrences::Add(int variable, size_t item) {
-    if (item >= m_variables.size()) m_variables.resize(item + 1);
-    std::vector<int>& variables = m_variables[item];
-    if (std::find(variables.begin(), variables.end(), variable) != variables.end()) return;
-    variables.push_back(variable);
-    // A variable is held by a few items: room for them from the first.
-    std::vector<size_t>& items = m_items[static_cast<size_t>(variable)];
-    if (items.empty()) items.reserve(4);
-    items.push_back(item);
+    if (item >= m_variablesOf.size()) m_variablesOf.resize(item + 1);
+    for (int cell = m_variablesOf[item].first; cell >= 0; cell = m_cells[static_cast<size_t>(cell)].next)
+        if (m_cells[static_cast<size_t>(cell)].value == static_cast<std::uint32_t>(variable)) return;
+    Append(m_variablesOf[item], static_cast<std::uint32_t>(variable));
+    Append(m_itemsOf[static_cast<size_t>(variable)], static_cast<std::uint32_t>(item));
     ++m_counts[static_cast<size_t>(variable)];
 }
 
 void LinearForms::Occurrences::Add(const std::vector<KOBWBVariable*>& variables, size_t item) {
-    if (item >= m_variables.size()) m_variables.resize(item + 1);
-    // Room made once for a new item; a list that grows later grows geometrically, so
-    // that an item added to many times is not reallocated at each addition.
-    if (m_variables[item].empty()) m_variables[item].reserve(variables.size());
     for (const KOBWBVariable* variable : variables) Add(variable->GetIdx(), item);
 }
 
 void LinearForms::Occurrences::Clear(int variable) {
-    m_items[static_cast<size_t>(variable)] = {};
+    m_itemsOf[static_cast<size_t>(variable)] = {};
     m_counts[static_cast<size_t>(variable)] = 0;
 }
 
@@ -234,18 +236,18 @@ bool LinearForms::Eliminate(size_t position) {
     if (m_trace)
         *m_trace << "substitute variables at LinearForm[" << static_cast<int>(Position(position)) << "]" << lvrendl;
     const int x = pivot->GetIdx();
-    for (size_t other : m_equationsOf.Items(x)) {
-        if (other == position || !m_equations[other].equation) continue;
+    m_equationsOf.ForEachItem(x, [&](size_t other) {
+        if (other == position || !m_equations[other].equation) return;
         Equation& target = m_equations[other];
         target.stale = true;
         target.changed = true;
         m_equationsOf.Add(formVariables, other);
-    }
-    for (size_t earlier : m_formsOf.Items(x)) {
+    });
+    m_formsOf.ForEachItem(x, [&](size_t earlier) {
         KOBWBPolynomial& earlierForm = *m_forms[earlier];
         earlierForm = m_context.SubstituteVariable(earlierForm, pivot, form);
         m_formsOf.Add(formVariables, earlier);
-    }
+    });
     m_formsOf.Add(formVariables, static_cast<size_t>(x));
     m_equationsOf.Clear(x);
     m_formsOf.Clear(x);

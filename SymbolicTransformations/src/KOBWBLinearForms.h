@@ -4,6 +4,7 @@
 #include "KOBWBPolynomial.h"
 #include "KOBWBTransformationPasses.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -79,8 +80,17 @@ private:
         void Add(int variable, size_t item);
         // Each of the variables.
         void Add(const std::vector<KOBWBVariable*>& variables, size_t item);
-        // The items listed for the variable, gone ones included.
-        const std::vector<size_t>& Items(int variable) const { return m_items[static_cast<size_t>(variable)]; }
+        // Calls visit(item) for each item listed for the variable, gone ones included,
+        // in the order they were listed. visit may list more: the walk reads the
+        // storage afresh at each step.
+        template <class Visit>
+        void ForEachItem(int variable, Visit visit) const {
+            for (int cell = m_itemsOf[static_cast<size_t>(variable)].first; cell >= 0;) {
+                const Cell current = m_cells[static_cast<size_t>(cell)];
+                visit(static_cast<size_t>(current.value));
+                cell = current.next;
+            }
+        }
         // How many of them have not gone.
         size_t Count(int variable) const { return m_counts[static_cast<size_t>(variable)]; }
         // The item no longer holds the variable.
@@ -89,9 +99,22 @@ private:
         void Clear(int variable);
 
     private:
-        std::vector<std::vector<size_t>> m_items;
+        // Every list is a chain of cells in one pool, in the order of its entries: a
+        // list grows without moving, and all of them go at once.
+        struct Cell {
+            std::uint32_t value;
+            std::int32_t next;
+        };
+        struct Chain {
+            std::int32_t first = -1;
+            std::int32_t last = -1;
+        };
+        void Append(Chain& chain, std::uint32_t value);
+        std::vector<Cell> m_cells;
+        // By variable, the items; by item, the variables.
+        std::vector<Chain> m_itemsOf;
+        std::vector<Chain> m_variablesOf;
         std::vector<size_t> m_counts;
-        std::vector<std::vector<int>> m_variables;
     };
     // The equations (by position) and the earlier forms (by variable) that hold each variable.
     Occurrences m_equationsOf;
