@@ -4,6 +4,7 @@
 #include "KOBWBExpression.h"
 #include "KOBWBFactory.h"
 #include "KOBWBFlintValues.h"
+#include "KOBWBLimits.h"
 #include "KOBWBRationalAccess.h"
 
 #include <algorithm>
@@ -22,9 +23,13 @@ struct PrimePower {
     long long exponent;
 };
 
+// Whether an integer constant holds the value as itself: the integers that stand
+// for any or no integer, and those past them, are not numbers.
 bool FitsInt(const KOBWBRational& value, long long& small) {
     int numerator = 0, denominator = 1;
-    if (!value.FitsInt(numerator, denominator) || denominator != 1) return false;
+    if (!value.FitsInt(numerator, denominator) || denominator != 1 || KOBWBIsAnyInteger(numerator) ||
+        KOBWBIsNilInteger(numerator) || numerator == INT_MIN)
+        return false;
     small = numerator;
     return true;
 }
@@ -117,7 +122,7 @@ KOBWBExpression* KOBWBWriteLargeInteger(KOBWBFactory& factory, const KOBWBRation
                 powers.push_back(WritePower(factory, factor.prime, factor.exponent));
                 continue;
             }
-            if (chunk * fits > INT_MAX) {
+            if (chunk * fits >= KOBWBSingleInteger_Any) {
                 operands.push_back(factory.CreateIntegerConstant(static_cast<int>(chunk)));
                 chunk = 1;
             }

@@ -7,7 +7,6 @@
 #include "KOBWBLimits.h"
 
 #include <algorithm>
-#include <climits>
 #include <cstring>
 #include <map>
 
@@ -35,10 +34,24 @@ KOBWBExpression* Impl::Constant(const KOBWBValue& value, const std::string& key)
     return constant;
 }
 
+namespace {
+
+// Whether a part of an integer or fraction constant stands for itself: the integers
+// that stand for any or no integer, and those past them, do not.
+bool IsNumberPart(long long part) { return part > KOBWBSingleInteger_Nil && part < KOBWBSingleInteger_Any; }
+
+// The numerator and denominator of the one integer or fraction constant that writes
+// the coefficient times Pi to the power; false when there is none.
+bool ExactConstantParts(const KOBWBCoefficient& coefficient, long long piPower, int& numerator, int& denominator) {
+    return coefficient.IsExact() && coefficient.GetExact().FitsInt(numerator, denominator) &&
+           IsNumberPart(numerator) && IsNumberPart(denominator) && IsNumberPart(piPower);
+}
+
+} // namespace
+
 KOBWBExpression* Impl::WriteCoefficient(const KOBWBCoefficient& coefficient, long long piPower) {
     int numerator = 0, denominator = 1;
-    const bool smallPi = piPower >= INT_MIN && piPower <= INT_MAX;
-    if (coefficient.IsExact() && smallPi && coefficient.GetExact().FitsInt(numerator, denominator)) {
+    if (ExactConstantParts(coefficient, piPower, numerator, denominator)) {
         if (piPower == 0 && denominator == 1) {
             if (numerator == 0) return zero;
             if (numerator == 1) return one;
@@ -61,14 +74,10 @@ KOBWBExpression* Impl::WriteCoefficient(const KOBWBCoefficient& coefficient, lon
 namespace {
 
 // Whether WriteCoefficient writes the coefficient as one integer or fraction constant
-// that reads back as the same exact number with the same power of Pi: an integer
-// constant that stands for any or no integer is not a number.
+// that reads back as the same exact number with the same power of Pi.
 bool WrittenAsExactConstant(const KOBWBCoefficient& coefficient, long long piPower) {
     int numerator = 0, denominator = 1;
-    if (!coefficient.IsExact() || piPower < INT_MIN || piPower > INT_MAX ||
-        !coefficient.GetExact().FitsInt(numerator, denominator))
-        return false;
-    return piPower != 0 || denominator != 1 || (!KOBWBIsAnyInteger(numerator) && !KOBWBIsNilInteger(numerator));
+    return ExactConstantParts(coefficient, piPower, numerator, denominator);
 }
 
 bool TermsReadBack(const KOBWBPolynomial& polynomial) {
@@ -280,8 +289,7 @@ KOBWBExpression* Impl::WriteTerms(const std::vector<const KOBWBPolynomialTerm*>&
         if (!plainOne || w.order.factors.empty()) {
             factors.push_back(WriteCoefficient(coefficient, piPower));
             int n = 0, d = 1;
-            const bool folded = coefficient.IsExact() && coefficient.GetExact().FitsInt(n, d) && piPower >= INT_MIN &&
-                                piPower <= INT_MAX;
+            const bool folded = ExactConstantParts(coefficient, piPower, n, d);
             if (!folded && piPower != 0) factors.push_back(WriteCoefficient(KOBWBCoefficient(1), piPower));
         }
         for (const KOBWBMonomialFactor& factor : w.order.factors) {

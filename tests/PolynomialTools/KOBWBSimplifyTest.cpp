@@ -6,12 +6,14 @@
 #include "KOBWBFactory.h"
 #include "KOBWBPolynomialContext.h"
 #include "KOBWBPolynomialTools.h"
+#include "KOBWBRational.h"
 #include "KOBWBVariable.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <random>
+#include <string>
 #include <unordered_set>
 #include <vector>
 
@@ -279,6 +281,39 @@ TEST(KOBWBSimplify, CoefficientsPastMachineWordsStayExact) {
     KOBWBExpression* back = f.CreateSub(f.CreateProduct(f.CreateProduct(big, big), s.v[0]),
                                         f.CreateProduct(f.CreatePower(s.I(2), 80), s.v[0]));
     EXPECT_TRUE(IsIntegerZero(context.Simplify(back)));
+}
+
+// Integer and fraction constants stand for "any" or "no" integer at the ends of their
+// range (+-(2^31 - 1)), and -2^31 is past them: coefficients with such parts, alone or
+// times Pi, are written as what they are, and those said to read back exactly do.
+TEST(KOBWBSimplify, CoefficientsAtTheEndsOfTheIntegerConstantsKeepTheirValues) {
+    const long long top = 2147483647;
+    const KOBWBRational values[] = {KOBWBRational(top - 1), KOBWBRational(top), KOBWBRational(-top),
+                                    KOBWBRational(-top - 1), KOBWBRational(-top - 1, 729), KOBWBRational(top, 3),
+                                    KOBWBRational(-top, 1 << 20), KOBWBRational(3, top),
+                                    // 2^53 (2^31 - 1): past the doubles, into integer constants.
+                                    KOBWBRational(top) * KOBWBRational(1LL << 53)};
+    for (const KOBWBRational& value : values) {
+        for (int piPower = 0; piPower <= 1; ++piPower) {
+            SCOPED_TRACE(value.ToString() + " Pi^" + std::to_string(piPower));
+            Vars s;
+            KOBWBPolynomialContext context(s.factory);
+            KOBWBPolynomial polynomial =
+                KOBWBPolynomial::Multiply(KOBWBPolynomial(KOBWBCoefficient(value)),
+                                          KOBWBPolynomial::Atom(context.GetVariableAtom(s.v[0])));
+            const KOBWBPolynomial pi = KOBWBPolynomial::Atom(KOBWBPolynomialContext::piAtom, 1);
+            if (piPower) polynomial = KOBWBPolynomial::Multiply(polynomial, pi);
+            KOBWBExpression* written = context.ToExpression(polynomial);
+            ASSERT_NE(written, nullptr);
+            s.Set({1.0, 0.0, 0.0});
+            const double expected = value.ToDouble() * (piPower ? 3.141592653589793 : 1.0);
+            EXPECT_NEAR(written->Eval(), expected, 1e-12 * std::fabs(expected));
+            KOBWBPolynomial again;
+            if (!context.ReadsBackExactly(polynomial)) continue;
+            ASSERT_TRUE(context.ToPolynomial(written, again));
+            EXPECT_TRUE(again == polynomial);
+        }
+    }
 }
 
 // Several variables put in at once: what is put in is not substituted into again,
