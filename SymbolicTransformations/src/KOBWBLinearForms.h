@@ -116,7 +116,8 @@ private:
         std::vector<Chain> m_variablesOf;
         std::vector<size_t> m_counts;
     };
-    // The equations (by position) and the earlier forms (by variable) that hold each variable.
+    // The equations (by their place in m_equations) and the earlier forms (by variable)
+    // that hold each variable.
     Occurrences m_equationsOf;
     Occurrences m_formsOf;
     std::vector<std::unique_ptr<KOBWBPolynomial>> m_forms;
