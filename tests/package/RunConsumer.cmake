@@ -11,6 +11,13 @@ function(run_step)
 endfunction()
 
 run_step(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
+# The installed tool runs as it is, without a library path set.
+if(EXISTS ${prefix}/bin/kobwb)
+    run_step(${CMAKE_COMMAND} -E env --unset=LD_LIBRARY_PATH ${prefix}/bin/kobwb --version)
+    if(NOT step_output MATCHES "^kobwb ")
+        message(FATAL_ERROR "The installed tool answered: ${step_output}")
+    endif()
+endif()
 run_step(${CMAKE_COMMAND} -S ${SOURCE_DIR} -B ${WORK_DIR}/build -G ${GENERATOR}
     -DCMAKE_PREFIX_PATH=${prefix}
     "-DCMAKE_CXX_FLAGS=${SANITIZER_FLAGS}"
