@@ -1,6 +1,6 @@
-// Model text: any bytes are parsed, checked, judged for homogeneity, converted into a
-// factory, and the converted equations evaluated over domains read from the text's
-// own bytes.
+// Model text: any bytes are parsed, checked, judged for homogeneity, their reports
+// explained, converted into a factory, and the converted equations evaluated over
+// domains read from the text's own bytes.
 
 #include "KOBWBx.h"
 
@@ -16,6 +16,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     KOBWBParser::Parse(text.c_str(), model, ids, messenger, nullptr);
     KOBWBModelCheck(model, messenger).Run();
     KOBWBModelHomogeneity::CheckHomogeneity(model);
+    // The reports worded for the writer, read from the same bytes (past a NUL too).
+    KOBWBModelReports::Errors(text, model, messenger);
+    for (int i = 0; i < messenger.GetNbOfInvalidCharacters(); ++i) {
+        int line = 0, column = 0;
+        messenger.GetInvalidCharacter(i, line, column);
+        KOBWBModelReports::InvalidCharacter(text, line, column);
+    }
     for (int i = 0; i < ids.Size(); ++i)
         if (KOBWBEqNode* node = model.GetEquationById(ids[i]))
             KOBWBModelHomogeneity::CheckHomogeneity(*node);

@@ -71,6 +71,7 @@
 #include "KOBWBModel.h"
 #include "KOBWBModelCheck.h"
 #include "KOBWBModelNumberCheck.h"
+#include "KOBWBModelReports.h"
 #include "KOBWBModelGraphDump.h"
 #include "KOBWBModelHomogeneity.h"
 #include "KOBWBModelLists.h"

@@ -1,8 +1,6 @@
 #include "KobwbInput.h"
 
 #include "KobwbJson.h"
-#include "KobwbMessageDetail.h"
-#include "KobwbUnitConflicts.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -64,53 +62,16 @@ void CheckComments(const std::string& text, LoadedModel& loaded) {
 
 const std::string inconsistentUnit = "semantic error, inconsistent unit";
 
-// Whether the place (line and column from 1) is within the equation's text.
-bool Holds(const KOBWBEqNode& equation, int line, int column) {
-    const KOBWBLocation& location = equation.GetLocation();
-    const bool afterStart = line > location.GetFirstLine() ||
-                            (line == location.GetFirstLine() && column - 1 >= location.GetFirstColumn());
-    const bool beforeEnd = line < location.GetLastLine() ||
-                           (line == location.GetLastLine() && column - 1 <= location.GetLastColumn());
-    return afterStart && beforeEnd;
-}
-
-// Moves a report of inconsistent units to the first conflict found in its
-// equation that no other report took, and adds what the conflict is.
-void ExplainUnits(std::vector<UnitConflict>& conflicts, Diagnostic& report) {
-    for (auto conflict = conflicts.begin(); conflict != conflicts.end(); ++conflict) {
-        if (!Holds(*conflict->equation, report.line, report.column)) continue;
-        report.line = conflict->line;
-        report.column = conflict->column;
-        report.message += ": " + conflict->detail;
-        conflicts.erase(conflict);
-        return;
-    }
-}
-
-void CollectMessengerReports(const TextPlaces& places, LoadedModel& loaded) {
+void CollectMessengerReports(const std::string& text, LoadedModel& loaded) {
     const KOBWBParserMessenger& messenger = loaded.messenger;
-    std::vector<UnitConflict> conflicts;
-    bool conflictsFound = false;
-    for (int i = 0; i < messenger.GetErrorNumber(); ++i) {
-        int code = 0;
-        KOBWBLocation location;
-        messenger.GetError(i, code, location);
-        Diagnostic report{location.GetFirstLine(), location.GetFirstColumn() + 1, true, messenger.GetErrorMessage(i).str()};
-        if (report.message == inconsistentUnit) {
-            if (!conflictsFound) conflicts = FindUnitConflicts(loaded.model, places);
-            conflictsFound = true;
-            ExplainUnits(conflicts, report);
-        } else {
-            DetailReport(places, report);
-        }
+    for (KOBWBModelReport& report : KOBWBModelReports::Errors(text, loaded.model, messenger))
         Add(loaded, report.line, report.column, true, std::move(report.message));
-    }
     const int invalid = messenger.GetNbOfInvalidCharacters();
     for (int i = 0; i < invalid && i < shownInvalidCharacters; ++i) {
         int line = 0;
         int column = 0;
         messenger.GetInvalidCharacter(i, line, column);
-        Add(loaded, line, column + 1, false, InvalidCharacterMessage(places, line, column));
+        Add(loaded, line, column + 1, false, KOBWBModelReports::InvalidCharacter(text, line, column));
     }
     if (invalid > shownInvalidCharacters)
         Add(loaded, 0, 0, false, std::to_string(invalid - shownInvalidCharacters) + " more invalid characters");
@@ -130,7 +91,7 @@ void CheckHomogeneity(LoadedModel& loaded) {
         // line with a syntax error, is reported once.
         bool reported = false;
         for (const Diagnostic& problem : loaded.diagnostics)
-            reported = reported || (problem.error && (Holds(*equation, problem.line, problem.column) ||
+            reported = reported || (problem.error && (equation->GetLocation().Contains(problem.line, problem.column - 1) ||
                                                       problem.line == equation->GetLocation().GetFirstLine()));
         if (reported) continue;
         const KOBLVRString left = KOBWBModelHomogeneity::FillHomogeneity(equation->GetLeftTerm());
@@ -160,7 +121,7 @@ void LoadModelText(const std::string& name, std::string text, LoadedModel& loade
     }
     CheckComments(text, loaded);
     KOBWBParser::Parse(text.c_str(), loaded.model, loaded.ids, loaded.messenger, nullptr);
-    CollectMessengerReports(TextPlaces(text), loaded);
+    CollectMessengerReports(text, loaded);
     CheckHomogeneity(loaded);
     if (loaded.messenger.GetErrorNumber() == 0)
         for (const KOBWBNumberWarning& warning : KOBWBModelNumberCheck::Run(loaded.model))

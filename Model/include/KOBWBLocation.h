@@ -45,6 +45,13 @@ public:
 
     // True when all four numbers are equal.
     bool Compare(const KOBWBLocation& other) const;
+    // Whether a place (line from 1, column from 0, as the location counts them) is
+    // within the location, its ends included.
+    bool Contains(int line, int column) const {
+        const bool afterStart = line > m_firstLine || (line == m_firstLine && column >= m_firstColumn);
+        const bool beforeEnd = line < m_lastLine || (line == m_lastLine && column <= m_lastColumn);
+        return afterStart && beforeEnd;
+    }
     // "(first line,first column,last line,last column)", e.g. "(1,0,1,5)".
     KOBLVRString Write() const;
 

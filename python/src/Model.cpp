@@ -11,12 +11,7 @@ namespace kobwbx_python {
 namespace {
 
 // One problem of a model text; line and column count from 1, as editors do.
-struct Diagnostic {
-    int line;
-    int column;
-    std::string message;
-    int code;
-};
+using Diagnostic = KOBWBModelReport;
 
 // A model text parsed and checked. The parser's ids are kept as they were read:
 // each conversion works on a copy, which it overwrites with factory ids.
@@ -33,14 +28,9 @@ std::shared_ptr<ParsedModel> Parse(const std::string& text) {
     // Reports are read back below rather than written to standard error.
     parsed->messenger.SetEchoToStandardError(false);
     KOBWBParser::Parse(text.c_str(), parsed->model, parsed->ids, parsed->messenger, nullptr);
-    const KOBWBParserMessenger& messenger = parsed->messenger;
-    for (int i = 0; i < messenger.GetErrorNumber(); ++i) {
-        int code = 0;
-        KOBWBLocation location;
-        messenger.GetError(i, code, location);
-        parsed->errors.push_back(
-            {location.GetFirstLine(), location.GetFirstColumn() + 1, messenger.GetErrorMessage(i).str(), code});
-    }
+    // Each message with what the text tells about it: which quantities and units
+    // disagree, where a ';' is missing.
+    parsed->errors = KOBWBModelReports::Errors(text, parsed->model, parsed->messenger);
     std::stable_sort(parsed->errors.begin(), parsed->errors.end(), [](const Diagnostic& a, const Diagnostic& b) {
         return a.line != b.line ? a.line < b.line : a.column < b.column;
     });

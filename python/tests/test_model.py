@@ -18,8 +18,14 @@ def test_errors_with_line_and_column_instead_of_exceptions():
     model = kobwbx.parse("x + = 3;\ny = 2 mm;\nz = 3 kg;")
     assert not model.ok
     assert [tuple(e) for e in model.errors] == [(1, 5, "syntax error, unexpected ="),
-                                                (3, 7, "semantic error, unknown unit")]
+                                                (3, 7, "semantic error, unknown unit kg")]
     assert model.errors[1].code == 22
+    # The message says what disagrees, at the operator where it meets.
+    mixed = kobwbx.parse("a = 3 mm + 2 deg;")
+    assert [tuple(e) for e in mixed.errors] == [
+        (1, 10, "semantic error, inconsistent unit: '+' joins 3 mm, a length, and 2 deg, an angle")]
+    unended = kobwbx.parse("a = 1\nb = 2;")
+    assert unended.errors[0].line == 1 and "expected ';' at the end of line 1" in unended.errors[0].message
     with pytest.raises(kobwbx.ModelError, match="1:5: syntax error"):
         model.to_factory()
     with pytest.raises(kobwbx.ModelError):

@@ -1,9 +1,17 @@
-#include "KobwbUnitConflicts.h"
+#include "KOBWBUnitConflicts.h"
+
+#include "KOBWBEqNode.h"
+#include "KOBWBExpressionType.h"
+#include "KOBWBLocation.h"
+#include "KOBWBModel.h"
+#include "KOBWBOpNode.h"
+#include "KOBWBUnitClass.h"
+#include "KOBWBVarNode.h"
 
 #include <cstring>
 #include <map>
 
-namespace kobwb_tool {
+namespace kobwb {
 
 namespace {
 
@@ -233,4 +241,4 @@ std::vector<UnitConflict> FindUnitConflicts(const KOBWBModel& model, const TextP
     return conflicts;
 }
 
-} // namespace kobwb_tool
+} // namespace kobwb

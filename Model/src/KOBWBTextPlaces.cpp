@@ -1,8 +1,8 @@
-#include "KobwbTextPlaces.h"
+#include "KOBWBTextPlaces.h"
 
 #include <algorithm>
 
-namespace kobwb_tool {
+namespace kobwb {
 
 namespace {
 
@@ -59,4 +59,4 @@ bool TextPlaces::InComment(size_t offset) const {
     return false;
 }
 
-} // namespace kobwb_tool
+} // namespace kobwb

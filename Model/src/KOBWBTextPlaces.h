@@ -1,10 +1,10 @@
-#ifndef KobwbTextPlaces_h
-#define KobwbTextPlaces_h
+#ifndef KOBWBTextPlaces_h
+#define KOBWBTextPlaces_h
 
 #include <string>
 #include <vector>
 
-namespace kobwb_tool {
+namespace kobwb {
 
 // Lines and columns of a model text as the scanner counts them (a line break is
 // "\n", "\r", "\r\n" or "\n\r"; inside a comment a run of line breaks counts one
@@ -29,6 +29,6 @@ private:
     std::vector<std::pair<size_t, size_t>> m_comments;
 };
 
-} // namespace kobwb_tool
+} // namespace kobwb
 
 #endif

@@ -1,13 +1,15 @@
-#ifndef KobwbUnitConflicts_h
-#define KobwbUnitConflicts_h
+#ifndef KOBWBUnitConflicts_h
+#define KOBWBUnitConflicts_h
 
-#include "KOBWBx.h"
-#include "KobwbTextPlaces.h"
+#include "KOBWBTextPlaces.h"
 
 #include <string>
 #include <vector>
 
-namespace kobwb_tool {
+class KOBWBEqNode;
+class KOBWBModel;
+
+namespace kobwb {
 
 // A place where a length and an angle meet, and what meets there.
 struct UnitConflict {
@@ -27,6 +29,6 @@ struct UnitConflict {
 // sets one of its sides, a variable alone, to a length or an angle.
 std::vector<UnitConflict> FindUnitConflicts(const KOBWBModel& model, const TextPlaces& places);
 
-} // namespace kobwb_tool
+} // namespace kobwb
 
 #endif

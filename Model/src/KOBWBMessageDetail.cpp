@@ -1,9 +1,9 @@
-#include "KobwbMessageDetail.h"
+#include "KOBWBMessageDetail.h"
 
 #include <cctype>
 #include <cstdio>
 
-namespace kobwb_tool {
+namespace kobwb {
 
 namespace {
 
@@ -79,7 +79,7 @@ std::string InvalidCharacterMessage(const TextPlaces& places, int line, int colu
     return std::string("invalid character ") + shown + ", skipped";
 }
 
-void DetailReport(const TextPlaces& places, Diagnostic& report) {
+void DetailReport(const TextPlaces& places, KOBWBModelReport& report) {
     if (report.line <= 0) return;
     const std::string& text = places.Text();
     const size_t offset = places.Offset(report.line, report.column - 1);
@@ -106,4 +106,4 @@ void DetailReport(const TextPlaces& places, Diagnostic& report) {
     }
 }
 
-} // namespace kobwb_tool
+} // namespace kobwb
