@@ -34,7 +34,7 @@ class KOBWBVariable;
 // formed on the way has more than GetMaxTerms() terms, and while every coefficient
 // stays within KOBWBMaxReal (a coefficient past it has no value in the library);
 // past either bound the product or power stays one atom over its expanded arguments.
-// One expression's reading also does about 256 x GetMaxTerms() products of two terms
+// One expression's reading also does about 32 x GetMaxTerms() products of two terms
 // at most: past that, its remaining products and powers of sums stay atoms, so an
 // expression whose products nest deeply is read in bounded time.
 //

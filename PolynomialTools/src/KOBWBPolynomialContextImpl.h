@@ -136,7 +136,7 @@ struct KOBWBPolynomialContext::Impl {
     bool pastBudget = false;
     // Products of two terms the current reading has done, and at most how many it may do.
     long long readingWork = 0;
-    long long MaxReadingWork() const { return 256LL * maxTerms; }
+    long long MaxReadingWork() const { return 32LL * maxTerms; }
     unsigned noteStamp = 0;
     unsigned reachStamp = 0;
     unsigned substituteStamp = 0;

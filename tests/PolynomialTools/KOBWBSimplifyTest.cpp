@@ -222,8 +222,8 @@ TEST(KOBWBSimplify, ExpansionStaysWithinItsBudget) {
     EXPECT_EQ(expanded.GetNbOfTerms(), 1);
     EXPECT_TRUE(context.ExceededBudget());
     // Products each within the budget, but together past what one reading may do
-    // (256 x 100 products of two terms): the sum of 300 products of two 10-term sums
-    // expands its first 256 products and keeps the others as atoms.
+    // (32 x 100 products of two terms): the sum of 300 products of two 10-term sums
+    // expands its first 33 products and keeps the other 267 as atoms.
     context.SetMaxTerms(100);
     const auto tenTerms = [&](KOBWBExpression* atom, int shift) {
         std::vector<KOBWBExpression*> powers;
@@ -235,7 +235,7 @@ TEST(KOBWBSimplify, ExpansionStaysWithinItsBudget) {
     KOBWBExpression* manyProducts = f.CreateSum(300, products.data());
     ASSERT_TRUE(context.ToPolynomial(manyProducts, expanded));
     EXPECT_TRUE(context.ExceededBudget());
-    EXPECT_EQ(expanded.GetNbOfTerms(), 257 * 100 + 43);
+    EXPECT_EQ(expanded.GetNbOfTerms(), 33 * 100 + 267);
     context.SetMaxTerms(10000);
     ASSERT_TRUE(context.ToPolynomial(manyProducts, expanded));
     EXPECT_FALSE(context.ExceededBudget());
