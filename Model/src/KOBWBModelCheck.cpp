@@ -3,6 +3,7 @@
 #include "KOBWBConstNode.h"
 #include "KOBWBEqNode.h"
 #include "KOBWBModel.h"
+#include "KOBWBNodeWalk.h"
 #include "KOBWBFunctionNames.h"
 #include "KOBWBOpNode.h"
 #include "KOBWBParserMessenger.h"
@@ -81,13 +82,6 @@ public:
     std::vector<Report> Run();
 
 private:
-    struct Frame {
-        const KOBWBNode* node;
-        int nextChild;
-    };
-
-    static int ChildCount(const KOBWBNode& node);
-    static const KOBWBNode* Child(const KOBWBNode& node, int i);
     void CheckEquation(const KOBWBEqNode& equation);
     // The unit set of a node whose children's sets are children[0..n-1].
     int NodeSet(const KOBWBNode& node, const int* children);
@@ -107,25 +101,9 @@ private:
     KOBWBUnitSets m_sets;
     std::vector<ArgumentCheck> m_argumentChecks;
     std::vector<Report> m_reports;
-    std::vector<Frame> m_frames;
+    std::vector<KOBWBFoldFrame> m_frames;
     std::vector<int> m_results;
 };
-
-int Checker::ChildCount(const KOBWBNode& node) {
-    if (node.GetNodeType() == KOBWBOpNodeType)
-        return static_cast<const KOBWBOpNode&>(node).GetNbOfChildren();
-    if (node.GetNodeType() == KOBWBEqNodeType)
-        return static_cast<const KOBWBEqNode&>(node).GetRightTerm() ? 2 : 1;
-    return 0;
-}
-
-// The i-th child from 1; an equation's terms are its children 1 and 2.
-const KOBWBNode* Checker::Child(const KOBWBNode& node, int i) {
-    if (node.GetNodeType() == KOBWBOpNodeType)
-        return static_cast<const KOBWBOpNode&>(node).GetChild(i);
-    const KOBWBEqNode& equation = static_cast<const KOBWBEqNode&>(node);
-    return i == 1 ? equation.GetLeftTerm() : equation.GetRightTerm();
-}
 
 std::vector<Report> Checker::Run() {
     for (const KOBWBEqNode* equation = m_model.GetFirstEquation(); equation;
@@ -151,25 +129,8 @@ std::vector<Report> Checker::Run() {
 }
 
 void Checker::CheckEquation(const KOBWBEqNode& equation) {
-    // Post-order walk with explicit stacks, so that deep trees do not exhaust the
-    // call stack. m_results holds the sets of the nodes done, children in order.
-    m_frames.assign(1, Frame{&equation, 0});
-    m_results.clear();
-    while (!m_frames.empty()) {
-        Frame& frame = m_frames.back();
-        const KOBWBNode* node = frame.node;
-        const int childCount = ChildCount(*node);
-        if (frame.nextChild < childCount) {
-            ++frame.nextChild;
-            m_frames.push_back(Frame{Child(*node, frame.nextChild), 0});
-            continue;
-        }
-        const size_t first = m_results.size() - static_cast<size_t>(childCount);
-        const int set = NodeSet(*node, m_results.data() + first);
-        m_results.resize(first);
-        m_results.push_back(set);
-        m_frames.pop_back();
-    }
+    KOBWBFoldSubtree(&equation, m_frames, m_results,
+                     [this](const KOBWBNode* node, const int* children) { return NodeSet(*node, children); });
 }
 
 int Checker::NodeSet(const KOBWBNode& node, const int* children) {
@@ -210,28 +171,19 @@ int Checker::OperatorSet(const KOBWBOpNode& node, const int* children) {
         for (int i = 0; i < count; ++i)
             m_argumentChecks.push_back(ArgumentCheck{node.GetChild(i + 1), children[i], restriction,
                                                      HasKnownUnit(*node.GetChild(i + 1))});
-    switch (type) {
-    case KOBWBOppositeType:
-    case KOBWBAbsType:
-    case KOBWBCeilType:
-    case KOBWBFloorType:
-    case KOBWBRoundType:
-    case KOBWBTruncType:
-    case KOBWBSignType:
-        // The first argument's quantity, changed in value only.
+    switch (KOBWBUnitFlowOf(type)) {
+    case KOBWBUnitFlow::First:
         return count > 0 ? children[0] : KOBWBUnitSets::None;
-    case KOBWBSumType:
-    case KOBWBMinusType:
-    case KOBWBMinType:
-    case KOBWBMaxType:
-    case KOBWBDimType:
-    case KOBWBModType: {
-        // Quantities added, subtracted or compared share their class.
+    case KOBWBUnitFlow::Shared: {
         int set = KOBWBUnitSets::None;
         for (int i = 0; i < count; ++i)
             set = Merge(set, children[i], node.GetLocation());
         return set;
     }
+    case KOBWBUnitFlow::Other:
+        break;
+    }
+    switch (type) {
     case KOBWBIfThenElseType:
         return count == 3 ? Merge(children[1], children[2], node.GetLocation())
                           : KOBWBUnitSets::None;

@@ -21,3 +21,15 @@ void KOBWBAppendChildren(KOBWBNode* node, std::vector<KOBWBNode*>& out) {
         break;
     }
 }
+
+int KOBWBFoldChildCount(const KOBWBNode& node) {
+    if (node.GetNodeType() == KOBWBOpNodeType) return static_cast<const KOBWBOpNode&>(node).GetNbOfChildren();
+    if (node.GetNodeType() == KOBWBEqNodeType) return static_cast<const KOBWBEqNode&>(node).GetRightTerm() ? 2 : 1;
+    return 0;
+}
+
+const KOBWBNode* KOBWBFoldChild(const KOBWBNode& node, int i) {
+    if (node.GetNodeType() == KOBWBOpNodeType) return static_cast<const KOBWBOpNode&>(node).GetChild(i);
+    const KOBWBEqNode& equation = static_cast<const KOBWBEqNode&>(node);
+    return i == 1 ? equation.GetLeftTerm() : equation.GetRightTerm();
+}

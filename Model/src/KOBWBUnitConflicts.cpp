@@ -4,7 +4,9 @@
 #include "KOBWBExpressionType.h"
 #include "KOBWBLocation.h"
 #include "KOBWBModel.h"
+#include "KOBWBNodeWalk.h"
 #include "KOBWBOpNode.h"
+#include "KOBWBUnitSets.h"
 #include "KOBWBUnitClass.h"
 #include "KOBWBVarNode.h"
 
@@ -47,12 +49,6 @@ public:
     void Equation(const KOBWBEqNode& equation);
 
 private:
-    struct Frame {
-        const KOBWBNode* node;
-        int nextChild;
-    };
-    static int ChildCount(const KOBWBNode& node);
-    static const KOBWBNode* Child(const KOBWBNode& node, int i);
     Quantity Leaf(const KOBWBNode& node) const;
     Quantity Operator(const KOBWBOpNode& node, const Quantity* children);
     // Where the operator between two operands is written, from 1.
@@ -68,14 +64,6 @@ private:
     // The kind each variable took, and the words for it ("x (mm on line 1)").
     std::map<std::string, Quantity> m_variables;
 };
-
-int ConflictFinder::ChildCount(const KOBWBNode& node) {
-    return node.GetNodeType() == KOBWBOpNodeType ? static_cast<const KOBWBOpNode&>(node).GetNbOfChildren() : 0;
-}
-
-const KOBWBNode* ConflictFinder::Child(const KOBWBNode& node, int i) {
-    return static_cast<const KOBWBOpNode&>(node).GetChild(i);
-}
 
 // The node's text when it is on one line and short, otherwise nothing.
 std::string ConflictFinder::Text(const KOBWBNode& node) const {
@@ -97,8 +85,8 @@ Quantity ConflictFinder::Leaf(const KOBWBNode& node) const {
 }
 
 void ConflictFinder::OperatorPlace(const KOBWBOpNode& node, int right, char sign, int& line, int& column) const {
-    const KOBWBLocation& left = Child(node, right - 1)->GetLocation();
-    const KOBWBLocation& next = Child(node, right)->GetLocation();
+    const KOBWBLocation& left = node.GetChild(right - 1)->GetLocation();
+    const KOBWBLocation& next = node.GetChild(right)->GetLocation();
     const size_t from = m_places.Offset(left.GetLastLine(), left.GetLastColumn());
     const size_t to = m_places.Offset(next.GetFirstLine(), next.GetFirstColumn());
     size_t at = from;
@@ -112,16 +100,14 @@ Quantity ConflictFinder::Operator(const KOBWBOpNode& node, const Quantity* child
     const int count = node.GetNbOfChildren();
     Quantity result;
     result.what = Text(node);
-    switch (node.GetType()) {
-    case KOBWBSumType:
-    case KOBWBMinusType:
-    case KOBWBMinType:
-    case KOBWBMaxType:
-    case KOBWBDimType:
-    case KOBWBModType:
-    case KOBWBIfThenElseType: {
-        const char sign = node.GetType() == KOBWBSumType ? '+' : node.GetType() == KOBWBMinusType ? '-' : ',';
-        const int first = node.GetType() == KOBWBIfThenElseType ? 1 : 0;
+    const KOBWBExpressionType type = node.GetType();
+    const KOBWBUnitFlow flow = KOBWBUnitFlowOf(type);
+    if (flow == KOBWBUnitFlow::First) {
+        if (count > 0) Take(children[0], result);
+    } else if (flow == KOBWBUnitFlow::Shared || type == KOBWBIfThenElseType) {
+        // An if-then-else joins its branches as a sum joins its terms.
+        const char sign = type == KOBWBSumType ? '+' : type == KOBWBMinusType ? '-' : ',';
+        const int first = type == KOBWBIfThenElseType ? 1 : 0;
         int decided = -1;
         for (int i = first; i < count; ++i) {
             if (children[i].kind == Kind::None) continue;
@@ -139,18 +125,7 @@ Quantity ConflictFinder::Operator(const KOBWBOpNode& node, const Quantity* child
             break;
         }
         if (decided >= 0) Take(children[decided], result);
-        break;
-    }
-    case KOBWBOppositeType:
-    case KOBWBAbsType:
-    case KOBWBCeilType:
-    case KOBWBFloorType:
-    case KOBWBRoundType:
-    case KOBWBTruncType:
-    case KOBWBSignType:
-        if (count > 0) Take(children[0], result);
-        break;
-    case KOBWBProductType: {
+    } else if (type == KOBWBProductType) {
         int quantities = 0;
         for (int i = 0; i < count; ++i)
             if (children[i].kind != Kind::None) {
@@ -158,16 +133,10 @@ Quantity ConflictFinder::Operator(const KOBWBOpNode& node, const Quantity* child
                 ++quantities;
             }
         if (quantities != 1) Take(Quantity{}, result);
-        break;
-    }
-    case KOBWBQuotientType:
+    } else if (type == KOBWBQuotientType) {
         if (count == 2 && children[1].kind == Kind::None) Take(children[0], result);
-        break;
-    case KOBWBAtan2Type:
-    case KOBWBAsinType:
-    case KOBWBAcosType:
-    case KOBWBAtanType: result.kind = Kind::Angle; break;
-    default: break;
+    } else if (type == KOBWBAtan2Type || type == KOBWBAsinType || type == KOBWBAcosType || type == KOBWBAtanType) {
+        result.kind = Kind::Angle;
     }
     // A unit written after a bracket decides.
     if (node.HasUnit() && KindOfClass(node.GetUnitType()) != Kind::None) {
@@ -181,32 +150,17 @@ void ConflictFinder::Equation(const KOBWBEqNode& equation) {
     m_equation = &equation;
     const KOBWBNode* sides[] = {equation.GetLeftTerm(), equation.GetRightTerm()};
     Quantity quantities[2];
-    std::vector<Frame> frames;
+    std::vector<KOBWBFoldFrame> frames;
     std::vector<Quantity> results;
     for (int side = 0; side < 2; ++side) {
         if (!sides[side]) return;
-        // Post-order with explicit stacks, so that deep trees do not exhaust the call stack.
-        frames.assign(1, Frame{sides[side], 0});
-        results.clear();
-        while (!frames.empty()) {
-            Frame& frame = frames.back();
-            const KOBWBNode* node = frame.node;
-            const int count = node ? ChildCount(*node) : 0;
-            if (frame.nextChild < count) {
-                ++frame.nextChild;
-                frames.push_back(Frame{Child(*node, frame.nextChild), 0});
-                continue;
-            }
-            const size_t first = results.size() - static_cast<size_t>(count);
-            const Quantity quantity = !node ? Quantity{}
-                                      : count > 0 || node->GetNodeType() == KOBWBOpNodeType
-                                          ? Operator(static_cast<const KOBWBOpNode&>(*node), results.data() + first)
-                                          : Leaf(*node);
-            results.resize(first);
-            results.push_back(quantity);
-            frames.pop_back();
-        }
-        quantities[side] = results.back();
+        quantities[side] =
+            KOBWBFoldSubtree(sides[side], frames, results, [this](const KOBWBNode* node, const Quantity* children) {
+                if (!node) return Quantity{};
+                if (node->GetNodeType() == KOBWBOpNodeType)
+                    return Operator(static_cast<const KOBWBOpNode&>(*node), children);
+                return Leaf(*node);
+            });
     }
     const int line = equation.GetLocation().GetFirstLine();
     for (int side = 0; side < 2; ++side) {

@@ -53,3 +53,25 @@ int KOBWBUnitSets::Merge(int a, int b, bool& conflict) {
 unsigned char KOBWBUnitSets::GetKinds(int a) {
     return a == None ? 0 : m_kinds[Find(a)];
 }
+
+KOBWBUnitFlow KOBWBUnitFlowOf(KOBWBExpressionType type) {
+    switch (type) {
+    case KOBWBOppositeType:
+    case KOBWBAbsType:
+    case KOBWBCeilType:
+    case KOBWBFloorType:
+    case KOBWBRoundType:
+    case KOBWBTruncType:
+    case KOBWBSignType:
+        return KOBWBUnitFlow::First;
+    case KOBWBSumType:
+    case KOBWBMinusType:
+    case KOBWBMinType:
+    case KOBWBMaxType:
+    case KOBWBDimType:
+    case KOBWBModType:
+        return KOBWBUnitFlow::Shared;
+    default:
+        return KOBWBUnitFlow::Other;
+    }
+}

@@ -1,6 +1,8 @@
 #ifndef KOBWBUnitSets_h
 #define KOBWBUnitSets_h
 
+#include "KOBWBExpressionType.h"
+
 #include <vector>
 
 // Sets of model quantities that must share one unit class, merged as the
@@ -33,5 +35,12 @@ private:
     std::vector<unsigned char> m_hasVariable;
     std::vector<unsigned char> m_conflictTold;
 };
+
+// How an operator's quantity follows from its arguments', as the model check and the
+// explanation of its unit errors both take it: the first argument's, changed in value
+// only (-x, abs, rounding, sign); or one kind shared by every argument (added,
+// subtracted, compared); other operators have rules of their own.
+enum class KOBWBUnitFlow { First, Shared, Other };
+KOBWBUnitFlow KOBWBUnitFlowOf(KOBWBExpressionType type);
 
 #endif
